@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "lists/keyed_image_list.h"
+#include "lists/list_model.h"
+#include "platform/file_system_object.h"
+#include "platform/user_locale.h"
+
+namespace tidemark {
+
+// The row whose key is the lower-cased `key`, or null.
+[[nodiscard]] const ListRow* FindRow(const ListModel& list, const std::string& key);
+// The row under the lower-cased `key`, added with `text` when there is none.
+const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::string& text);
+
+// Which picture stands for a path: one for all folders, one for each program or icon file, one for
+// each other type of file. `fallback` is the answer for a path that exists as neither.
+[[nodiscard]] std::string IconKey(FileSystemObject& file_system, UserLocale& locale,
+                                  const std::string& path, const std::string& fallback);
+
+// Puts the path's small shell icon into the image list under its icon key, unless it is there.
+void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
+             const std::string& path);
+
+// The picture for the row of a path: the one under its icon key, or 1 when there is none.
+[[nodiscard]] int RowIcon(const KeyedImageList& images, FileSystemObject& file_system,
+                          UserLocale& locale, const std::string& path);
+
+void SelectAllRows(ListModel& list);
+void ClearRowSelection(ListModel& list);
+[[nodiscard]] std::size_t SelectedRowCount(const ListModel& list);
+
+}  // namespace tidemark

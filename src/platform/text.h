@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tidemark {
+
+// Conversions between the program's text (UTF-8) and the system's (UTF-16).
+//
+// A file name may hold a lone surrogate, which UTF-8 cannot express. Such a unit becomes the three
+// bytes that UTF-8's scheme would give it (WTF-8), so that every name survives the round trip.
+// Bytes that are neither UTF-8 nor WTF-8 become U+FFFD.
+[[nodiscard]] std::string Utf8FromUtf16(std::u16string_view text);
+[[nodiscard]] std::u16string Utf16FromUtf8(std::string_view text);
+
+// The text up to, and without, its first NUL.
+[[nodiscard]] std::string TrimNull(std::string_view text);
+
+}  // namespace tidemark

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+namespace tidemark {
+
+// Receives the ticks of a TimerObject.
+class ITimerObjectSink {
+  public:
+    virtual void ITimerObjectSink_Timer() = 0;
+
+  protected:
+    ~ITimerObjectSink() = default;
+};
+
+// A timer that calls its sink on the user-interface thread each time its interval has passed while
+// it is enabled. A one-shot use disables the timer in its first tick. Created disabled, without a
+// sink. Destroying the timer, also from inside its own tick, ends its ticks.
+class TimerObject {
+  public:
+    virtual ~TimerObject() = default;
+
+    // The sink is not owned and must outlive its registration; null detaches.
+    virtual void SetSink(ITimerObjectSink* sink) = 0;
+    virtual void SetInterval(std::uint32_t milliseconds) = 0;
+    // Enabling starts a full interval from now; enabling an enabled timer changes nothing.
+    virtual void SetEnabled(bool enabled) = 0;
+    [[nodiscard]] virtual bool Enabled() const = 0;
+};
+
+// Makes timers. All timers of one source share one system timer; their ticks may nest (a tick that
+// lets messages run can see another timer's tick), but only to a bounded depth: a tick held back
+// by the bound runs when the stack has unwound.
+class TimerSource {
+  public:
+    virtual ~TimerSource() = default;
+    // The source must outlive its timers.
+    [[nodiscard]] virtual std::unique_ptr<TimerObject> NewTimer() = 0;
+};
+
+}  // namespace tidemark

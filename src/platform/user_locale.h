@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+namespace tidemark {
+
+// Rules of the user's locale that the program's texts and keys follow. Texts are UTF-8.
+class UserLocale {
+  public:
+    virtual ~UserLocale() = default;
+
+    // Lower case by the user's locale. Texts that have no UTF-8 form keep those parts as they are.
+    [[nodiscard]] virtual std::string LowerCase(const std::string& text) = 0;
+
+    // The separators of digit groups (1,234), of the parts of a date and of a time of day.
+    [[nodiscard]] virtual std::string ThousandsSeparator() = 0;
+    [[nodiscard]] virtual std::string DateSeparator() = 0;
+    [[nodiscard]] virtual std::string TimeSeparator() = 0;
+
+    // Reads a date or a time of day from text, in the locale's own order of day and month, as a
+    // local day number (see engine/local_date_time.h). Throws ProgramError (type mismatch) for a
+    // text that is neither.
+    [[nodiscard]] virtual double ReadDateTime(const std::string& text) = 0;
+};
+
+}  // namespace tidemark

@@ -1,0 +1,49 @@
+#include "platform/text.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+namespace tidemark {
+namespace {
+
+TEST(Text, AsciiAndAccentsAndEmojiSurviveTheRoundTrip) {
+    for (const std::u16string& text :
+         {u"plain.txt"s, u"caf\u00e9"s, u"\u6f22\u5b57"s, u"\U0001F600.png"s, u""s, u"a\0b"s}) {
+        EXPECT_EQ(Utf16FromUtf8(Utf8FromUtf16(text)), text);
+    }
+    EXPECT_EQ(Utf8FromUtf16(u"\u00e9\u6f22\U0001F600"), "\xC3\xA9\xE6\xBC\xA2\xF0\x9F\x98\x80");
+}
+
+TEST(Text, LoneSurrogatesSurviveTheRoundTrip) {
+    const std::u16string lone_high = {u'a', 0xD800, u'b'};
+    const std::u16string lone_low = {0xDC00, u'b'};
+    const std::u16string swapped = {0xDC00, 0xD800};
+    const std::u16string at_end = {u'x', 0xDBFF};
+    for (const std::u16string& text : {lone_high, lone_low, swapped, at_end}) {
+        EXPECT_EQ(Utf16FromUtf8(Utf8FromUtf16(text)), text);
+    }
+    EXPECT_EQ(Utf8FromUtf16(lone_high),
+              "a\xED\xA0\x80"
+              "b");
+}
+
+TEST(Text, BytesThatAreNoTextBecomeTheReplacementCharacter) {
+    EXPECT_EQ(Utf16FromUtf8("a\xFF"
+                            "b"),
+              u"a\uFFFDb");
+    EXPECT_EQ(Utf16FromUtf8("\xC3"), u"\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xE6\xBC"), u"\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xC0\x80"), u"\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xF5\x80\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(Text, TrimNullCutsAtTheFirstNul) {
+    EXPECT_EQ(TrimNull("abc\0def\0"sv), "abc");
+    EXPECT_EQ(TrimNull("abc"), "abc");
+    EXPECT_EQ(TrimNull(""), "");
+}
+
+}  // namespace
+}  // namespace tidemark
