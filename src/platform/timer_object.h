@@ -15,18 +15,27 @@ class ITimerObjectSink {
 };
 
 // A timer that calls its sink on the user-interface thread each time its interval has passed while
-// it is enabled. A one-shot use disables the timer in its first tick. Created disabled, without a
-// sink. Destroying the timer, also from inside its own tick, ends its ticks.
+// it is enabled. A one-shot use disables the timer in its first tick; one that does not, and lets
+// messages run in its tick, may be called again inside it. Created disabled, without a sink and
+// with an interval of one millisecond. Destroying the timer, also from inside its own tick, ends
+// its ticks.
 class TimerObject {
   public:
     virtual ~TimerObject() = default;
 
     // The sink is not owned and must outlive its registration; null detaches.
     virtual void SetSink(ITimerObjectSink* sink) = 0;
+    // Zero counts as one millisecond. A new interval of an enabled timer starts from now.
     virtual void SetInterval(std::uint32_t milliseconds) = 0;
     // Enabling starts a full interval from now; enabling an enabled timer changes nothing.
     virtual void SetEnabled(bool enabled) = 0;
     [[nodiscard]] virtual bool Enabled() const = 0;
+};
+
+// What a timer's ticks are like, which decides how they may nest.
+enum class TickKind {
+    kLong,   // may work for minutes and lets messages run meanwhile
+    kBrief,  // soon done, such as a refresh of the display; long ticks on the stack never delay it
 };
 
 // Makes timers. All timers of one source share one system timer; their ticks may nest (a tick that
@@ -36,7 +45,8 @@ class TimerSource {
   public:
     virtual ~TimerSource() = default;
     // The source must outlive its timers.
-    [[nodiscard]] virtual std::unique_ptr<TimerObject> NewTimer() = 0;
+    [[nodiscard]] virtual std::unique_ptr<TimerObject> NewTimer(
+        TickKind kind = TickKind::kLong) = 0;
 };
 
 }  // namespace tidemark
