@@ -20,16 +20,18 @@ class KeyedImageList {
     // The store is not owned and outlives the list.
     explicit KeyedImageList(PictureStore& store) : store_(store) {}
 
-    [[nodiscard]] int Count() const { return static_cast<int>(indices_.size()); }
+    [[nodiscard]] int Count() const { return count_; }
     // 1-based index of the picture under the key, or -1 when there is none (an empty key is none).
     [[nodiscard]] int Index(const std::string& key) const;
     // Adds the small icon of the path under the key; a path that yields no icon adds nothing.
-    // Throws ProgramError (duplicate key) when the key is taken.
+    // With an empty key the picture has none. Throws ProgramError (duplicate key) when the key is
+    // taken.
     void Add(const std::string& key, const std::string& path);
 
   private:
     PictureStore& store_;
     std::unordered_map<std::string, int> indices_;
+    int count_ = 0;
 };
 
 }  // namespace tidemark

@@ -15,6 +15,14 @@ namespace tidemark {
 // The row under the lower-cased `key`, added with `text` when there is none.
 const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::string& text);
 
+// The row that a command on a single row acts on: the current row when it is selected, else the
+// first selected one; null when no row is selected.
+[[nodiscard]] const ListRow* SelectedRow(const ListModel& list);
+
+// Whether a row, or a picture, has the key.
+[[nodiscard]] bool KeyExists(const ListModel& list, const std::string& key);
+[[nodiscard]] bool KeyExists(const KeyedImageList& images, const std::string& key);
+
 // Which picture stands for a path: one for all folders, one for each program or icon file, one for
 // each other type of file. `fallback` is the answer for a path that exists as neither.
 [[nodiscard]] std::string IconKey(FileSystemObject& file_system, UserLocale& locale,
@@ -23,6 +31,9 @@ const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::
 // Puts the path's small shell icon into the image list under its icon key, unless it is there.
 void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
              const std::string& path);
+
+// 1-based index of the picture under the key, or -1 when there is none (an empty key is none).
+[[nodiscard]] int IconIndex(const KeyedImageList& images, const std::string& key);
 
 // The picture for the row of a path: the one under its icon key, or 1 when there is none.
 [[nodiscard]] int RowIcon(const KeyedImageList& images, FileSystemObject& file_system,

@@ -2,9 +2,9 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -13,6 +13,7 @@
 namespace tidemark {
 
 class KeyedImageList;
+class ListModel;
 
 // One row of a list: a key (lower case, unique within its list), the text of the first column and
 // the texts of the two columns after it.
@@ -22,15 +23,20 @@ struct ListRow {
     std::array<std::string, 2> sub_items;
     int small_icon = 0;  // 1-based index into the list's small icons; 0 shows none
     bool selected = false;
+
+  private:
+    friend class ListModel;
+    std::size_t slot_ = 0;  // where its list holds it
 };
 
 // Told of what changes in a ListModel, so that a window can follow. Positions are valid until the
-// next change.
+// next change. What is told may be acted upon later, but must not change the list.
 class ListModelObserver {
   public:
     virtual void RowChanged(std::size_t position) = 0;  // a text or the icon of one row
-    virtual void RowsChanged() = 0;                     // rows came, went or moved
-    virtual void SelectionChanged() = 0;                // by the program, not by the user
+    virtual void RowAppended() = 0;                     // after all rows there were
+    virtual void RowsChanged() = 0;                     // rows went or moved
+    virtual void SelectionChanged() = 0;                // or the current row; by the program
     virtual void SmallIconsAttached() = 0;
     virtual void EmptyStateChanged() = 0;
 
@@ -43,20 +49,24 @@ class ListModelObserver {
 // order. Every write that changes nothing tells nobody.
 class ListModel {
   public:
-    explicit ListModel(UserLocale& locale);
+    static constexpr std::size_t kNoPosition = static_cast<std::size_t>(-1);
+
+    // The locale lower-cases keys, and texts for sorting. Not owned.
+    explicit ListModel(UserLocale& locale) : locale_(locale) {}
     ListModel(const ListModel&) = delete;
     ListModel& operator=(const ListModel&) = delete;
 
     // Not owned; null detaches.
-    void SetObserver(ListModelObserver* observer);
+    void SetObserver(ListModelObserver* observer) { observer_ = observer; }
 
-    [[nodiscard]] std::size_t Count() const;
+    [[nodiscard]] std::size_t Count() const { return rows_by_key_.size(); }
     [[nodiscard]] const ListRow& At(std::size_t position) const;  // display order, 0-based
+    [[nodiscard]] std::size_t PositionOf(const ListRow& row) const;
 
     // Keys are lower-cased before they are looked up or stored. A returned row stays where it is
     // in memory until it is removed. Find returns null for an unknown key.
     [[nodiscard]] const ListRow* Find(const std::string& key) const;
-    // Throws ProgramError (duplicate key) when the key is taken.
+    // Appends a row. Throws ProgramError (duplicate key) when the key is taken.
     const ListRow& Add(const std::string& key, const std::string& text);
     // Unknown keys are ignored; true when a row went.
     bool Remove(const std::string& key);
@@ -66,30 +76,56 @@ class ListModel {
     void SetSubItem(const ListRow& row, std::size_t sub_item, const std::string& text);  // 0 or 1
     void SetSmallIcon(const ListRow& row, int index);
 
-    // Selection. The first two tell the observer; NoteSelected is for a window that reports what
-    // the user did, and tells nobody.
+    // Selection. The first three tell the observer; NoteSelected (both ends included) is for a
+    // window that reports what the user did, and tells nobody.
     void SelectAll();
     void ClearSelection();
     void SetSelected(std::size_t position, bool selected);
     void NoteSelected(std::size_t first, std::size_t last, bool selected);
-    [[nodiscard]] std::size_t SelectedCount() const;
+    [[nodiscard]] std::size_t SelectedCount() const { return selected_count_; }
 
-    // Sorts once by the text of a column (0 = text, 1 and 2 = sub-items), stably; rows added later
-    // are appended.
+    // The row that the keyboard acts on; kNoPosition and null when there is none. When it is
+    // removed, the row that takes its place becomes current, or the new last row. SetCurrent tells
+    // the observer; NoteCurrent is for the window.
+    [[nodiscard]] const ListRow* Current() const;
+    [[nodiscard]] std::size_t CurrentPosition() const;
+    void SetCurrent(std::size_t position);
+    void NoteCurrent(std::size_t position);
+
+    // Sorts once by the text of a column (0 = text, 1 and 2 = sub-items), letter case ignored and
+    // rows of equal text left in their order; rows added later are appended.
     void Sort(std::size_t column, bool descending);
 
+    // Position of the next row whose first text begins with `text`, letter case ignored, from
+    // `start` to the end and, when `wrap` is set, on from the top; kNoPosition when there is none.
+    [[nodiscard]] std::size_t FindText(const std::string& text, std::size_t start, bool wrap) const;
+
     // The list's small icons: not owned. Attaching an image list that holds no picture throws
-    // ProgramError (image list not initialised).
+    // ProgramError (image list not initialised); null detaches.
     void AttachSmallIcons(KeyedImageList* images);
-    [[nodiscard]] KeyedImageList* SmallIcons() const;
+    [[nodiscard]] KeyedImageList* SmallIcons() const { return small_icons_; }
 
     // The empty-state switch: whether the list's container shows the list (true) or what stands
     // for an empty one.
     void SetHoldsItems(bool holds_items);
-    [[nodiscard]] bool HoldsItems() const;
+    [[nodiscard]] bool HoldsItems() const { return holds_items_; }
 
   private:
-    // Left to the implementation; removal is lazy so that many removals cost one pass.
+    [[nodiscard]] ListRow& Writable(const ListRow& row) { return *slots_[row.slot_]; }
+    // Closes the gaps that removed rows left, so that slots are positions.
+    void CloseGaps() const;
+    void Select(ListRow& row, bool selected);
+    void TellRowChanged(const ListRow& row) const;
+
+    UserLocale& locale_;
+    ListModelObserver* observer_ = nullptr;
+    // Rows in display order; a removed row leaves an empty slot until somebody asks for a position.
+    mutable std::vector<std::unique_ptr<ListRow>> slots_;
+    mutable std::size_t current_slot_ = kNoPosition;
+    std::unordered_map<std::string_view, ListRow*> rows_by_key_;  // views into the rows' own keys
+    std::size_t selected_count_ = 0;
+    KeyedImageList* small_icons_ = nullptr;
+    bool holds_items_ = false;
 };
 
 }  // namespace tidemark

@@ -1,0 +1,92 @@
+#include "lists/list_helpers.h"
+
+namespace tidemark {
+
+namespace {
+
+// What follows the last dot of the last component; empty when there is no dot.
+std::string Extension(const std::string& path) {
+    const std::size_t at = path.find_last_of(".\\/:");
+    return at == std::string::npos || path[at] != '.' ? std::string() : path.substr(at + 1);
+}
+
+}  // namespace
+
+const ListRow* FindRow(const ListModel& list, const std::string& key) {
+    return list.Find(key);
+}
+
+const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::string& text) {
+    const ListRow* const row = list.Find(key);
+    return row != nullptr ? *row : list.Add(key, text);
+}
+
+const ListRow* SelectedRow(const ListModel& list) {
+    if (list.SelectedCount() == 0) {
+        return nullptr;
+    }
+    const ListRow* const current = list.Current();
+    if (current != nullptr && current->selected) {
+        return current;
+    }
+    std::size_t position = 0;
+    while (!list.At(position).selected) {
+        ++position;
+    }
+    return &list.At(position);
+}
+
+bool KeyExists(const ListModel& list, const std::string& key) {
+    return list.Find(key) != nullptr;
+}
+
+bool KeyExists(const KeyedImageList& images, const std::string& key) {
+    return IconIndex(images, key) != -1;
+}
+
+std::string IconKey(FileSystemObject& file_system, UserLocale& locale, const std::string& path,
+                    const std::string& fallback) {
+    if (file_system.FolderExists(path)) {
+        return ":";
+    }
+    if (!file_system.FileExists(path)) {
+        return fallback;
+    }
+    const std::string extension = locale.LowerCase(Extension(path));
+    return locale.LowerCase(extension == "exe" || extension == "ico" ? path
+                                                                     : file_system.TypeName(path));
+}
+
+void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
+             const std::string& path) {
+    const std::string key = IconKey(file_system, locale, path, "");
+    if (!KeyExists(images, key)) {
+        images.Add(key, path);
+    }
+}
+
+int IconIndex(const KeyedImageList& images, const std::string& key) {
+    return images.Index(key);
+}
+
+int RowIcon(const KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
+            const std::string& path) {
+    // A path that exists as neither a file nor a folder has no type name either: with that as the
+    // fallback its key is empty, which no picture has.
+    const int index = IconIndex(images, IconKey(file_system, locale, path, ""));
+    return index == -1 ? 1 : index;
+}
+
+void SelectAllRows(ListModel& list) {
+    list.SelectAll();
+}
+
+void ClearRowSelection(ListModel& list) {
+    list.ClearSelection();
+}
+
+std::size_t SelectedRowCount(const ListModel& list) {
+    return list.SelectedCount();
+}
+
+}  // namespace tidemark

@@ -1,0 +1,306 @@
+#include "lists/list_model.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "lists/keyed_image_list.h"
+#include "platform/program_error.h"
+
+namespace tidemark {
+
+namespace {
+
+const std::string& CellText(const ListRow& row, std::size_t column) {
+    return column == 0 ? row.text : row.sub_items.at(column - 1);
+}
+
+// A row on its way through a sort. Paths of one list mostly begin alike, so the bytes after what
+// all texts share are kept at hand: few comparisons have to go to the texts themselves.
+struct SortEntry {
+    std::uint64_t lead = 0;
+    std::string text;
+    std::unique_ptr<ListRow> row;
+};
+
+std::size_t SharedPrefix(const std::vector<SortEntry>& entries) {
+    if (entries.empty()) {
+        return 0;
+    }
+    const std::string& first = entries.front().text;
+    std::size_t shared = first.size();
+    for (const SortEntry& entry : entries) {
+        const std::size_t limit = std::min(shared, entry.text.size());
+        shared = 0;
+        while (shared < limit && entry.text[shared] == first[shared]) {
+            ++shared;
+        }
+    }
+    return shared;
+}
+
+std::uint64_t LeadingBytes(const std::string& text, std::size_t from) {
+    std::uint64_t lead = 0;
+    for (std::size_t i = 0; i < sizeof lead; ++i) {
+        const std::size_t at = from + i;
+        lead = (lead << 8U) | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
+    }
+    return lead;
+}
+
+bool Before(const SortEntry& left, const SortEntry& right) {
+    return left.lead != right.lead ? left.lead < right.lead : left.text < right.text;
+}
+
+}  // namespace
+
+const ListRow& ListModel::At(std::size_t position) const {
+    CloseGaps();
+    return *slots_.at(position);
+}
+
+std::size_t ListModel::PositionOf(const ListRow& row) const {
+    CloseGaps();
+    return row.slot_;
+}
+
+const ListRow* ListModel::Find(const std::string& key) const {
+    const auto found = rows_by_key_.find(locale_.LowerCase(key));
+    return found == rows_by_key_.end() ? nullptr : found->second;
+}
+
+const ListRow& ListModel::Add(const std::string& key, const std::string& text) {
+    auto row = std::make_unique<ListRow>();
+    row->key = locale_.LowerCase(key);
+    row->text = text;
+    row->slot_ = slots_.size();
+    slots_.push_back(std::move(row));
+    if (!rows_by_key_.try_emplace(slots_.back()->key, slots_.back().get()).second) {
+        slots_.pop_back();
+        throw ProgramError(error_number::kDuplicateKey, "Key is not unique in collection");
+    }
+    if (observer_ != nullptr) {
+        observer_->RowAppended();
+    }
+    return *slots_.back();
+}
+
+bool ListModel::Remove(const std::string& key) {
+    const auto found = rows_by_key_.find(locale_.LowerCase(key));
+    if (found == rows_by_key_.end()) {
+        return false;
+    }
+    ListRow& row = *found->second;
+    Select(row, false);
+    rows_by_key_.erase(found);
+    slots_[row.slot_].reset();
+    if (observer_ != nullptr) {
+        observer_->RowsChanged();
+    }
+    return true;
+}
+
+void ListModel::Clear() {
+    const bool held_rows = Count() != 0;
+    rows_by_key_.clear();
+    slots_.clear();
+    selected_count_ = 0;
+    current_slot_ = kNoPosition;
+    if (held_rows && observer_ != nullptr) {
+        observer_->RowsChanged();
+    }
+}
+
+void ListModel::SetText(const ListRow& row, const std::string& text) {
+    if (row.text != text) {
+        Writable(row).text = text;
+        TellRowChanged(row);
+    }
+}
+
+void ListModel::SetSubItem(const ListRow& row, std::size_t sub_item, const std::string& text) {
+    if (row.sub_items.at(sub_item) != text) {
+        Writable(row).sub_items[sub_item] = text;
+        TellRowChanged(row);
+    }
+}
+
+void ListModel::SetSmallIcon(const ListRow& row, int index) {
+    if (row.small_icon != index) {
+        Writable(row).small_icon = index;
+        TellRowChanged(row);
+    }
+}
+
+void ListModel::SelectAll() {
+    if (selected_count_ == Count()) {
+        return;
+    }
+    CloseGaps();
+    NoteSelected(0, slots_.size() - 1, true);
+    if (observer_ != nullptr) {
+        observer_->SelectionChanged();
+    }
+}
+
+void ListModel::ClearSelection() {
+    if (selected_count_ == 0) {
+        return;
+    }
+    CloseGaps();
+    NoteSelected(0, slots_.size() - 1, false);
+    if (observer_ != nullptr) {
+        observer_->SelectionChanged();
+    }
+}
+
+void ListModel::SetSelected(std::size_t position, bool selected) {
+    if (At(position).selected != selected) {
+        NoteSelected(position, position, selected);
+        if (observer_ != nullptr) {
+            observer_->SelectionChanged();
+        }
+    }
+}
+
+void ListModel::NoteSelected(std::size_t first, std::size_t last, bool selected) {
+    CloseGaps();
+    for (std::size_t i = first; i <= last && i < slots_.size(); ++i) {
+        Select(*slots_[i], selected);
+    }
+}
+
+const ListRow* ListModel::Current() const {
+    const std::size_t position = CurrentPosition();
+    return position == kNoPosition ? nullptr : slots_[position].get();
+}
+
+std::size_t ListModel::CurrentPosition() const {
+    CloseGaps();
+    return current_slot_ < slots_.size() ? current_slot_ : kNoPosition;
+}
+
+void ListModel::SetCurrent(std::size_t position) {
+    if (CurrentPosition() != position) {
+        current_slot_ = position;
+        if (observer_ != nullptr) {
+            observer_->SelectionChanged();
+        }
+    }
+}
+
+void ListModel::NoteCurrent(std::size_t position) {
+    CloseGaps();
+    current_slot_ = position;
+}
+
+void ListModel::Sort(std::size_t column, bool descending) {
+    CloseGaps();
+    const ListRow* const current = Current();
+    std::vector<SortEntry> entries(slots_.size());
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        entries[i].text = locale_.LowerCase(CellText(*slots_[i], column));
+    }
+    const std::size_t shared = SharedPrefix(entries);
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        entries[i].lead = LeadingBytes(entries[i].text, shared);
+        entries[i].row = std::move(slots_[i]);
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [descending](const SortEntry& left, const SortEntry& right) {
+                         return descending ? Before(right, left) : Before(left, right);
+                     });
+    bool moved = false;
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        slots_[i] = std::move(entries[i].row);
+        moved = moved || slots_[i]->slot_ != i;
+        slots_[i]->slot_ = i;
+    }
+    if (current != nullptr) {
+        current_slot_ = current->slot_;
+    }
+    if (moved && observer_ != nullptr) {
+        observer_->RowsChanged();
+    }
+}
+
+std::size_t ListModel::FindText(const std::string& text, std::size_t start, bool wrap) const {
+    CloseGaps();
+    const std::string wanted = locale_.LowerCase(text);
+    const std::size_t count = slots_.size();
+    const std::size_t from = std::min(start, count);
+    const std::size_t steps = wrap ? count : count - from;
+    for (std::size_t step = 0; step < steps; ++step) {
+        const std::size_t position = (from + step) % count;
+        if (locale_.LowerCase(slots_[position]->text).starts_with(wanted)) {
+            return position;
+        }
+    }
+    return kNoPosition;
+}
+
+void ListModel::AttachSmallIcons(KeyedImageList* images) {
+    if (images != nullptr && images->Count() == 0) {
+        throw ProgramError(error_number::kImageListNotInitialised,
+                           "ImageList must be initialized before it can be used");
+    }
+    if (small_icons_ != images) {
+        small_icons_ = images;
+        if (observer_ != nullptr) {
+            observer_->SmallIconsAttached();
+        }
+    }
+}
+
+void ListModel::SetHoldsItems(bool holds_items) {
+    if (holds_items_ != holds_items) {
+        holds_items_ = holds_items;
+        if (observer_ != nullptr) {
+            observer_->EmptyStateChanged();
+        }
+    }
+}
+
+void ListModel::CloseGaps() const {
+    if (slots_.size() == Count()) {
+        return;
+    }
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        if (i == current_slot_) {
+            current_slot_ = kept;  // itself, or whoever takes its place
+        }
+        if (slots_[i] != nullptr) {
+            slots_[i]->slot_ = kept;
+            if (kept != i) {
+                slots_[kept] = std::move(slots_[i]);
+            }
+            ++kept;
+        }
+    }
+    slots_.resize(kept);
+    if (current_slot_ != kNoPosition && current_slot_ >= kept) {
+        current_slot_ = kept == 0 ? kNoPosition : kept - 1;
+    }
+}
+
+void ListModel::Select(ListRow& row, bool selected) {
+    if (row.selected != selected) {
+        row.selected = selected;
+        selected_count_ = selected ? selected_count_ + 1 : selected_count_ - 1;
+    }
+}
+
+void ListModel::TellRowChanged(const ListRow& row) const {
+    if (observer_ == nullptr) {
+        return;
+    }
+    if (slots_.size() == Count()) {
+        observer_->RowChanged(row.slot_);
+    } else {
+        // Positions are unsettled, and settling them for every write would cost a pass each.
+        observer_->RowsChanged();
+    }
+}
+
+}  // namespace tidemark

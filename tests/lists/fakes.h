@@ -1,0 +1,62 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "lists/keyed_image_list.h"
+#include "platform/file_system_object.h"
+#include "platform/user_locale.h"
+
+namespace tidemark {
+
+// Lower-cases ASCII letters.
+class FakeLocale : public UserLocale {
+  public:
+    std::string LowerCase(const std::string& text) override {
+        std::string lower = text;
+        for (char& c : lower) {
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        }
+        return lower;
+    }
+    std::string ThousandsSeparator() override { return ","; }
+    std::string DateSeparator() override { return "/"; }
+    std::string TimeSeparator() override { return ":"; }
+    double ReadDateTime(const std::string& /*text*/) override { return 0; }
+};
+
+// Files with their type names, and folders.
+class FakeFileSystem : public FileSystemObject {
+  public:
+    std::map<std::string, std::string> files;
+    std::set<std::string> folders;
+
+    std::int32_t DriveCount() override { return 1; }
+    bool FileExists(const std::string& path) override { return files.contains(path); }
+    bool FolderExists(const std::string& path) override { return folders.contains(path); }
+    std::string TypeName(const std::string& path) override {
+        const auto file = files.find(path);
+        return file != files.end() ? file->second : FolderExists(path) ? "File Folder" : "";
+    }
+    std::string ParentFolder(const std::string& /*path*/) override { return {}; }
+};
+
+// Yields an icon for every path of a file system that exists, and keeps which were asked for.
+class FakePictures : public PictureStore {
+  public:
+    explicit FakePictures(FakeFileSystem& file_system) : file_system_(file_system) {}
+
+    std::vector<std::string> asked;
+
+    bool AddSmallIcon(const std::string& path) override {
+        asked.push_back(path);
+        return file_system_.FileExists(path) || file_system_.FolderExists(path);
+    }
+
+  private:
+    FakeFileSystem& file_system_;
+};
+
+}  // namespace tidemark
