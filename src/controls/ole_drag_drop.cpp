@@ -1,0 +1,126 @@
+#include "controls/ole_drag_drop.h"
+
+namespace tidemark {
+namespace {
+
+// Bits of the key state that OLE hands over.
+constexpr std::uint32_t kKeyLeftButton = 0x01;
+constexpr std::uint32_t kKeyRightButton = 0x02;
+constexpr std::uint32_t kKeyShift = 0x04;
+constexpr std::uint32_t kKeyControl = 0x08;
+constexpr std::uint32_t kKeyMiddleButton = 0x10;
+constexpr std::uint32_t kKeyAlt = 0x20;
+
+std::int16_t Bits(std::uint32_t key_state, std::uint32_t one, std::uint32_t two,
+                  std::uint32_t four) {
+    return static_cast<std::int16_t>(((key_state & one) != 0 ? 1 : 0) |
+                                     ((key_state & two) != 0 ? 2 : 0) |
+                                     ((key_state & four) != 0 ? 4 : 0));
+}
+
+}  // namespace
+
+void OleDragDropSink::CompleteDrag(std::int32_t& /*effect*/) {}
+
+void OleDragDropSink::DragDrop(DragData& /*data*/, std::int32_t& effect, std::int16_t /*button*/,
+                               std::int16_t /*shift*/, float& /*x*/, float& /*y*/) {
+    effect = kDropEffectNone;
+}
+
+void OleDragDropSink::DragOver(DragData& /*data*/, std::int32_t& effect, std::int16_t /*button*/,
+                               std::int16_t /*shift*/, float& /*x*/, float& /*y*/,
+                               std::int16_t /*state*/) {
+    effect = kDropEffectNone;
+}
+
+void OleDragDropSink::GiveFeedback(std::int32_t& /*effect*/, bool& /*default_cursors*/) {}
+
+void OleDragDropSink::SetData(DragSourceData& /*data*/, std::int16_t /*format*/) {}
+
+void OleDragDropSink::StartDrag(DragSourceData& /*data*/, std::int32_t& /*allowed_effects*/) {}
+
+void OleDragDropForwarder::SetOrigin(float left, float top) {
+    left_ = left;
+    top_ = top;
+}
+
+void OleDragDropForwarder::CompleteDrag(std::int32_t& effect) {
+    if (events_.OLECompleteDrag) {
+        events_.OLECompleteDrag(effect);
+    }
+}
+
+void OleDragDropForwarder::DragDrop(DragData& data, std::int32_t& effect, std::int16_t button,
+                                    std::int16_t shift, float& x, float& y) {
+    if (!events_.OLEDragDrop) {
+        effect = kDropEffectNone;
+        return;
+    }
+    x += left_;
+    y += top_;
+    events_.OLEDragDrop(data, effect, button, shift, x, y);
+}
+
+void OleDragDropForwarder::DragOver(DragData& data, std::int32_t& effect, std::int16_t button,
+                                    std::int16_t shift, float& x, float& y, std::int16_t state) {
+    if (!events_.OLEDragOver) {
+        effect = kDropEffectNone;
+        return;
+    }
+    x += left_;
+    y += top_;
+    events_.OLEDragOver(data, effect, button, shift, x, y, state);
+}
+
+void OleDragDropForwarder::GiveFeedback(std::int32_t& effect, bool& default_cursors) {
+    if (events_.OLEGiveFeedback) {
+        events_.OLEGiveFeedback(effect, default_cursors);
+    }
+}
+
+void OleDragDropForwarder::SetData(DragSourceData& data, std::int16_t format) {
+    if (events_.OLESetData) {
+        events_.OLESetData(data, format);
+    }
+}
+
+void OleDragDropForwarder::StartDrag(DragSourceData& data, std::int32_t& allowed_effects) {
+    if (events_.OLEStartDrag) {
+        events_.OLEStartDrag(data, allowed_effects);
+    }
+}
+
+bool AcceptFiles(DragData& data, std::int32_t& effect) {
+    const std::int32_t allowed = effect;
+    effect = kDropEffectNone;
+    if (!data.GetFormat(kFileListFormat) || data.Files().empty()) {
+        return false;
+    }
+    if ((allowed & kDropEffectCopy) != 0) {
+        effect = kDropEffectCopy;
+    } else if ((allowed & kDropEffectLink) != 0) {
+        effect = kDropEffectLink;
+    }
+    return effect != kDropEffectNone;
+}
+
+std::int16_t ButtonFromKeyState(std::uint32_t key_state) {
+    return Bits(key_state, kKeyLeftButton, kKeyRightButton, kKeyMiddleButton);
+}
+
+std::int16_t ShiftFromKeyState(std::uint32_t key_state) {
+    return Bits(key_state, kKeyShift, kKeyControl, kKeyAlt);
+}
+
+DragStep NextDragStep(bool escape_pressed, std::uint32_t key_state, std::int16_t drag_buttons) {
+    if (escape_pressed) {
+        return DragStep::kCancel;
+    }
+    const int down = ButtonFromKeyState(key_state);
+    if ((down & ~drag_buttons) != 0) {
+        return DragStep::kCancel;
+    }
+    return (down & drag_buttons) == 0 ? DragStep::kDrop : DragStep::kContinue;
+}
+
+}  // namespace tidemark
