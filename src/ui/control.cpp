@@ -1,0 +1,134 @@
+#include "ui/control.h"
+
+#include <commctrl.h>
+
+#include "platform/program_error.h"
+#include "platform/win32/wide_text.h"
+#include "ui/hosted_window.h"
+
+namespace tidemark {
+
+void ControlRegistry::Add(HWND window, Control& control) {
+    if (!controls_.emplace(window, &control).second) {
+        throw ProgramError(error_number::kDuplicateKey, "A window has one control only.");
+    }
+}
+
+void ControlRegistry::Remove(HWND window) {
+    controls_.erase(window);
+}
+
+Control* ControlRegistry::Find(HWND window) const {
+    for (HWND candidate = window; candidate != nullptr;) {
+        if (const auto found = controls_.find(candidate); found != controls_.end()) {
+            return found->second;
+        }
+        if (candidate != window) {
+            return nullptr;
+        }
+        candidate = ::GetAncestor(candidate, GA_PARENT);
+    }
+    return nullptr;
+}
+
+std::optional<LRESULT> ControlRegistry::Reflect(UINT message, WPARAM wparam, LPARAM lparam) const {
+    switch (message) {
+        case WM_NOTIFY: {
+            auto* header = reinterpret_cast<NMHDR*>(lparam);
+            Control* control = Find(header->hwndFrom);
+            return control ? control->OnNotify(*header) : std::nullopt;
+        }
+        case WM_COMMAND: {
+            Control* control = lparam != 0 ? Find(reinterpret_cast<HWND>(lparam)) : nullptr;
+            return control ? control->OnCommand(HIWORD(wparam)) : std::nullopt;
+        }
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_CTLCOLORSTATIC: {
+            Control* control = Find(reinterpret_cast<HWND>(lparam));
+            return control ? control->OnControlColour(message, reinterpret_cast<HDC>(wparam))
+                           : std::nullopt;
+        }
+        case WM_DRAWITEM: {
+            auto* item = reinterpret_cast<DRAWITEMSTRUCT*>(lparam);
+            // For a menu the window is a menu handle, which is nobody's control.
+            Control* control = item->CtlType != ODT_MENU ? Find(item->hwndItem) : nullptr;
+            return control ? control->OnDrawItem(*item) : std::nullopt;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+Control::~Control() {
+    Destroy();
+}
+
+void Control::Destroy() {
+    const HWND window = Handle();
+    if (window == nullptr) {
+        return;
+    }
+    // Forgotten first: what the window says while it goes concerns a wrapper that is going.
+    Forget();
+    ::DestroyWindow(window);
+}
+
+std::optional<LRESULT> Control::OnNotify(NMHDR& /*header*/) {
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Control::OnCommand(WORD /*notification*/) {
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Control::OnControlColour(UINT /*message*/, HDC /*dc*/) {
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Control::OnDrawItem(DRAWITEMSTRUCT& /*item*/) {
+    return std::nullopt;
+}
+
+void Control::CreateChild(ControlSite& site, const wchar_t* class_name, const ControlSpec& spec) {
+    if (Handle() != nullptr) {
+        throw ProgramError(error_number::kDuplicateKey, "The control has a window already.");
+    }
+    const DWORD style = WS_CHILD | spec.style | (spec.visible ? WS_VISIBLE : 0U);
+    const HWND window = ::CreateWindowExW(
+        spec.extended_style, class_name, WideFromUtf8(spec.text).c_str(), style, spec.bounds.left,
+        spec.bounds.top, spec.bounds.width, spec.bounds.height, site.SiteWindow(),
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId())),
+        ::GetModuleHandleW(nullptr), nullptr);
+    if (window == nullptr) {
+        ThrowSystemError(::GetLastError(), "Creating a control");
+    }
+    Adopt(site, window);
+    SetFont(reinterpret_cast<HFONT>(::SendMessageW(site.SiteWindow(), WM_GETFONT, 0, 0)));
+}
+
+void Control::Adopt(ControlSite& site, HWND window) {
+    site.Controls().Add(window, *this);
+    registry_ = &site.Controls();
+    SetHandle(window);
+    ::SetWindowSubclass(window, WatchProc, 0, reinterpret_cast<DWORD_PTR>(this));
+}
+
+LRESULT CALLBACK Control::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                    UINT_PTR /*id*/, DWORD_PTR control) {
+    if (message == WM_NCDESTROY) {
+        reinterpret_cast<Control*>(control)->Forget();
+    }
+    return ::DefSubclassProc(window, message, wparam, lparam);
+}
+
+void Control::Forget() {
+    const HWND window = Handle();
+    ::RemoveWindowSubclass(window, WatchProc, 0);
+    registry_->Remove(window);
+    registry_ = nullptr;
+    SetHandle(nullptr);
+}
+
+}  // namespace tidemark

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+#include "ui/window.h"
+
+namespace tidemark {
+
+class Control;
+
+// Calls an event's handler, if there is one. The call runs a copy, so that the handler may replace
+// itself or destroy the object that holds it.
+template <typename Signature, typename... Arguments>
+auto Raise(const std::function<Signature>& event, Arguments&&... arguments) {
+    using Result = typename std::function<Signature>::result_type;
+    if (!event) {
+        return Result();
+    }
+    const std::function<Signature> handler = event;
+    return handler(std::forward<Arguments>(arguments)...);
+}
+
+// The controls of one form, found by their windows. Controls register themselves.
+class ControlRegistry {
+  public:
+    // Throws ProgramError (duplicate key) when the window is registered already.
+    void Add(HWND window, Control& control);
+    void Remove(HWND window);
+    // The control of a window, or of the control that the window is a part of (a list's header);
+    // null for a stranger.
+    [[nodiscard]] Control* Find(HWND window) const;
+    // A control identifier not handed out before; none is one that dialogs use (OK, Cancel ...).
+    [[nodiscard]] int NextId() { return next_id_++; }
+
+    // Hands a message that a control sent to its parent (a notification, a command, a question for
+    // colours, an item to draw) to the control's own wrapper. Empty when the message is none of
+    // these, comes from a stranger, or the wrapper leaves it to the parent.
+    std::optional<LRESULT> Reflect(UINT message, WPARAM wparam, LPARAM lparam) const;
+
+  private:
+    std::unordered_map<HWND, Control*> controls_;
+    int next_id_ = 1001;
+};
+
+// Where controls are created: a form, or a panel of a form.
+class ControlSite {
+  public:
+    [[nodiscard]] virtual HWND SiteWindow() const = 0;
+    [[nodiscard]] virtual ControlRegistry& Controls() = 0;
+
+  protected:
+    ~ControlSite() = default;
+};
+
+// What a control is created from; each wrapper adds its own styles.
+struct ControlSpec {
+    std::string text;
+    Bounds bounds;
+    DWORD style = 0;  // added to WS_CHILD and the wrapper's own
+    DWORD extended_style = 0;
+    bool visible = true;
+};
+
+// A child window with its wrapper: owns the window, which goes with the wrapper or with the parent
+// window, whichever is first. The messages it sends its parent come back to the wrapper, which
+// turns them into events. Controls follow each other in tab order as they are created; a label
+// stands directly before what it names, which is how assistive technology finds a control's name.
+class Control : public Window {
+  public:
+    Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    virtual ~Control();
+
+    // Destroys the window; the wrapper can be created anew.
+    void Destroy();
+
+    // The messages a control sends its parent, reflected. An empty answer leaves the message to
+    // the parent.
+    virtual std::optional<LRESULT> OnNotify(NMHDR& header);
+    virtual std::optional<LRESULT> OnCommand(WORD notification);
+    virtual std::optional<LRESULT> OnControlColour(UINT message, HDC dc);
+    virtual std::optional<LRESULT> OnDrawItem(DRAWITEMSTRUCT& item);
+
+  protected:
+    // Creates the window of a system class in `site`. Throws ProgramError when it cannot be
+    // created, and when there is one already.
+    void CreateChild(ControlSite& site, const wchar_t* class_name, const ControlSpec& spec);
+    // Takes over a child window that was created in `site` otherwise.
+    void Adopt(ControlSite& site, HWND window);
+
+  private:
+    friend class ControlRegistry;
+    static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      UINT_PTR id, DWORD_PTR control);
+    void Forget();
+
+    ControlRegistry* registry_ = nullptr;
+};
+
+}  // namespace tidemark

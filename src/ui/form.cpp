@@ -1,0 +1,187 @@
+#include "ui/form.h"
+
+#include "ui/button.h"
+#include "ui/menu.h"
+
+namespace tidemark {
+namespace {
+
+bool Held(int key) {
+    return ::GetKeyState(key) < 0;
+}
+
+// Whether the window wants this very key for itself (a list that edits a label, an open drop-down).
+bool WantsKey(const MSG& message) {
+    const auto code = static_cast<UINT>(::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
+                                                       reinterpret_cast<LPARAM>(&message)));
+    return (code & DLGC_WANTMESSAGE) != 0;
+}
+
+bool Pressable(const Button* button) {
+    return button != nullptr && button->Enabled() && ::IsWindowVisible(button->Handle());
+}
+
+}  // namespace
+
+Form::~Form() {
+    Destroy();
+}
+
+void Form::Create(const wchar_t* class_name, const FormSpec& spec) {
+    HostedWindowSpec window;
+    window.class_name = class_name;
+    window.text = spec.caption;
+    window.style = spec.style & ~static_cast<DWORD>(WS_VISIBLE);
+    window.extended_style = spec.extended_style | WS_EX_CONTROLPARENT;
+    window.bounds = spec.bounds;
+    window.parent = spec.owner;
+    window.background = spec.background;
+    CreateHostedWindow(*this, window);
+}
+
+void Form::Destroy() {
+    if (Handle() != nullptr) {
+        ::DestroyWindow(Handle());
+    }
+}
+
+void Form::SetMenuBar(Menu* menu) {
+    menu_ = menu;
+    ::SetMenu(Handle(), menu != nullptr ? menu->Bar() : nullptr);
+    if (menu != nullptr) {
+        menu->AttachTo(*this);
+    }
+}
+
+void Form::SetDefaultButton(Button* button) {
+    if (default_button_ != nullptr) {
+        default_button_->ShowAsDefault(false);
+    }
+    default_button_ = button;
+    if (default_button_ != nullptr) {
+        default_button_->ShowAsDefault(true);
+    }
+}
+
+void Form::FocusFirst() {
+    if (const HWND first = ::GetNextDlgTabItem(Handle(), nullptr, FALSE)) {
+        ::SetFocus(first);
+    }
+}
+
+LRESULT Form::Default(UINT message, WPARAM wparam, LPARAM lparam) {
+    return ::DefWindowProcW(Handle(), message, wparam, lparam);
+}
+
+LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (Handle() == nullptr) {
+        SetHandle(window);
+    }
+    if (const auto answer = controls_.Reflect(message, wparam, lparam)) {
+        return *answer;
+    }
+    if (OnMenuMessage(message, wparam, lparam)) {
+        return 0;
+    }
+    switch (message) {
+        case WM_SIZE:
+            if (wparam != SIZE_MINIMIZED) {
+                OnResize({LOWORD(lparam), HIWORD(lparam)});
+            }
+            return 0;
+        case WM_CLOSE:
+            OnClose();
+            return 0;
+        case WM_ACTIVATE:
+            if (LOWORD(wparam) == WA_INACTIVE) {
+                RememberFocus();
+            }
+            OnActivate(LOWORD(wparam) != WA_INACTIVE);
+            return 0;
+        case WM_SETFOCUS:
+            RestoreFocus();
+            return 0;
+        case WM_GETFONT:
+            return reinterpret_cast<LRESULT>(font_);
+        case WM_DESTROY:
+            OnDestroy();
+            // A bar left in the window would be destroyed with it; its Menu owns it.
+            ::SetMenu(window, nullptr);
+            return 0;
+        case WM_NCDESTROY: {
+            const LRESULT result = ::DefWindowProcW(window, message, wparam, lparam);
+            SetHandle(nullptr);
+            last_focus_ = nullptr;
+            return result;
+        }
+        default:
+            return ::DefWindowProcW(window, message, wparam, lparam);
+    }
+}
+
+bool Form::OnMenuMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (menu_ == nullptr) {
+        return false;
+    }
+    if (message == WM_INITMENUPOPUP && HIWORD(lparam) == FALSE) {
+        return menu_->Open(reinterpret_cast<HMENU>(wparam));
+    }
+    return message == WM_COMMAND && lparam == 0 && menu_->Click(LOWORD(wparam));
+}
+
+void Form::RememberFocus() {
+    const HWND focus = ::GetFocus();
+    if (focus != nullptr && ::IsChild(Handle(), focus)) {
+        last_focus_ = focus;
+    }
+}
+
+void Form::RestoreFocus() {
+    if (last_focus_ != nullptr && ::IsChild(Handle(), last_focus_) &&
+        ::IsWindowVisible(last_focus_) && ::IsWindowEnabled(last_focus_)) {
+        ::SetFocus(last_focus_);
+    } else {
+        OnFirstFocus();
+    }
+}
+
+bool Form::PreTranslate(MSG& message) {
+    if ((message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) && RouteKey(message)) {
+        return true;
+    }
+    return ::IsDialogMessageW(Handle(), &message) != FALSE;
+}
+
+bool Form::RouteKey(const MSG& message) {
+    KeyPress press;
+    press.key = static_cast<UINT>(message.wParam);
+    press.control = Held(VK_CONTROL);
+    press.shift = Held(VK_SHIFT);
+    press.alt = Held(VK_MENU);
+    press.target = Window(message.hwnd);
+    if (Raise(on_key, press)) {
+        return true;
+    }
+    return !press.control && !press.alt && PressForKey(message);
+}
+
+bool Form::PressForKey(const MSG& message) {
+    if (message.wParam != VK_RETURN && message.wParam != VK_ESCAPE) {
+        return false;
+    }
+    if (WantsKey(message)) {
+        return false;
+    }
+    Button* button = cancel_button_;
+    if (message.wParam == VK_RETURN) {
+        auto* focused = dynamic_cast<Button*>(controls_.Find(message.hwnd));
+        button = focused != nullptr ? focused : default_button_;
+    }
+    if (Pressable(button)) {
+        button->Click();
+    }
+    // Without a button to press the key does nothing; a beep or a made-up command would be worse.
+    return true;
+}
+
+}  // namespace tidemark

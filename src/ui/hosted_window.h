@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include "platform/win32/windows.h"
+#include "ui/geometry.h"
+
+namespace tidemark {
+
+// Receives the messages of a window whose class is the program's own.
+class MessageHandler {
+  public:
+    // Answers one message; the rest goes to DefWindowProcW. An exception goes to the last resort
+    // and the message counts as answered with 0. The handler may destroy the window, or itself.
+    virtual LRESULT OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) = 0;
+    // Sees each message for this top-level window or a window inside it before it is dispatched;
+    // true when that is all that is to happen with it.
+    virtual bool PreTranslate(MSG& /*message*/) { return false; }
+
+  protected:
+    ~MessageHandler() = default;
+};
+
+// What a hosted window is created from.
+struct HostedWindowSpec {
+    const wchar_t* class_name = nullptr;  // registered on first use
+    std::string text;
+    DWORD style = 0;
+    DWORD extended_style = 0;
+    Bounds bounds{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT};
+    HWND parent = nullptr;  // or the owner, for a window that is no child
+    HMENU menu_or_id = nullptr;
+    UINT class_style = 0;
+    int background = COLOR_3DFACE;  // a system colour; -1: the handler erases
+};
+
+// Creates a window whose messages go to `handler` from its first message to its last. Throws
+// ProgramError with the system's code when it cannot be created.
+HWND CreateHostedWindow(MessageHandler& handler, const HostedWindowSpec& spec);
+
+// Parts a window from its handler, for a handler that goes before its window does.
+void DetachHandler(HWND window);
+
+// The handler of a hosted window of this process; null for any other window.
+[[nodiscard]] MessageHandler* HandlerOf(HWND window);
+
+// Throws ProgramError with the code and the system's text of a failed call.
+[[noreturn]] void ThrowSystemError(DWORD code, const char* operation);
+
+}  // namespace tidemark

@@ -1,0 +1,96 @@
+#include "ui/last_resort.h"
+
+#include <algorithm>
+#include <deque>
+#include <exception>
+#include <utility>
+
+#include "platform/program_error.h"
+#include "platform/win32/wide_text.h"
+
+namespace tidemark {
+namespace {
+
+void ShowReport(const LastResortReport& report) {
+    const std::wstring text = WideFromUtf8(report.Text());
+    HWND owner = nullptr;
+    if (::IsWindow(report.owner)) {
+        owner = ::GetAncestor(report.owner, GA_ROOT);
+    }
+    ::MessageBoxW(owner, text.c_str(), L"tidemark", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+}
+
+bool SameError(const LastResortReport& a, const LastResortReport& b) {
+    return a.number == b.number && a.description == b.description;
+}
+
+// What is shown and what waits. Exceptions arrive where no object of the program can be handed in,
+// so this is the one piece of shared state outside the application object. User-interface thread
+// only.
+struct State {
+    LastResortReporter reporter;
+    std::deque<LastResortReport> waiting;  // the front one is being shown
+};
+
+State& Shared() {
+    static State state;
+    return state;
+}
+
+LastResortReport DescribeCurrent(HWND owner) {
+    try {
+        throw;
+    } catch (const ProgramError& error) {
+        return {owner, error.Number(), error.Description()};
+    } catch (const std::exception& error) {
+        return {owner, std::nullopt, error.what()};
+    } catch (...) {
+        return {owner, std::nullopt, "Unknown error"};
+    }
+}
+
+void ShowInTurn(LastResortReport report) {
+    State& state = Shared();
+    const bool showing = !state.waiting.empty();
+    const bool repeated = std::any_of(state.waiting.begin(), state.waiting.end(),
+                                      [&](const auto& other) { return SameError(other, report); });
+    if (repeated) {
+        return;
+    }
+    state.waiting.push_back(std::move(report));
+    if (showing) {
+        return;
+    }
+    while (!state.waiting.empty()) {
+        // A copy: the reporter may be replaced, and the queue may grow, while a box is up.
+        const LastResortReporter show = state.reporter ? state.reporter : ShowReport;
+        try {
+            show(LastResortReport(state.waiting.front()));
+        } catch (...) {
+            // A reporter that fails has no one left to tell; the next report still gets its turn.
+            ::MessageBeep(MB_ICONERROR);
+        }
+        state.waiting.pop_front();
+    }
+}
+
+}  // namespace
+
+std::string LastResortReport::Text() const {
+    return number ? "Error: " + std::to_string(*number) + "\n" + description : description;
+}
+
+void ReportToLastResort(HWND owner) noexcept {
+    try {
+        ShowInTurn(DescribeCurrent(owner));
+    } catch (...) {
+        // Out of memory while describing an error: the fixed text needs none.
+        ::MessageBoxW(nullptr, L"Out of memory.", L"tidemark", MB_OK | MB_ICONERROR);
+    }
+}
+
+LastResortReporter SetLastResortReporter(LastResortReporter reporter) {
+    return std::exchange(Shared().reporter, std::move(reporter));
+}
+
+}  // namespace tidemark

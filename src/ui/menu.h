@@ -1,0 +1,103 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/gdi.h"
+#include "ui/geometry.h"
+
+namespace tidemark {
+
+class Menu;
+class Window;
+
+// One line of a menu table. A row of level 0 is a top-level menu; rows of level 1 below it are its
+// items. The caption "-" makes a separator, a tab in a caption puts what follows to the right, and
+// "&" marks the mnemonic.
+struct MenuRow {
+    int level = 0;
+    const char* name = nullptr;
+    const char* caption = nullptr;
+};
+
+// One top-level menu or one item of it. Its states live in the system's menu: what is read is what
+// the user sees.
+class MenuItem {
+  public:
+    MenuItem(const MenuItem&) = delete;
+    MenuItem& operator=(const MenuItem&) = delete;
+
+    std::function<void()> on_click;  // an item was chosen
+    std::function<void()> on_open;   // a top-level menu is about to drop down or pop up
+    std::string tag;                 // the program's own text
+
+    [[nodiscard]] const std::string& Name() const { return name_; }
+    [[nodiscard]] std::string Caption() const;
+    void SetCaption(std::string_view caption);
+    [[nodiscard]] bool Enabled() const;
+    void SetEnabled(bool enabled);
+    [[nodiscard]] bool Checked() const;
+    void SetChecked(bool checked);
+    // Top-level menus only: whether the menu stands in the bar. A hidden one can still pop up.
+    [[nodiscard]] bool Visible() const { return visible_; }
+    void SetVisible(bool visible);
+    // As if the user chose the item; nothing while it is disabled.
+    void Click();
+
+    [[nodiscard]] UINT Id() const { return id_; }
+
+  private:
+    friend class Menu;
+    MenuItem(Menu& menu, const MenuRow& row, UINT id);
+    [[nodiscard]] HMENU Holder() const;  // the system's menu that this item is in
+    [[nodiscard]] UINT State() const;
+
+    Menu& menu_;
+    std::string name_;
+    std::string caption_;  // of a top-level menu, while it is out of the bar too
+    UINT id_;
+    UniqueMenu popup_;            // of a top-level menu
+    MenuItem* parent_ = nullptr;  // of an item
+    bool visible_ = true;
+};
+
+// A menu bar with its menus, built from a table; items are reached by their names.
+class Menu {
+  public:
+    // Names are unique. Throws ProgramError for a repeated name (duplicate key), an item before the
+    // first top-level menu (invalid argument), or with the system's code.
+    explicit Menu(const std::vector<MenuRow>& rows);
+    Menu(const Menu&) = delete;
+    Menu& operator=(const Menu&) = delete;
+    ~Menu();
+
+    // The item of that name; throws ProgramError (invalid argument) for a name that is not there.
+    // Items stay where they are in memory.
+    [[nodiscard]] MenuItem& operator[](std::string_view name) const;
+
+    // Pops a top-level menu up at a screen point over `owner` and, once it has closed, runs the
+    // chosen item's handler. `flags` are of TrackPopupMenu.
+    void PopUp(MenuItem& top, const Window& owner, Point at, UINT flags = 0);
+
+    // The bar, and what the window that shows it hands on.
+    [[nodiscard]] HMENU Bar() const { return bar_.Get(); }
+    void AttachTo(const Window& window);
+    // A menu is about to open; a stranger's is left alone (false).
+    bool Open(HMENU popup) const;
+    // An item was chosen; false for an identifier that is none of this menu's.
+    bool Click(UINT id) const;
+
+  private:
+    friend class MenuItem;
+    void InsertTop(MenuItem& top);
+    void RedrawBar() const;
+
+    UniqueMenu bar_;
+    std::vector<std::unique_ptr<MenuItem>> items_;  // in table order
+    HWND window_ = nullptr;
+};
+
+}  // namespace tidemark
