@@ -1,0 +1,74 @@
+#include "controls/file_drag_source.h"
+
+#include <ole2.h>
+
+#include "controls/com_object.h"
+#include "controls/file_data_object.h"
+#include "controls/ole_session.h"
+#include "platform/win32/com_ptr.h"
+#include "ui/last_resort.h"
+
+namespace tidemark {
+namespace {
+
+class DropSource final : public ComObject<IDropSource> {
+  public:
+    DropSource(OleDragDropSink& source, std::int16_t button) : source_(&source), button_(button) {}
+
+    void Disconnect() { source_ = nullptr; }
+
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape_pressed, DWORD key_state) override {
+        switch (NextDragStep(escape_pressed != FALSE, key_state, button_)) {
+            case DragStep::kDrop:
+                return DRAGDROP_S_DROP;
+            case DragStep::kCancel:
+                return DRAGDROP_S_CANCEL;
+            case DragStep::kContinue:
+                break;
+        }
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD effect) override {
+        bool default_cursors = true;
+        if (source_ != nullptr) {
+            Guarded(nullptr, [&] {
+                auto value = static_cast<std::int32_t>(effect);
+                source_->GiveFeedback(value, default_cursors);
+            });
+        }
+        return default_cursors ? DRAGDROP_S_USEDEFAULTCURSORS : S_OK;
+    }
+
+  private:
+    ~DropSource() override = default;
+
+    OleDragDropSink* source_;
+    std::int16_t button_;
+};
+
+}  // namespace
+
+std::int32_t DragFiles(OleDragDropSink& source, std::int16_t button) {
+    const OleSession ole;
+    const auto data = ComPtr<FileDataObject>::Adopt(new FileDataObject(source));
+    std::int32_t allowed = kDropEffectNone;
+    Guarded(nullptr, [&] { source.StartDrag(*data.Get(), allowed); });
+    std::int32_t effect = kDropEffectNone;
+    if (allowed != kDropEffectNone) {
+        const auto drop_source = ComPtr<DropSource>::Adopt(new DropSource(source, button));
+        DWORD chosen = DROPEFFECT_NONE;
+        const HRESULT result =
+            ::DoDragDrop(data.Get(), drop_source.Get(), static_cast<DWORD>(allowed), &chosen);
+        drop_source->Disconnect();
+        if (result == DRAGDROP_S_DROP) {
+            effect = static_cast<std::int32_t>(chosen);
+        }
+        Guarded(nullptr, [&] { source.CompleteDrag(effect); });
+    }
+    // A target may keep the data; it must not reach a source that is gone.
+    data->Disconnect();
+    return effect;
+}
+
+}  // namespace tidemark

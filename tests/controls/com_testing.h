@@ -1,0 +1,96 @@
+#pragma once
+
+#include <ole2.h>
+
+#include <cstring>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "controls/com_object.h"
+#include "platform/win32/com_ptr.h"
+
+namespace tidemark {
+
+// The references that `object` has beside the one looked through.
+inline ULONG References(IUnknown& object) {
+    object.AddRef();
+    return object.Release();
+}
+
+inline FORMATETC FormatEtc(int format, DWORD media = TYMED_HGLOBAL) {
+    return {.cfFormat = static_cast<CLIPFORMAT>(format),
+            .ptd = nullptr,
+            .dwAspect = DVASPECT_CONTENT,
+            .lindex = -1,
+            .tymed = media};
+}
+
+inline HGLOBAL GlobalBytes(std::span<const std::byte> bytes) {
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+    if (!bytes.empty()) {
+        std::memcpy(::GlobalLock(memory), bytes.data(), bytes.size());
+        ::GlobalUnlock(memory);
+    }
+    return memory;
+}
+
+// A file-list block as another program would make it, honest or not.
+inline std::vector<std::byte> DropFilesBlock(DWORD names_at, BOOL wide, std::string_view names) {
+    std::vector<std::byte> block(20 + names.size());
+    std::memcpy(block.data(), &names_at, sizeof names_at);
+    std::memcpy(block.data() + 16, &wide, sizeof wide);
+    if (!names.empty()) {
+        std::memcpy(block.data() + 20, names.data(), names.size());
+    }
+    return block;
+}
+
+// Another program's data: one format with whatever a test puts behind it.
+class FakeDataObject final : public ComObject<IDataObject> {
+  public:
+    CLIPFORMAT format = CF_HDROP;
+    DWORD tymed = TYMED_HGLOBAL;   // what GetData says it hands out
+    bool without_handle = false;   // success, but nothing in the medium
+    std::vector<std::byte> bytes;  // the memory
+    ComPtr<IStream> stream;        // for TYMED_ISTREAM
+    int get_data_calls = 0;
+
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* wanted, STGMEDIUM* medium) override {
+        ++get_data_calls;
+        if (wanted->cfFormat != format) {
+            return DV_E_FORMATETC;
+        }
+        *medium = {};
+        medium->tymed = tymed;
+        if (without_handle) {
+            return S_OK;
+        }
+        if (tymed == TYMED_HGLOBAL) {
+            medium->hGlobal = GlobalBytes(bytes);
+        } else if (tymed == TYMED_ISTREAM) {
+            medium->pstm = stream.Get();
+            medium->pstm->AddRef();
+        }
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* wanted) override {
+        return wanted->cfFormat == format ? S_OK : DV_E_FORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
+
+  private:
+    ~FakeDataObject() override = default;
+};
+
+}  // namespace tidemark

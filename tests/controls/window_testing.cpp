@@ -1,0 +1,47 @@
+#include "controls/window_testing.h"
+
+#include <utility>
+
+namespace tidemark {
+
+TestWindow::TestWindow(const Bounds& bounds, HWND parent)
+    : window_(::CreateWindowExW(0, L"STATIC", L"test window",
+                                (parent != nullptr ? WS_CHILD : WS_POPUP) | WS_VISIBLE | SS_NOTIFY,
+                                bounds.left, bounds.top, bounds.width, bounds.height, parent,
+                                nullptr, ::GetModuleHandleW(nullptr), nullptr)) {}
+
+void TestWindow::Destroy() {
+    if (const HWND window = std::exchange(window_, nullptr)) {
+        ::DestroyWindow(window);
+    }
+}
+
+void PumpMessages() {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+}
+
+bool PumpUntil(const std::function<bool()>& done, DWORD timeout_ms) {
+    const ULONGLONG end = ::GetTickCount64() + timeout_ms;
+    for (;;) {
+        PumpMessages();
+        if (done()) {
+            return true;
+        }
+        if (::GetTickCount64() >= end) {
+            return false;
+        }
+        // Wakes for a message; otherwise the condition is looked at again a little later.
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+}
+
+IDropTarget* RegisteredTarget(HWND window) {
+    // The property in which OLE keeps a target for its own process.
+    return static_cast<IDropTarget*>(::GetPropW(window, L"OleDropTargetInterface"));
+}
+
+}  // namespace tidemark

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <oleidl.h>
+
+#include <functional>
+
+#include "platform/win32/windows.h"
+#include "ui/geometry.h"
+
+namespace tidemark {
+
+// A plain popup window on the screen, for tests that need one to hang something on.
+class TestWindow {
+  public:
+    explicit TestWindow(const Bounds& bounds, HWND parent = nullptr);
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+    ~TestWindow() { Destroy(); }
+
+    [[nodiscard]] HWND Handle() const { return window_; }
+    void Destroy();
+
+  private:
+    HWND window_ = nullptr;
+};
+
+// Handles the messages that wait, then returns.
+void PumpMessages();
+
+// Handles messages until `done` says so; false when that takes longer than `timeout_ms`.
+bool PumpUntil(const std::function<bool()>& done, DWORD timeout_ms = 10000);
+
+// The drop target registered for a window of this process, null when there is none. Not owned.
+IDropTarget* RegisteredTarget(HWND window);
+
+}  // namespace tidemark
