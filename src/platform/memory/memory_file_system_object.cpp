@@ -1,0 +1,66 @@
+#include "platform/memory/memory_file_system_object.h"
+
+#include "platform/memory/fold_case.h"
+#include "platform/program_error.h"
+
+namespace tidemark {
+namespace {
+
+constexpr std::int32_t kCannotCreateObject = 429;
+
+}  // namespace
+
+std::int32_t MemoryFileSystemObject::DriveCount() {
+    if (!available_) {
+        throw ProgramError(kCannotCreateObject, "ActiveX component can't create object");
+    }
+    return volume_.RootCount();
+}
+
+bool MemoryFileSystemObject::FileExists(const std::string& path) {
+    return available_ && volume_.FileExists(path);
+}
+
+bool MemoryFileSystemObject::FolderExists(const std::string& path) {
+    return available_ && volume_.FolderExists(path);
+}
+
+std::string MemoryFileSystemObject::TypeName(const std::string& path) {
+    if (FolderExists(path)) {
+        return "File Folder";
+    }
+    if (!FileExists(path)) {
+        return {};
+    }
+    const std::size_t name = path.find_last_of("\\/") + 1;
+    const std::size_t dot = path.find_last_of('.');
+    if (dot == std::string::npos || dot < name || dot + 1 == path.size()) {
+        return "File";
+    }
+    std::string extension = FoldCase(path.substr(dot + 1));
+    if (extension == "txt") {
+        return "Text Document";
+    }
+    if (extension == "exe") {
+        return "Application";
+    }
+    for (char& c : extension) {
+        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
+    }
+    return extension + " File";
+}
+
+std::string MemoryFileSystemObject::ParentFolder(const std::string& path) {
+    if (!FileExists(path) && !FolderExists(path)) {
+        return {};
+    }
+    const std::size_t last = path.find_last_not_of("\\/");
+    const std::size_t separator = path.find_last_of("\\/", last);
+    if (separator == std::string::npos) {
+        return {};
+    }
+    const std::string parent = path.substr(0, separator);
+    return parent.size() == 2 && parent[1] == ':' ? parent + "\\" : parent;
+}
+
+}  // namespace tidemark

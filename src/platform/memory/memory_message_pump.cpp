@@ -1,0 +1,62 @@
+#include "platform/memory/memory_message_pump.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace tidemark {
+
+void MemoryMessagePump::AtCall(std::size_t nth, std::function<void()> action) {
+    actions_[calls_ + nth].push_back(std::move(action));
+}
+
+void MemoryMessagePump::LetPendingMessagesRun() {
+    ++calls_;
+    if (quit_) {
+        return;
+    }
+    now_ += per_call_;
+    if (const auto due = actions_.extract(calls_)) {
+        for (const auto& action : due.mapped()) {
+            RunGuarded(action);
+        }
+    }
+    if (at_every_call_) {
+        RunGuarded(at_every_call_);
+    }
+    RunDueTicks();
+}
+
+void MemoryMessagePump::RunFor(std::uint64_t milliseconds) {
+    const std::uint64_t end = now_ + milliseconds;
+    while (wake_ && *wake_ <= end) {
+        now_ = std::max(now_, *wake_);
+        RunDueTicks();
+    }
+    now_ = std::max(now_, end);
+}
+
+void MemoryMessagePump::RunUntilIdle() {
+    while (wake_) {
+        now_ = std::max(now_, *wake_);
+        RunDueTicks();
+    }
+}
+
+void MemoryMessagePump::RunGuarded(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const std::exception& error) {
+        failures_.emplace_back(error.what());
+    }
+}
+
+// Only when the queue asked to be woken, as the real system does.
+void MemoryMessagePump::RunDueTicks() {
+    if (wake_ && *wake_ <= now_) {
+        wake_.reset();
+        RunGuarded([this] { timers_.RunDue(); });
+    }
+}
+
+}  // namespace tidemark

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/message_pump.h"
+#include "platform/timer_queue.h"
+
+namespace tidemark {
+
+// The user-interface thread in memory: a clock that moves only when told, the timers on it, and
+// the pump that long work asks. Like the real one it lets no exception of a tick or an action out
+// into the work that pumps: it is kept for the test to look at.
+class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
+  public:
+    MemoryMessagePump() : timers_(*this) {}
+
+    [[nodiscard]] TimerQueue& Timers() { return timers_; }
+
+    // Runs inside the nth pump call from now (1 is the next), before the ticks that are due.
+    void AtCall(std::size_t nth, std::function<void()> action);
+    // Runs inside every pump call; empty for none.
+    void AtEveryCall(std::function<void()> action) { at_every_call_ = std::move(action); }
+    // Milliseconds that pass before each pump call (none at first).
+    void SetMillisecondsPerCall(std::uint64_t milliseconds) { per_call_ = milliseconds; }
+    // A quit message was met: from now on pump calls do nothing.
+    void Quit() { quit_ = true; }
+
+    // Pump calls made of either kind, those after a quit included.
+    [[nodiscard]] std::size_t CallCount() const { return calls_; }
+
+    // The message loop. RunFor lets that much time pass and runs every tick as it falls due;
+    // RunUntilIdle goes on until no timer is enabled.
+    void RunFor(std::uint64_t milliseconds);
+    void RunUntilIdle();
+
+    // Descriptions of the exceptions that ticks and actions ended in.
+    [[nodiscard]] const std::vector<std::string>& Failures() const { return failures_; }
+
+    void LetPendingMessagesRun() override;
+    void RunPendingMessagesNow() override { LetPendingMessagesRun(); }
+
+  private:
+    std::uint64_t Now() override { return now_; }
+    void WakeAt(std::uint64_t time) noexcept override { wake_ = time; }
+    void RunGuarded(const std::function<void()>& work);
+    void RunDueTicks();
+
+    TimerQueue timers_;
+    std::uint64_t now_ = 0;
+    std::optional<std::uint64_t> wake_;
+    std::map<std::size_t, std::vector<std::function<void()>>> actions_;
+    std::function<void()> at_every_call_;
+    std::uint64_t per_call_ = 0;
+    std::size_t calls_ = 0;
+    bool quit_ = false;
+    std::vector<std::string> failures_;
+};
+
+}  // namespace tidemark

@@ -1,0 +1,113 @@
+#include "platform/memory/memory_user_locale.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "platform/memory/fold_case.h"
+#include "platform/program_error.h"
+
+namespace tidemark {
+namespace {
+
+struct Numbers {
+    std::array<int, 3> values{};
+    std::size_t count = 0;
+};
+
+[[noreturn]] void Mismatch() {
+    throw ProgramError(error_number::kTypeMismatch, "Type mismatch");
+}
+
+// Reads up to three numbers with one of the separators between them.
+Numbers ReadNumbers(std::string_view text, std::string_view separator, std::string_view others) {
+    Numbers numbers;
+    while (true) {
+        if (numbers.count == numbers.values.size()) {
+            Mismatch();
+        }
+        int& value = numbers.values[numbers.count++];
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (error != std::errc{} || value < 0) {
+            Mismatch();
+        }
+        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+        if (text.empty()) {
+            return numbers;
+        }
+        if (!separator.empty() && text.starts_with(separator)) {
+            text.remove_prefix(separator.size());
+        } else if (others.find(text.front()) != std::string_view::npos) {
+            text.remove_prefix(1);
+        } else {
+            Mismatch();
+        }
+    }
+}
+
+double DateFrom(const Numbers& numbers, bool month_first) {
+    if (numbers.count != 3) {
+        Mismatch();
+    }
+    int month = numbers.values[month_first ? 0 : 1];
+    int day = numbers.values[month_first ? 1 : 0];
+    if (month > 12) {
+        std::swap(month, day);
+    }
+    using namespace std::chrono;
+    const year_month_day date{year{numbers.values[2]},
+                              std::chrono::month(static_cast<unsigned>(month)),
+                              std::chrono::day(static_cast<unsigned>(day))};
+    if (!date.ok()) {
+        Mismatch();
+    }
+    const sys_days epoch{year{1899} / December / 30};
+    return static_cast<double>((sys_days{date} - epoch).count());
+}
+
+double TimeFrom(const Numbers& numbers, bool has_half, bool afternoon) {
+    auto [hour, minute, second] = numbers.values;
+    if (numbers.count < 2 || minute > 59 || second > 59 || hour > (has_half ? 12 : 23)) {
+        Mismatch();
+    }
+    if (has_half) {
+        hour = hour % 12 + (afternoon ? 12 : 0);
+    }
+    return ((hour * 60 + minute) * 60 + second) / 86400.0;
+}
+
+}  // namespace
+
+std::string MemoryUserLocale::LowerCase(const std::string& text) {
+    return FoldCase(text);
+}
+
+double MemoryUserLocale::ReadDateTime(const std::string& text) {
+    const std::string lower = FoldCase(text);
+    std::string_view rest = lower;
+    const bool morning = rest.ends_with(" am");
+    const bool afternoon = rest.ends_with(" pm");
+    if (morning || afternoon) {
+        rest.remove_suffix(3);
+    }
+    double result = 0;
+    const std::size_t blank = rest.find(' ');
+    const bool has_time =
+        rest.find(':') != std::string_view::npos || rest.find(time_) != std::string_view::npos;
+    if (blank != std::string_view::npos || !has_time) {
+        result = DateFrom(ReadNumbers(rest.substr(0, blank), date_, "/-"),
+                          order_ == DateOrder::kMonthFirst);
+        rest = blank == std::string_view::npos ? std::string_view() : rest.substr(blank + 1);
+    }
+    if (!rest.empty()) {
+        result += TimeFrom(ReadNumbers(rest, time_, ":"), morning || afternoon, afternoon);
+    } else if (morning || afternoon) {
+        Mismatch();
+    }
+    return result;
+}
+
+}  // namespace tidemark

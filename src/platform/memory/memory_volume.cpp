@@ -1,0 +1,558 @@
+#include "platform/memory/memory_volume.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "platform/memory/fold_case.h"
+#include "platform/text.h"
+
+namespace tidemark {
+namespace {
+
+using namespace system_error;
+
+// Codes that only the system itself tells apart.
+constexpr std::uint32_t kDirectory = 267;
+constexpr std::uint32_t kCantResolveName = 1921;
+
+constexpr std::size_t kMaxNameUnits = 255;
+// The system gives up on a path that leads through more links than this.
+constexpr int kMaxLinks = 63;
+constexpr std::int64_t kTicksPerMinute = 60LL * 10'000'000;
+// 1 January 2020, 12:00.
+constexpr FileTime kBuildTime{132223536000000000};
+
+bool IsSeparator(char c) {
+    return c == '\\' || c == '/';
+}
+
+std::size_t ComponentEnd(std::string_view path, std::size_t from) {
+    while (from < path.size() && !IsSeparator(path[from])) {
+        ++from;
+    }
+    return from;
+}
+
+// Length of the path's root ("C:" or "\\server\share"); 0 when it has none.
+std::size_t RootLength(std::string_view path) {
+    if (path.size() >= 2 && path[1] == ':' && (path.size() == 2 || IsSeparator(path[2]))) {
+        return 2;
+    }
+    if (path.size() > 2 && IsSeparator(path[0]) && IsSeparator(path[1])) {
+        const std::size_t server = ComponentEnd(path, 2);
+        if (server > 2 && server + 1 < path.size()) {
+            return ComponentEnd(path, server + 1);
+        }
+    }
+    return 0;
+}
+
+bool IsValidName(std::string_view name) {
+    const bool clean = std::all_of(name.begin(), name.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte >= 0x20 && std::string_view("<>:\"|?*").find(c) == std::string_view::npos;
+    });
+    // A unit takes one to three bytes, so that most names need no conversion.
+    return clean && !name.empty() &&
+           (name.size() <= kMaxNameUnits || Utf16FromUtf8(name).size() <= kMaxNameUnits);
+}
+
+[[noreturn]] void Refuse(const char* what, const std::string& path) {
+    throw std::invalid_argument(std::string(what) + ": " + path);
+}
+
+}  // namespace
+
+struct MemoryVolume::Node {
+    std::string name;
+    std::uint32_t attributes = 0;
+    MemoryTimes times{kBuildTime, kBuildTime, kBuildTime};
+    std::map<std::string, NodePtr, std::less<>> children;  // by lower-cased name
+    std::weak_ptr<Node> parent;
+    std::weak_ptr<Node> link_target;
+    bool is_root = false;
+    bool locked = false;
+    bool denies_writing = false;
+    bool denies_listing = false;
+    int open_handles = 0;
+
+    [[nodiscard]] bool IsFolder() const { return (attributes & file_attribute::kDirectory) != 0; }
+    [[nodiscard]] bool IsLink() const { return (attributes & file_attribute::kReparsePoint) != 0; }
+
+    // Chains of folders may be thousands deep: taken apart level by level, not by recursion.
+    ~Node() {
+        std::vector<NodePtr> pending;
+        const auto gather = [&pending](Node& node) {
+            for (auto& [key, child] : node.children) {
+                pending.push_back(std::move(child));
+            }
+            node.children.clear();
+        };
+        gather(*this);
+        while (!pending.empty()) {
+            const NodePtr node = std::move(pending.back());
+            pending.pop_back();
+            if (node.use_count() == 1) {
+                gather(*node);
+            }
+        }
+    }
+    Node() = default;
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+};
+
+// Where a path leads; without a node, why it leads nowhere.
+struct MemoryVolume::Located {
+    NodePtr node;
+    std::uint32_t code = kSuccess;
+};
+
+struct MemoryVolume::Search {
+    NodePtr folder;
+    int dots_left = 0;
+    std::string last_key;  // of the entry returned last; empty before the first
+};
+
+MemoryVolume::MemoryVolume()
+    : messages_{
+          {kFileNotFound, "The system cannot find the file specified.\r\n"},
+          {kPathNotFound, "The system cannot find the path specified.\r\n"},
+          {kAccessDenied, "Access is denied.\r\n"},
+          {kInvalidHandle, "The handle is invalid.\r\n"},
+          {kNoMoreFiles, "There are no more files.\r\n"},
+          {21, "The device is not ready.\r\n"},
+          {kSharingViolation,
+           "The process cannot access the file because it is being used by another process.\r\n"},
+          {53, "The network path was not found.\r\n"},
+          {67, "The network name cannot be found.\r\n"},
+          {kInvalidParameter, "The parameter is incorrect.\r\n"},
+          {112, "There is not enough space on the disk.\r\n"},
+          {kInvalidName, "The filename, directory name, or volume label syntax is incorrect.\r\n"},
+          {206, "The filename or extension is too long.\r\n"},
+          {234, "More data is available.\r\n"},
+          {kDirectory, "The directory name is invalid.\r\n"},
+          {1117, "The request could not be performed because of an I/O device error.\r\n"},
+          {kCantResolveName, "The name of the file cannot be resolved by the system.\r\n"},
+      } {}
+
+MemoryVolume::~MemoryVolume() = default;
+
+MemoryVolume::Located MemoryVolume::Locate(std::string_view path, bool follow_last) const {
+    const std::size_t root_length = RootLength(path);
+    if (root_length == 0) {
+        return {nullptr, kPathNotFound};
+    }
+    NodePtr node;
+    std::size_t at = root_length;
+    int links = 0;
+    if (const NodePtr known = last_folder_.node.lock();
+        known != nullptr && path.starts_with(last_folder_.path)) {
+        node = known;
+        at = last_folder_.path.size();
+        links = last_folder_.links;
+    } else if (const auto root = roots_.find(FoldCase(path.substr(0, root_length)));
+               root != roots_.end()) {
+        node = root->second;
+    } else {
+        return {nullptr, kPathNotFound};
+    }
+
+    NodePtr last_folder;
+    std::size_t last_folder_end = 0;
+    int last_folder_links = 0;
+    while (true) {
+        while (at < path.size() && IsSeparator(path[at])) {
+            ++at;
+        }
+        if (at == path.size()) {
+            break;
+        }
+        // More of the path follows, so this must be a folder to step into.
+        if (node->IsLink()) {
+            node = node->link_target.lock();
+            if (++links > kMaxLinks) {
+                return {nullptr, kCantResolveName};
+            }
+            if (node == nullptr) {
+                return {nullptr, kPathNotFound};
+            }
+        }
+        if (!node->IsFolder()) {
+            return {nullptr, kPathNotFound};
+        }
+        last_folder = node;
+        last_folder_end = at;
+        last_folder_links = links;
+        const std::size_t end = ComponentEnd(path, at);
+        const std::string_view name = path.substr(at, end - at);
+        at = end;
+        if (name == ".") {
+            continue;
+        }
+        if (name == "..") {
+            const NodePtr parent = node->parent.lock();
+            node = parent != nullptr ? parent : node;
+            continue;
+        }
+        if (!IsValidName(name)) {
+            return {nullptr, kInvalidName};
+        }
+        const auto child = node->children.find(FoldCase(name));
+        if (child == node->children.end()) {
+            const bool is_last = path.find_first_not_of("\\/", at) == std::string_view::npos;
+            return {nullptr, is_last ? kFileNotFound : kPathNotFound};
+        }
+        node = child->second;
+    }
+    if (last_folder != nullptr && last_folder_end > root_length) {
+        last_folder_ = {std::string(path.substr(0, last_folder_end)), last_folder,
+                        last_folder_links};
+    }
+    if (!node->IsFolder() && IsSeparator(path.back())) {
+        return {nullptr, kInvalidName};
+    }
+    if (follow_last && node->IsLink()) {
+        if (links + 1 > kMaxLinks) {
+            return {nullptr, kCantResolveName};
+        }
+        node = node->link_target.lock();
+        if (node == nullptr) {
+            return {nullptr, kFileNotFound};
+        }
+    }
+    return {node, kSuccess};
+}
+
+MemoryVolume::NodePtr MemoryVolume::Require(const std::string& path) const {
+    const Located located = Locate(path, /*follow_last=*/false);
+    if (located.node == nullptr) {
+        Refuse("no such file or folder", path);
+    }
+    return located.node;
+}
+
+// Makes the folders that lead to the path's last component; `name` receives that component, empty
+// for a root.
+MemoryVolume::NodePtr MemoryVolume::MakeFolders(const std::string& path, std::string& name) {
+    const std::size_t root_length = RootLength(path);
+    if (root_length == 0) {
+        Refuse("not an absolute path", path);
+    }
+    NodePtr& root = roots_[FoldCase(path.substr(0, root_length))];
+    if (root == nullptr) {
+        root = std::make_shared<Node>();
+        root->name = path.substr(0, root_length);
+        root->attributes = file_attribute::kDirectory;
+        root->is_root = true;
+    }
+    NodePtr node = root;
+    name.clear();
+    std::size_t at = root_length;
+    while (true) {
+        while (at < path.size() && IsSeparator(path[at])) {
+            ++at;
+        }
+        if (at == path.size()) {
+            return node;
+        }
+        if (!name.empty()) {
+            NodePtr& child = node->children[FoldCase(name)];
+            if (child == nullptr) {
+                child = std::make_shared<Node>();
+                child->name = name;
+                child->attributes = file_attribute::kDirectory;
+                child->parent = node;
+            }
+            node = child->IsLink() ? child->link_target.lock() : child;
+            if (node == nullptr || !node->IsFolder()) {
+                Refuse("not a folder on the way", path);
+            }
+        }
+        const std::size_t end = ComponentEnd(path, at);
+        name = path.substr(at, end - at);
+        at = end;
+        if (name == "." || name == ".." || !IsValidName(name)) {
+            Refuse("not a valid name", path);
+        }
+    }
+}
+
+void MemoryVolume::Insert(const std::string& path, const NodePtr& node) {
+    std::string name;
+    const NodePtr folder = MakeFolders(path, name);
+    if (name.empty()) {
+        return;  // a root, which exists now
+    }
+    node->name = name;
+    node->parent = folder;
+    folder->children.try_emplace(FoldCase(name), node);
+}
+
+void MemoryVolume::AddFolder(const std::string& path, std::uint32_t attributes) {
+    const auto node = std::make_shared<Node>();
+    node->attributes = attributes | file_attribute::kDirectory;
+    Insert(path, node);
+}
+
+void MemoryVolume::AddFile(const std::string& path, std::uint32_t attributes) {
+    if (IsSeparator(path.back())) {
+        Refuse("not a file's path", path);
+    }
+    const auto node = std::make_shared<Node>();
+    node->attributes = attributes & ~file_attribute::kDirectory;
+    Insert(path, node);
+}
+
+void MemoryVolume::AddFolderLink(const std::string& path, const std::string& target) {
+    const auto node = std::make_shared<Node>();
+    node->attributes = file_attribute::kDirectory | file_attribute::kReparsePoint;
+    node->link_target = Require(target);
+    Insert(path, node);
+}
+
+void MemoryVolume::Detach(const std::string& path) {
+    const NodePtr node = Require(path);
+    last_folder_ = {};
+    if (node->is_root) {
+        roots_.erase(FoldCase(node->name));
+    } else if (const NodePtr parent = node->parent.lock()) {
+        parent->children.erase(FoldCase(node->name));
+    }
+}
+
+void MemoryVolume::Remove(const std::string& path) {
+    const NodePtr node = Require(path);
+    Detach(path);
+    // A search that is under way in it finds nothing more.
+    node->children.clear();
+}
+
+void MemoryVolume::Move(const std::string& from, const std::string& to) {
+    const NodePtr node = Require(from);
+    Detach(from);
+    Insert(to, node);
+}
+
+void MemoryVolume::Lock(const std::string& path) {
+    Require(path)->locked = true;
+}
+
+void MemoryVolume::Unlock(const std::string& path) {
+    Require(path)->locked = false;
+}
+
+void MemoryVolume::DenyWriting(const std::string& path) {
+    Require(path)->denies_writing = true;
+}
+
+void MemoryVolume::DenyListing(const std::string& path) {
+    Require(path)->denies_listing = true;
+}
+
+bool MemoryVolume::FileExists(const std::string& path) const {
+    const Located located = Locate(path, /*follow_last=*/true);
+    return located.node != nullptr && !located.node->IsFolder();
+}
+
+bool MemoryVolume::FolderExists(const std::string& path) const {
+    const Located located = Locate(path, /*follow_last=*/false);
+    return located.node != nullptr && located.node->IsFolder();
+}
+
+MemoryTimes MemoryVolume::TimesOf(const std::string& path) const {
+    return Require(path)->times;
+}
+
+std::uint32_t MemoryVolume::AttributesOf(const std::string& path) const {
+    return Require(path)->attributes;
+}
+
+std::int32_t MemoryVolume::RootCount() const {
+    return static_cast<std::int32_t>(roots_.size());
+}
+
+bool MemoryVolume::Succeed() {
+    last_error_ = kSuccess;
+    return true;
+}
+
+bool MemoryVolume::Fail(std::uint32_t code) {
+    last_error_ = code;
+    return false;
+}
+
+bool MemoryVolume::Fetch(Search& search, FoundEntry& entry) {
+    if (search.dots_left > 0) {
+        entry.attributes = file_attribute::kDirectory;
+        entry.name = search.dots_left == 2 ? "." : "..";
+        --search.dots_left;
+        return true;
+    }
+    const auto next = search.folder->children.upper_bound(search.last_key);
+    if (next == search.folder->children.end()) {
+        return false;
+    }
+    search.last_key = next->first;
+    entry.attributes = next->second->attributes;
+    entry.name = next->second->name;
+    return true;
+}
+
+SearchHandle MemoryVolume::SearchFirst(const std::string& pattern, FoundEntry& entry) {
+    const std::size_t end = pattern.find_last_of("\\/");
+    const std::string mask = end == std::string::npos ? pattern : pattern.substr(end + 1);
+    if (end == std::string::npos || (mask != "*.*" && mask != "*")) {
+        Fail(kInvalidParameter);
+        return kInvalidSearch;
+    }
+    const Located located =
+        Locate(std::string_view(pattern).substr(0, end + 1), /*follow_last=*/true);
+    std::uint32_t code = located.code;
+    if (code == kFileNotFound) {
+        code = kPathNotFound;  // the folder is a part of the pattern's path
+    } else if (code == kInvalidName && FileExists(pattern.substr(0, end))) {
+        code = kDirectory;
+    } else if (located.node != nullptr && located.node->denies_listing) {
+        code = kAccessDenied;
+    }
+    Search search{located.node, 0, {}};
+    if (code == kSuccess) {
+        search.dots_left = located.node->is_root ? 0 : 2;
+        code = Fetch(search, entry) ? kSuccess : kFileNotFound;
+    }
+    if (code != kSuccess) {
+        Fail(code);
+        return kInvalidSearch;
+    }
+    Succeed();
+    searches_.emplace(next_handle_, std::move(search));
+    return SearchHandle{next_handle_++};
+}
+
+bool MemoryVolume::SearchNext(SearchHandle search, FoundEntry& entry) {
+    const auto found = searches_.find(static_cast<std::uintptr_t>(search));
+    if (found == searches_.end()) {
+        return Fail(kInvalidHandle);
+    }
+    return Fetch(found->second, entry) ? Succeed() : Fail(kNoMoreFiles);
+}
+
+bool MemoryVolume::SearchClose(SearchHandle search) {
+    return searches_.erase(static_cast<std::uintptr_t>(search)) == 1 ? Succeed()
+                                                                     : Fail(kInvalidHandle);
+}
+
+std::uint32_t MemoryVolume::ReadAttributes(const std::string& path) {
+    const Located located = Locate(path, /*follow_last=*/false);
+    if (located.node == nullptr) {
+        Fail(located.code);
+        return file_attribute::kInvalid;
+    }
+    Succeed();
+    return located.node->attributes;
+}
+
+bool MemoryVolume::WriteAttributes(const std::string& path, std::uint32_t attributes) {
+    const Located located = Locate(path, /*follow_last=*/false);
+    if (located.node == nullptr) {
+        return Fail(located.code);
+    }
+    if (located.node->denies_writing) {
+        return Fail(kAccessDenied);
+    }
+    // What an entry is cannot be changed, and "normal" means none of the others.
+    constexpr std::uint32_t kFixed = file_attribute::kDirectory | file_attribute::kReparsePoint;
+    located.node->attributes =
+        (located.node->attributes & kFixed) | (attributes & ~(kFixed | file_attribute::kNormal));
+    if (located.node->attributes == 0) {
+        located.node->attributes = file_attribute::kNormal;
+    }
+    return Succeed();
+}
+
+FileHandle MemoryVolume::OpenForTimes(const std::string& path, std::uint32_t flags_and_attributes) {
+    const Located located = Locate(path, /*follow_last=*/true);
+    std::uint32_t code = located.code;
+    if (const Node* node = located.node.get()) {
+        const bool folder_refused =
+            node->IsFolder() && (flags_and_attributes & kOpenBackupSemantics) == 0;
+        const bool read_only =
+            !node->IsFolder() && (node->attributes & file_attribute::kReadOnly) != 0;
+        if (folder_refused || read_only || node->denies_writing) {
+            code = kAccessDenied;
+        } else if (node->locked || node->open_handles > 0) {
+            // Handles of this call let others read, not write.
+            code = kSharingViolation;
+        }
+    }
+    if (code != kSuccess) {
+        Fail(code);
+        return kInvalidFile;
+    }
+    Succeed();
+    ++located.node->open_handles;
+    files_.emplace(next_handle_, located.node);
+    return FileHandle{next_handle_++};
+}
+
+bool MemoryVolume::SetTime(FileHandle file, FileTime time, FileTime MemoryTimes::*which) {
+    const auto found = files_.find(static_cast<std::uintptr_t>(file));
+    if (found == files_.end()) {
+        return Fail(kInvalidHandle);
+    }
+    // 0 and -1 ask the system to leave the time as it is.
+    if (time.ticks < -1) {
+        return Fail(kInvalidParameter);
+    }
+    if (time.ticks > 0) {
+        found->second->times.*which = time;
+    }
+    return Succeed();
+}
+
+bool MemoryVolume::SetLastWriteTime(FileHandle file, FileTime time) {
+    return SetTime(file, time, &MemoryTimes::written);
+}
+
+bool MemoryVolume::SetCreationTime(FileHandle file, FileTime time) {
+    return SetTime(file, time, &MemoryTimes::created);
+}
+
+bool MemoryVolume::CloseFile(FileHandle file) {
+    const auto found = files_.find(static_cast<std::uintptr_t>(file));
+    if (found == files_.end()) {
+        return Fail(kInvalidHandle);
+    }
+    --found->second->open_handles;
+    files_.erase(found);
+    return Succeed();
+}
+
+bool MemoryVolume::LocalToSystemTime(FileTime local, FileTime& system) {
+    if (local.ticks < 0) {
+        return Fail(kInvalidParameter);
+    }
+    system.ticks = local.ticks - minutes_ahead_ * kTicksPerMinute;
+    return Succeed();
+}
+
+std::string MemoryVolume::MessageText(std::uint32_t code) {
+    constexpr std::uint32_t kMessageNotFound = 317;
+    const auto found = messages_.find(code);
+    if (found == messages_.end()) {
+        Fail(kMessageNotFound);
+        return {};
+    }
+    Succeed();
+    return found->second;
+}
+
+bool MemoryVolume::IsNtFamily() {
+    Succeed();
+    return nt_family_;
+}
+
+}  // namespace tidemark
