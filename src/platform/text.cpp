@@ -34,13 +34,14 @@ void AppendUtf8(std::string& out, char32_t point) {
     }
 }
 
-void AppendUtf16(std::u16string& out, char32_t point) {
+template <typename Unit>
+void AppendUtf16(std::basic_string<Unit>& out, char32_t point) {
     if (point < 0x10000) {
-        out.push_back(static_cast<char16_t>(point));
+        out.push_back(static_cast<Unit>(point));
     } else {
         point -= 0x10000;
-        out.push_back(static_cast<char16_t>(0xD800 + (point >> 10)));
-        out.push_back(static_cast<char16_t>(0xDC00 + (point & 0x3FF)));
+        out.push_back(static_cast<Unit>(0xD800 + (point >> 10)));
+        out.push_back(static_cast<Unit>(0xDC00 + (point & 0x3FF)));
     }
 }
 
@@ -89,26 +90,46 @@ char32_t NextPoint(std::string_view text, std::size_t& at) {
 
 }  // namespace
 
-std::string Utf8FromUtf16(std::u16string_view text) {
-    std::string out;
+template <typename Unit>
+void AssignUtf8(std::string& out, std::basic_string_view<Unit> text) {
+    out.clear();
     out.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t point = text[i];
-        if (IsHighSurrogate(point) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-            point = 0x10000 + ((point - 0xD800) << 10) + (text[i + 1] - 0xDC00U);
-            ++i;
+        auto point = static_cast<char32_t>(text[i]);
+        if (IsHighSurrogate(point) && i + 1 < text.size()) {
+            const auto next = static_cast<char32_t>(text[i + 1]);
+            if (IsLowSurrogate(next)) {
+                point = 0x10000 + ((point - 0xD800) << 10) + (next - 0xDC00);
+                ++i;
+            }
         }
         AppendUtf8(out, point);
     }
+}
+
+template <typename Unit>
+void AssignUtf16(std::basic_string<Unit>& out, std::string_view text) {
+    out.clear();
+    out.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        AppendUtf16(out, NextPoint(text, at));
+    }
+}
+
+template void AssignUtf8(std::string& out, std::u16string_view text);
+template void AssignUtf8(std::string& out, std::wstring_view text);
+template void AssignUtf16(std::u16string& out, std::string_view text);
+template void AssignUtf16(std::wstring& out, std::string_view text);
+
+std::string Utf8FromUtf16(std::u16string_view text) {
+    std::string out;
+    AssignUtf8(out, text);
     return out;
 }
 
 std::u16string Utf16FromUtf8(std::string_view text) {
     std::u16string out;
-    out.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        AppendUtf16(out, NextPoint(text, at));
-    }
+    AssignUtf16(out, text);
     return out;
 }
 

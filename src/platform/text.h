@@ -13,6 +13,13 @@ namespace tidemark {
 [[nodiscard]] std::string Utf8FromUtf16(std::u16string_view text);
 [[nodiscard]] std::u16string Utf16FromUtf8(std::string_view text);
 
+// The same into a text whose memory is used again, for calls that are made by the hundred thousand.
+// A unit is a char16_t, or a wchar_t where that holds UTF-16.
+template <typename Unit>
+void AssignUtf8(std::string& out, std::basic_string_view<Unit> text);
+template <typename Unit>
+void AssignUtf16(std::basic_string<Unit>& out, std::string_view text);
+
 // The text up to, and without, its first NUL.
 [[nodiscard]] std::string TrimNull(std::string_view text);
 

@@ -1,0 +1,68 @@
+#include "platform/win32/win32_message_pump.h"
+
+#include <utility>
+
+namespace tidemark {
+namespace {
+
+// No message waits longer than this; asking more often would cost more than the work it is asked
+// from.
+constexpr std::int64_t kRunsPerSecond = 100;
+
+// A flood of messages (a window that never finishes painting) must not stop the work for ever:
+// after this long it goes on, and the rest has its turn next time.
+constexpr std::int64_t kLongestRunMs = 50;
+constexpr std::int64_t kLongestCommandRunMs = 1000;
+
+}  // namespace
+
+Win32MessagePump::Win32MessagePump(std::function<void(MSG&)> dispatch,
+                                   std::function<void()> on_quit)
+    : dispatch_(std::move(dispatch)), on_quit_(std::move(on_quit)) {
+    LARGE_INTEGER frequency;
+    ::QueryPerformanceFrequency(&frequency);
+    ticks_per_second_ = frequency.QuadPart;
+    last_run_ = Ticks() - ticks_per_second_;
+}
+
+void Win32MessagePump::LetPendingMessagesRun() {
+    if (!quit_ && Ticks() - last_run_ >= ticks_per_second_ / kRunsPerSecond) {
+        Run(kLongestRunMs * ticks_per_second_ / 1000);
+    }
+}
+
+void Win32MessagePump::RunPendingMessagesNow() {
+    if (!quit_) {
+        Run(kLongestCommandRunMs * ticks_per_second_ / 1000);
+    }
+}
+
+std::int64_t Win32MessagePump::Ticks() {
+    LARGE_INTEGER now;
+    ::QueryPerformanceCounter(&now);
+    return now.QuadPart;
+}
+
+void Win32MessagePump::Run(std::int64_t longest) {
+    const std::int64_t start = Ticks();
+    MSG message;
+    while (::PeekMessageW(&message, /*hWnd=*/nullptr, 0, 0, PM_REMOVE) != FALSE) {
+        if (message.message == WM_QUIT) {
+            quit_ = true;
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            if (on_quit_) {
+                on_quit_();
+            }
+            return;
+        }
+        dispatch_(message);
+        last_run_ = Ticks();
+        // A message that ran this pump inside itself may have met the quit message there.
+        if (quit_ || last_run_ - start >= longest) {
+            return;
+        }
+    }
+    last_run_ = Ticks();
+}
+
+}  // namespace tidemark

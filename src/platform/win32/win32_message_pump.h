@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/message_pump.h"
+#include "platform/win32/windows.h"
+
+namespace tidemark {
+
+// The thread's message queue, let run from inside long work.
+class Win32MessagePump final : public MessagePump {
+  public:
+    // `dispatch` is given each message and does with it what the message loop does (dialog keys,
+    // accelerators, translation); it lets no exception out. `on_quit` is called once, when a quit
+    // message is met, so that work under way can be cancelled.
+    Win32MessagePump(std::function<void(MSG&)> dispatch, std::function<void()> on_quit);
+
+    void LetPendingMessagesRun() override;
+    void RunPendingMessagesNow() override;
+
+  private:
+    [[nodiscard]] static std::int64_t Ticks();
+    void Run(std::int64_t longest);
+
+    std::function<void(MSG&)> dispatch_;
+    std::function<void()> on_quit_;
+    bool quit_ = false;
+    std::int64_t ticks_per_second_ = 0;
+    // When messages last had their turn.
+    std::int64_t last_run_ = 0;
+};
+
+}  // namespace tidemark

@@ -1,0 +1,62 @@
+#include "platform/win32/win32_user_locale.h"
+
+#include <array>
+
+#include "platform/program_error.h"
+#include "platform/win32/wide_text.h"
+#include "platform/win32/windows.h"
+
+// Needs <windows.h> before it.
+#include <oleauto.h>
+
+namespace tidemark {
+namespace {
+
+std::string LocaleText(LCTYPE which) {
+    std::array<wchar_t, 80> text{};
+    ::GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, which, text.data(), static_cast<int>(text.size()));
+    return Utf8FromWide(text.data());
+}
+
+}  // namespace
+
+// Plain lower case, not the linguistic one: a key made of a path must equal that of another
+// spelling which the file system takes for the same path.
+std::string Win32UserLocale::LowerCase(const std::string& text) {
+    if (text.empty()) {
+        return text;
+    }
+    std::wstring wide = WideFromUtf8(text);
+    const int length = static_cast<int>(wide.size());
+    // In place: this mapping is allowed to write over its source, and keeps the length.
+    if (::LCMapStringEx(LOCALE_NAME_USER_DEFAULT, LCMAP_LOWERCASE, wide.data(), length, wide.data(),
+                        length, /*lpVersionInformation=*/nullptr, /*lpReserved=*/nullptr,
+                        /*sortHandle=*/0) == 0) {
+        return text;
+    }
+    return Utf8FromWide(wide);
+}
+
+std::string Win32UserLocale::ThousandsSeparator() {
+    return LocaleText(LOCALE_STHOUSAND);
+}
+
+std::string Win32UserLocale::DateSeparator() {
+    return LocaleText(LOCALE_SDATE);
+}
+
+std::string Win32UserLocale::TimeSeparator() {
+    return LocaleText(LOCALE_STIME);
+}
+
+double Win32UserLocale::ReadDateTime(const std::string& text) {
+    std::wstring wide = WideFromUtf8(text);
+    DATE date = 0;
+    if (FAILED(::VarDateFromStr(wide.data(), LOCALE_USER_DEFAULT, /*dwFlags=*/0, &date))) {
+        throw ProgramError(error_number::kTypeMismatch,
+                           "\"" + text + "\" is neither a date nor a time of day.");
+    }
+    return date;
+}
+
+}  // namespace tidemark
