@@ -224,15 +224,16 @@ void ListModel::Sort(std::size_t column, bool descending) {
     }
 }
 
-std::size_t ListModel::FindText(const std::string& text, std::size_t start, bool wrap) const {
+std::size_t ListModel::FindText(const std::string& text, const TextSearch& search) const {
     CloseGaps();
     const std::string wanted = locale_.LowerCase(text);
     const std::size_t count = slots_.size();
-    const std::size_t from = std::min(start, count);
-    const std::size_t steps = wrap ? count : count - from;
+    const std::size_t from = std::min(search.start, count);
+    const std::size_t steps = search.wrap ? count : count - from;
     for (std::size_t step = 0; step < steps; ++step) {
         const std::size_t position = (from + step) % count;
-        if (locale_.LowerCase(slots_[position]->text).starts_with(wanted)) {
+        const std::string found = locale_.LowerCase(slots_[position]->text);
+        if (search.whole ? found == wanted : found.starts_with(wanted)) {
             return position;
         }
     }

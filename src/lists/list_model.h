@@ -96,9 +96,15 @@ class ListModel {
     // rows of equal text left in their order; rows added later are appended.
     void Sort(std::size_t column, bool descending);
 
-    // Position of the next row whose first text begins with `text`, letter case ignored, from
-    // `start` to the end and, when `wrap` is set, on from the top; kNoPosition when there is none.
-    [[nodiscard]] std::size_t FindText(const std::string& text, std::size_t start, bool wrap) const;
+    // Which rows FindText looks at, and what it takes for a match.
+    struct TextSearch {
+        std::size_t start = 0;
+        bool wrap = false;   // on from the top after the last row
+        bool whole = false;  // the whole text, not its beginning
+    };
+    // Position of the next row whose first text matches, letter case ignored; kNoPosition when
+    // there is none.
+    [[nodiscard]] std::size_t FindText(const std::string& text, const TextSearch& search) const;
 
     // The list's small icons: not owned. Attaching an image list that holds no picture throws
     // ProgramError (image list not initialised); null detaches.

@@ -268,14 +268,20 @@ TEST_F(ListModelTest, RowsCanBeSortedByTheirOtherColumnsAndLaterRowsAreAppended)
 
 TEST_F(ListModelTest, TextIsFoundByItsBeginning) {
     Fill({"apple", "Apricot", "banana"});
-    EXPECT_EQ(list_.FindText("AP", 0, /*wrap=*/false), 0U);
-    EXPECT_EQ(list_.FindText("ap", 1, /*wrap=*/false), 1U);
-    EXPECT_EQ(list_.FindText("ap", 2, /*wrap=*/false), ListModel::kNoPosition);
-    EXPECT_EQ(list_.FindText("ap", 2, /*wrap=*/true), 0U);
-    EXPECT_EQ(list_.FindText("ap", 3, /*wrap=*/true), 0U);
-    EXPECT_EQ(list_.FindText("c", 0, /*wrap=*/true), ListModel::kNoPosition);
+    EXPECT_EQ(list_.FindText("AP", {.start = 0}), 0U);
+    EXPECT_EQ(list_.FindText("ap", {.start = 1}), 1U);
+    EXPECT_EQ(list_.FindText("ap", {.start = 2}), ListModel::kNoPosition);
+    EXPECT_EQ(list_.FindText("ap", {.start = 2, .wrap = true}), 0U);
+    EXPECT_EQ(list_.FindText("ap", {.start = 3, .wrap = true}), 0U);
+    EXPECT_EQ(list_.FindText("c", {.wrap = true}), ListModel::kNoPosition);
     list_.Clear();
-    EXPECT_EQ(list_.FindText("a", 0, /*wrap=*/true), ListModel::kNoPosition);
+    EXPECT_EQ(list_.FindText("a", {.wrap = true}), ListModel::kNoPosition);
+}
+
+TEST_F(ListModelTest, TextIsFoundAsAWhole) {
+    Fill({"apples", "Apple"});
+    EXPECT_EQ(list_.FindText("apple", {.whole = true}), 1U);
+    EXPECT_EQ(list_.FindText("app", {.whole = true}), ListModel::kNoPosition);
 }
 
 TEST_F(ListModelTest, AnImageListWithoutAPictureIsRefused) {

@@ -1,0 +1,457 @@
+#include "ui/list_view.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "platform/win32/wide_text.h"
+#include "ui/last_resort.h"
+
+namespace tidemark {
+
+namespace {
+
+constexpr UINT_PTR kWatchId = 0x4C56;
+constexpr int kAllRows = -1;
+
+int ShiftKeys() {
+    const auto down = [](int key) { return ::GetKeyState(key) < 0; };
+    return (down(VK_SHIFT) ? kShiftKey : 0) | (down(VK_CONTROL) ? kControlKey : 0) |
+           (down(VK_MENU) ? kAltKey : 0);
+}
+
+int HeldButtons(WPARAM keys) {
+    return ((keys & MK_LBUTTON) != 0 ? kLeftButton : 0) |
+           ((keys & MK_RBUTTON) != 0 ? kRightButton : 0) |
+           ((keys & MK_MBUTTON) != 0 ? kMiddleButton : 0);
+}
+
+Point PointOf(LPARAM lparam) {
+    return {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
+}
+
+}  // namespace
+
+ListView::ListView(ListModel& model, ImageList& images) : model_(model), images_(images) {
+    model_.SetObserver(this);
+}
+
+ListView::~ListView() {
+    model_.SetObserver(nullptr);
+    Destroy();
+}
+
+void ListView::Create(ControlSite& site, const ControlSpec& spec,
+                      const std::vector<ListColumn>& columns) {
+    ControlSpec own = spec;
+    // The selection stays in sight while a menu or another window has the focus. The pictures
+    // belong to their image list.
+    own.style |= WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
+    CreateChild(site, WC_LISTVIEWW, own);
+    constexpr DWORD kLook = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kLook, static_cast<LPARAM>(kLook));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        std::wstring header = WideFromUtf8(columns[i].header);
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
+        column.fmt = columns[i].right_aligned ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        column.cx = columns[i].width;
+        column.pszText = header.data();
+        column.iSubItem = static_cast<int>(i);
+        Send(LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+    ::SetWindowSubclass(Handle(), WatchProc, kWatchId, reinterpret_cast<DWORD_PTR>(this));
+    shown_count_ = 0;
+    rows_changed_ = true;
+    SmallIconsAttached();
+    CatchUp();
+}
+
+int ListView::ColumnWidth(std::size_t column) const {
+    return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, column));
+}
+
+void ListView::SetColumnWidth(std::size_t column, int width) {
+    if (ColumnWidth(column) != width) {
+        Send(LVM_SETCOLUMNWIDTH, column, width);
+    }
+}
+
+void ListView::ShowSortArrow(std::size_t column, bool descending) {
+    const Window header(reinterpret_cast<HWND>(Send(LVM_GETHEADER)));
+    const auto count =
+        static_cast<std::size_t>(std::max<LRESULT>(0, header.Send(HDM_GETITEMCOUNT)));
+    for (std::size_t i = 0; i < count; ++i) {
+        HDITEMW item{};
+        item.mask = HDI_FORMAT;
+        header.Send(HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
+        const int before = item.fmt;
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (i == column) {
+            item.fmt |= descending ? HDF_SORTDOWN : HDF_SORTUP;
+        }
+        if (item.fmt != before) {
+            header.Send(HDM_SETITEMW, i, reinterpret_cast<LPARAM>(&item));
+        }
+    }
+}
+
+void ListView::EnsureVisible(std::size_t position) {
+    Send(LVM_ENSUREVISIBLE, position, /*partial is enough=*/FALSE);
+}
+
+// Following the model.
+
+void ListView::RowChanged(std::size_t position) {
+    // When rows are to be shown anew anyway, this one is among them.
+    if (!rows_changed_ && InSight(position)) {
+        Send(LVM_REDRAWITEMS, position, static_cast<LPARAM>(position));
+    }
+}
+
+void ListView::RowAppended() {
+    rows_appended_ = true;
+    CatchUpLater();
+}
+
+void ListView::RowsChanged() {
+    rows_changed_ = true;
+    CatchUpLater();
+}
+
+void ListView::SelectionChanged() {
+    selection_changed_ = true;
+    CatchUpLater();
+}
+
+void ListView::SmallIconsAttached() {
+    const bool shows = model_.SmallIcons() != nullptr;
+    Send(LVM_SETIMAGELIST, LVSIL_SMALL,
+         reinterpret_cast<LPARAM>(shows ? images_.Handle() : nullptr));
+}
+
+void ListView::EmptyStateChanged() {
+    Raise(on_empty_state_changed);
+}
+
+// Any message makes the window catch up, before the message itself; this sees to it that one comes.
+void ListView::CatchUpLater() {
+    const int waiting = (rows_appended_ ? 1 : 0) + (rows_changed_ ? 1 : 0);
+    if (waiting + (selection_changed_ ? 1 : 0) == 1) {
+        Post(WM_NULL);
+    }
+}
+
+void ListView::CatchUp() {
+    if (catching_up_ || !(rows_appended_ || rows_changed_ || selection_changed_)) {
+        return;
+    }
+    catching_up_ = true;
+    if (rows_changed_ || rows_appended_) {
+        ShowRowCount();
+    }
+    if (rows_changed_ || selection_changed_) {
+        ShowSelection();
+        ShowCurrent();
+    }
+    rows_appended_ = rows_changed_ = selection_changed_ = sight_known_ = false;
+    catching_up_ = false;
+}
+
+void ListView::ShowRowCount() {
+    const std::size_t count = model_.Count();
+    // Rows appended out of sight need no painting at all.
+    const LPARAM quietly = rows_changed_ ? 0 : LVSICF_NOINVALIDATEALL;
+    Send(LVM_SETITEMCOUNT, count, LVSICF_NOSCROLL | quietly);
+    if (!rows_changed_ && count > shown_count_) {
+        Send(LVM_REDRAWITEMS, shown_count_, static_cast<LPARAM>(count) - 1);
+    }
+    shown_count_ = count;
+}
+
+void ListView::ShowSelection() {
+    const std::size_t count = model_.Count();
+    const std::size_t selected = model_.SelectedCount();
+    if (selected == 0 && Send(LVM_GETSELECTEDCOUNT) == 0) {
+        return;
+    }
+    const RedrawPause pause(*this);
+    // All rows at once to what most of them are, then the others one by one.
+    const bool most = selected > count / 2;
+    const auto state = [](bool on) { return on ? LVIS_SELECTED : 0U; };
+    SetRowState(kAllRows, state(most), LVIS_SELECTED);
+    if (selected == 0 || selected == count) {
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if (model_.At(i).selected != most) {
+            SetRowState(static_cast<int>(i), state(!most), LVIS_SELECTED);
+        }
+    }
+}
+
+void ListView::ShowCurrent() {
+    const std::size_t current = model_.CurrentPosition();
+    if (current == ListModel::kNoPosition) {
+        SetRowState(kAllRows, 0, LVIS_FOCUSED);
+        return;
+    }
+    SetRowState(static_cast<int>(current), LVIS_FOCUSED, LVIS_FOCUSED);
+    Send(LVM_SETSELECTIONMARK, 0, static_cast<LPARAM>(current));
+}
+
+void ListView::SetRowState(int row, UINT state, UINT mask) const {
+    LVITEMW item{};
+    item.state = state;
+    item.stateMask = mask;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+bool ListView::InSight(std::size_t position) {
+    if (!sight_known_) {
+        sight_first_ = static_cast<std::size_t>(Send(LVM_GETTOPINDEX));
+        // A row that shows in part counts too.
+        sight_count_ = static_cast<std::size_t>(Send(LVM_GETCOUNTPERPAGE)) + 1;
+        sight_known_ = true;
+    }
+    return position >= sight_first_ && position - sight_first_ < sight_count_;
+}
+
+// What the window asks and reports.
+
+std::optional<LRESULT> ListView::OnNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            GiveCell(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+            return 0;
+        case LVN_ITEMCHANGED:
+            NoteChange(reinterpret_cast<const NMLISTVIEW&>(header));
+            return 0;
+        case LVN_ODSTATECHANGED: {
+            const auto& change = reinterpret_cast<const NMLVODSTATECHANGE&>(header);
+            if (!catching_up_ && change.iFrom >= 0 && change.iTo >= change.iFrom) {
+                model_.NoteSelected(static_cast<std::size_t>(change.iFrom),
+                                    static_cast<std::size_t>(change.iTo),
+                                    (change.uNewState & LVIS_SELECTED) != 0);
+            }
+            return 0;
+        }
+        case LVN_ODFINDITEMW:
+            return FindText(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case LVN_COLUMNCLICK: {
+            const int column = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
+            Raise(on_column_click, static_cast<std::size_t>(column));
+            return 0;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+void ListView::GiveCell(LVITEMW& item) {
+    const auto position = static_cast<std::size_t>(item.iItem);
+    if (item.iItem < 0 || position >= model_.Count()) {
+        return;
+    }
+    const ListRow& row = model_.At(position);
+    if ((item.mask & LVIF_TEXT) != 0) {
+        const auto column = static_cast<std::size_t>(item.iSubItem);
+        std::wstring& cell = cells_[next_cell_];
+        next_cell_ = (next_cell_ + 1) % cells_.size();
+        cell = column == 0                      ? WideFromUtf8(row.text)
+               : column <= row.sub_items.size() ? WideFromUtf8(row.sub_items[column - 1])
+                                                : std::wstring();
+        item.pszText = cell.data();
+    }
+    if ((item.mask & LVIF_IMAGE) != 0) {
+        item.iImage = row.small_icon == 0 ? I_IMAGENONE : row.small_icon - 1;
+    }
+}
+
+void ListView::NoteChange(const NMLISTVIEW& change) {
+    if (catching_up_ || (change.uChanged & LVIF_STATE) == 0) {
+        return;
+    }
+    if (change.iItem == kAllRows) {
+        ReadSelection();
+        return;
+    }
+    const auto position = static_cast<std::size_t>(change.iItem);
+    const UINT flipped = change.uOldState ^ change.uNewState;
+    if ((flipped & LVIS_SELECTED) != 0) {
+        model_.NoteSelected(position, position, (change.uNewState & LVIS_SELECTED) != 0);
+    }
+    if ((flipped & LVIS_FOCUSED) != 0) {
+        const bool gained = (change.uNewState & LVIS_FOCUSED) != 0;
+        if (gained || model_.CurrentPosition() == position) {
+            model_.NoteCurrent(gained ? position : ListModel::kNoPosition);
+        }
+    }
+}
+
+// A change of all rows at once does not tell reliably what became of each.
+void ListView::ReadSelection() {
+    const std::size_t count = model_.Count();
+    const auto selected = static_cast<std::size_t>(Send(LVM_GETSELECTEDCOUNT));
+    if (count != 0) {
+        model_.NoteSelected(0, count - 1, selected == count);
+    }
+    if (selected == count) {
+        return;
+    }
+    for (LRESULT i = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED); i != -1;
+         i = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(i), LVNI_SELECTED)) {
+        model_.NoteSelected(static_cast<std::size_t>(i), static_cast<std::size_t>(i), true);
+    }
+}
+
+LRESULT ListView::FindText(const NMLVFINDITEMW& find) const {
+    const UINT flags = find.lvfi.flags;
+    if ((flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || find.lvfi.psz == nullptr) {
+        return -1;
+    }
+    const std::size_t found = model_.FindText(
+        Utf8FromWide(find.lvfi.psz), {.start = static_cast<std::size_t>(std::max(0, find.iStart)),
+                                      .wrap = (flags & LVFI_WRAP) != 0,
+                                      .whole = (flags & LVFI_PARTIAL) == 0});
+    return found == ListModel::kNoPosition ? -1 : static_cast<LRESULT>(found);
+}
+
+// Messages on their way to the window.
+
+ListView* ListView::Watching(HWND window) {
+    DWORD_PTR list = 0;
+    return ::GetWindowSubclass(window, WatchProc, kWatchId, &list)
+               ? reinterpret_cast<ListView*>(list)
+               : nullptr;
+}
+
+LRESULT CALLBACK ListView::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                     UINT_PTR id, DWORD_PTR list) {
+    if (message == WM_NCDESTROY) {
+        ::RemoveWindowSubclass(window, WatchProc, id);
+        return ::DefSubclassProc(window, message, wparam, lparam);
+    }
+    auto* const self = reinterpret_cast<ListView*>(list);
+    const bool done = Guarded(window, /*fallback=*/false, [&] {
+        self->CatchUp();
+        return self->OnListMessage(message, wparam, lparam);
+    });
+    if (done || ::IsWindow(window) == FALSE) {
+        return 0;
+    }
+    const LRESULT result = ::DefSubclassProc(window, message, wparam, lparam);
+    // The message may have scrolled the list, or ended it.
+    if (ListView* const still_there = Watching(window);
+        still_there != nullptr && message != LVM_REDRAWITEMS) {
+        still_there->sight_known_ = false;
+    }
+    return result;
+}
+
+bool ListView::OnListMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+        case WM_KEYDOWN:
+            Raise(on_key_down, static_cast<UINT>(wparam), ShiftKeys());
+            return false;
+        case WM_CHAR:
+            // Control characters are commands; only others are typed to find a row.
+            return wparam < L' ';
+        case WM_CONTEXTMENU:
+            if (lparam == -1) {
+                Raise(on_context_key, ContextPoint());
+            }
+            return true;
+        case WM_CAPTURECHANGED:
+            right_press_.reset();
+            return false;
+        default:
+            return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST &&
+                   OnMouseMessage(message, wparam, lparam);
+    }
+}
+
+// The list would track the right button in a loop of its own and swallow its release. Here it only
+// selects, as the list does, and every press, move and release is told.
+bool ListView::OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    const Point at = PointOf(lparam);
+    const int shift = ShiftKeys();
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            Raise(on_mouse_down, MouseEvent{kLeftButton, shift, at});
+            return false;
+        case WM_LBUTTONUP:
+            Raise(on_mouse_up, MouseEvent{kLeftButton, shift, at});
+            return false;
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK:
+            PressRight(at, shift);
+            Raise(on_mouse_down, MouseEvent{kRightButton, shift, at});
+            return true;
+        case WM_MOUSEMOVE:
+            if (MovedEnough(at, wparam)) {
+                right_press_.reset();
+                Raise(on_mouse_move, MouseEvent{HeldButtons(wparam), shift, at});
+            }
+            return false;
+        case WM_RBUTTONUP:
+            right_press_.reset();
+            if (::GetCapture() == Handle()) {
+                ::ReleaseCapture();
+            }
+            Raise(on_mouse_up, MouseEvent{kRightButton, shift, at});
+            return true;
+        default:
+            return false;
+    }
+}
+
+void ListView::PressRight(Point at, int shift) {
+    Focus();
+    LVHITTESTINFO hit{};
+    hit.pt = {at.x, at.y};
+    const auto row = static_cast<int>(Send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    const bool keeps = (shift & (kShiftKey | kControlKey)) != 0;
+    if (row < 0) {
+        if (!keeps) {
+            SetRowState(kAllRows, 0, LVIS_SELECTED);
+        }
+    } else {
+        if (!keeps && !model_.At(static_cast<std::size_t>(row)).selected) {
+            SetRowState(kAllRows, 0, LVIS_SELECTED);
+            SetRowState(row, LVIS_SELECTED, LVIS_SELECTED);
+        }
+        SetRowState(row, LVIS_FOCUSED, LVIS_FOCUSED);
+        Send(LVM_SETSELECTIONMARK, 0, row);
+    }
+    ::SetCapture(Handle());
+    right_press_ = at;
+}
+
+bool ListView::MovedEnough(Point at, WPARAM buttons) const {
+    if (!right_press_ || (buttons & MK_RBUTTON) == 0) {
+        return true;
+    }
+    return std::abs(at.x - right_press_->x) >= ::GetSystemMetrics(SM_CXDRAG) ||
+           std::abs(at.y - right_press_->y) >= ::GetSystemMetrics(SM_CYDRAG);
+}
+
+Point ListView::ContextPoint() const {
+    RECT row{};
+    const std::size_t current = model_.CurrentPosition();
+    POINT at{};
+    if (current != ListModel::kNoPosition) {
+        row.left = LVIR_LABEL;
+        Send(LVM_GETITEMRECT, current, reinterpret_cast<LPARAM>(&row));
+        at = {row.left, row.bottom};
+        // A row scrolled out of sight leaves the popup at the list's edge.
+        const Size client = ClientSize();
+        at.x = std::clamp<LONG>(at.x, 0, client.width);
+        at.y = std::clamp<LONG>(at.y, 0, client.height);
+    }
+    ::ClientToScreen(Handle(), &at);
+    return {at.x, at.y};
+}
+
+}  // namespace tidemark

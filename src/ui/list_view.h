@@ -1,0 +1,128 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lists/list_model.h"
+#include "ui/control.h"
+#include "ui/geometry.h"
+#include "ui/image_list.h"
+
+namespace tidemark {
+
+// Bits of `shift` in events.
+inline constexpr int kShiftKey = 1;
+inline constexpr int kControlKey = 2;
+inline constexpr int kAltKey = 4;
+
+// Mouse buttons, also as bits of a mask.
+inline constexpr int kLeftButton = 1;
+inline constexpr int kRightButton = 2;
+inline constexpr int kMiddleButton = 4;
+
+struct MouseEvent {
+    int button = 0;  // the one pressed or released; while moving, the mask of those held
+    int shift = 0;
+    Point at;  // in the list's client area
+};
+
+struct ListColumn {
+    std::string header;
+    int width = 0;
+    bool right_aligned = false;
+};
+
+// A report list over a ListModel: shows its rows, selects whole rows (several at once), follows
+// every change of the model, and puts what the user selects back into it.
+//
+// Changes of the model cost next to nothing here: the window catches up with all of them at once,
+// before it does anything else. A changed cell repaints its row, and only when that is in sight; a
+// poll that writes cells needs no RedrawPause.
+class ListView : public Control, private ListModelObserver {
+  public:
+    std::function<void(std::size_t column)> on_column_click;
+    std::function<void(UINT key, int shift)> on_key_down;  // VK_...; then the list acts on it
+    std::function<void(const MouseEvent&)> on_mouse_down;
+    // A held right button counts as moved once it has gone the system's distance for a drag.
+    std::function<void(const MouseEvent&)> on_mouse_move;
+    std::function<void(const MouseEvent&)> on_mouse_up;
+    // The keyboard asks for the popup of the selection; the point is at the current row, on the
+    // screen.
+    std::function<void(Point)> on_context_key;
+    std::function<void()> on_empty_state_changed;  // the model's empty-state switch was flipped
+
+    // Neither is owned; both outlive the list. `images` is what the model's small icons are in.
+    ListView(ListModel& model, ImageList& images);
+    virtual ~ListView();
+
+    void Create(ControlSite& site, const ControlSpec& spec, const std::vector<ListColumn>& columns);
+
+    [[nodiscard]] int ColumnWidth(std::size_t column) const;
+    void SetColumnWidth(std::size_t column, int width);
+
+    // Draws the arrow of the sort order into one column's header and takes it from the others.
+    void ShowSortArrow(std::size_t column, bool descending);
+
+    // Scrolls as little as needed to show the row.
+    void EnsureVisible(std::size_t position);
+
+    std::optional<LRESULT> OnNotify(NMHDR& header) override;
+
+  private:
+    void RowChanged(std::size_t position) override;
+    void RowAppended() override;
+    void RowsChanged() override;
+    void SelectionChanged() override;
+    void SmallIconsAttached() override;
+    void EmptyStateChanged() override;
+
+    static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      UINT_PTR id, DWORD_PTR list);
+    static ListView* Watching(HWND window);
+    // True when the message has been dealt with and is not for the list itself.
+    bool OnListMessage(UINT message, WPARAM wparam, LPARAM lparam);
+    bool OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam);
+    void PressRight(Point at, int shift);
+    bool MovedEnough(Point at, WPARAM buttons) const;
+
+    void CatchUpLater();
+    void CatchUp();
+    void ShowRowCount();
+    void ShowSelection();
+    void ShowCurrent();
+    void SetRowState(int row, UINT state, UINT mask) const;
+    void ReadSelection();
+    [[nodiscard]] bool InSight(std::size_t position);
+    [[nodiscard]] Point ContextPoint() const;
+
+    void GiveCell(LVITEMW& item);
+    void NoteChange(const NMLISTVIEW& change);
+    LRESULT FindText(const NMLVFINDITEMW& find) const;
+
+    ListModel& model_;
+    ImageList& images_;
+
+    // What the window has yet to catch up with.
+    bool rows_appended_ = false;
+    bool rows_changed_ = false;
+    bool selection_changed_ = false;
+    bool catching_up_ = false;
+    std::size_t shown_count_ = 0;
+
+    // The rows in sight, kept between two messages to the window.
+    bool sight_known_ = false;
+    std::size_t sight_first_ = 0;
+    std::size_t sight_count_ = 0;
+
+    std::optional<Point> right_press_;  // where the right button went down, until it moves or rises
+
+    // Texts handed to the window, which may use each until it has asked for two more.
+    std::array<std::wstring, 4> cells_;
+    std::size_t next_cell_ = 0;
+};
+
+}  // namespace tidemark
