@@ -58,8 +58,8 @@ class ControlSite {
 
 // What a control is created from; each wrapper adds its own styles.
 struct ControlSpec {
-    std::string text;
-    Bounds bounds;
+    std::string text{};
+    Bounds bounds{};
     DWORD style = 0;  // added to WS_CHILD and the wrapper's own
     DWORD extended_style = 0;
     bool visible = true;

@@ -2,6 +2,7 @@
 
 #include "ui/button.h"
 #include "ui/menu.h"
+#include "ui/message_loop.h"
 
 namespace tidemark {
 namespace {
@@ -42,6 +43,25 @@ void Form::Create(const wchar_t* class_name, const FormSpec& spec) {
 void Form::Destroy() {
     if (Handle() != nullptr) {
         ::DestroyWindow(Handle());
+    }
+}
+
+void Form::ShowModal(const Window& owner) {
+    // The loop may outlive the form object, so it is given nothing but the window.
+    const HWND window = Handle();
+    if (owner.Exists() && owner.Enabled()) {
+        modal_owner_ = owner.Handle();
+        ::EnableWindow(modal_owner_, FALSE);
+    }
+    SetVisible(true);
+    RunMessageLoopWhileVisible(window);
+}
+
+void Form::ReleaseModalOwner() {
+    // Before the form goes: were the owner still disabled, another program would be activated.
+    if (modal_owner_ != nullptr) {
+        ::EnableWindow(modal_owner_, TRUE);
+        modal_owner_ = nullptr;
     }
 }
 
@@ -98,12 +118,18 @@ LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
             }
             OnActivate(LOWORD(wparam) != WA_INACTIVE);
             return 0;
+        case WM_WINDOWPOSCHANGING:
+            if ((reinterpret_cast<const WINDOWPOS*>(lparam)->flags & SWP_HIDEWINDOW) != 0) {
+                ReleaseModalOwner();
+            }
+            return ::DefWindowProcW(window, message, wparam, lparam);
         case WM_SETFOCUS:
             RestoreFocus();
             return 0;
         case WM_GETFONT:
             return reinterpret_cast<LRESULT>(font_);
         case WM_DESTROY:
+            ReleaseModalOwner();
             OnDestroy();
             // A bar left in the window would be destroyed with it; its Menu owns it.
             ::SetMenu(window, nullptr);

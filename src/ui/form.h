@@ -23,7 +23,7 @@ struct KeyPress {
 };
 
 struct FormSpec {
-    std::string caption;
+    std::string caption{};
     DWORD style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     DWORD extended_style = 0;
     Bounds bounds{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT};
@@ -55,6 +55,10 @@ class Form : public Window, public ControlSite, public MessageHandler {
     void Destroy();
     // Asks the form to close, as its close box does.
     void Close() { Send(WM_CLOSE); }
+
+    // Shows the form in front of `owner`, which is disabled meanwhile, and routes messages until
+    // the form is hidden or destroyed.
+    void ShowModal(const Window& owner);
 
     // The font that WM_GETFONT answers and new controls start with; not owned.
     void SetFormFont(HFONT font) { font_ = font; }
@@ -97,6 +101,7 @@ class Form : public Window, public ControlSite, public MessageHandler {
     bool OnMenuMessage(UINT message, WPARAM wparam, LPARAM lparam);
     void RememberFocus();
     void RestoreFocus();
+    void ReleaseModalOwner();
 
     ControlRegistry controls_;
     Menu* menu_ = nullptr;
@@ -104,6 +109,7 @@ class Form : public Window, public ControlSite, public MessageHandler {
     Button* cancel_button_ = nullptr;
     HFONT font_ = nullptr;
     HWND last_focus_ = nullptr;
+    HWND modal_owner_ = nullptr;  // disabled while this form is shown
 };
 
 }  // namespace tidemark

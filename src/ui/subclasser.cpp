@@ -43,8 +43,11 @@ Subclasser::~Subclasser() {
 void Subclasser::RegisterMessages(HWND window, const std::vector<UINT>& messages) {
     if (window != state_->window) {
         state_->Stop();
-        if (!::SetWindowSubclass(window, Procedure, state_->Id(),
-                                 reinterpret_cast<DWORD_PTR>(state_.get()))) {
+        // Not every system's own call refuses these.
+        const bool ours = ::IsWindow(window) &&
+                          ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId();
+        if (!ours || !::SetWindowSubclass(window, Procedure, state_->Id(),
+                                          reinterpret_cast<DWORD_PTR>(state_.get()))) {
             throw ProgramError(error_number::kInvalidArgument, "The window cannot be subclassed.");
         }
         state_->window = window;

@@ -1,0 +1,67 @@
+#include "ui/date_time_picker.h"
+
+#include <commctrl.h>
+
+#include <chrono>
+
+#include "platform/program_error.h"
+#include "platform/win32/wide_text.h"
+
+namespace tidemark {
+namespace {
+
+// The system's own conversions accept days that no month has on some systems.
+bool IsReal(const PickedDateTime& value) {
+    const std::chrono::year_month_day date{std::chrono::year(value.year),
+                                           std::chrono::month(static_cast<unsigned>(value.month)),
+                                           std::chrono::day(static_cast<unsigned>(value.day))};
+    const auto within = [](int part, int end) { return part >= 0 && part < end; };
+    return date.ok() && within(value.hour, 24) && within(value.minute, 60) &&
+           within(value.second, 60);
+}
+
+}  // namespace
+
+void DateTimePicker::Create(ControlSite& site, Kind kind, const ControlSpec& spec) {
+    ControlSpec own = spec;
+    own.style |= WS_TABSTOP;
+    own.style |= static_cast<DWORD>(kind == Kind::kTime ? DTS_TIMEFORMAT : DTS_SHORTDATEFORMAT);
+    CreateChild(site, DATETIMEPICK_CLASSW, own);
+}
+
+PickedDateTime DateTimePicker::Value() const {
+    SYSTEMTIME time{};
+    Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
+    return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+}
+
+void DateTimePicker::SetValue(const PickedDateTime& value) {
+    SYSTEMTIME time{};
+    if (IsReal(value)) {
+        time.wYear = static_cast<WORD>(value.year);
+        time.wMonth = static_cast<WORD>(value.month);
+        time.wDay = static_cast<WORD>(value.day);
+        time.wHour = static_cast<WORD>(value.hour);
+        time.wMinute = static_cast<WORD>(value.minute);
+        time.wSecond = static_cast<WORD>(value.second);
+    }
+    if (time.wDay == 0 ||
+        Send(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time)) == 0) {
+        throw ProgramError(error_number::kInvalidArgument, "The picker cannot show this time.");
+    }
+}
+
+void DateTimePicker::SetFormat(std::string_view format) const {
+    Send(DTM_SETFORMATW, 0,
+         format.empty() ? 0 : reinterpret_cast<LPARAM>(WideFromUtf8(format).c_str()));
+}
+
+std::optional<LRESULT> DateTimePicker::OnNotify(NMHDR& header) {
+    if (header.code != DTN_DATETIMECHANGE) {
+        return std::nullopt;
+    }
+    Raise(on_change);
+    return 0;
+}
+
+}  // namespace tidemark

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+#include "ui/control.h"
+
+namespace tidemark {
+
+// A local date and time of day, as a picker shows it.
+struct PickedDateTime {
+    int year = 1601;
+    int month = 1;  // 1 to 12
+    int day = 1;    // 1 to 31
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    friend bool operator==(const PickedDateTime&, const PickedDateTime&) = default;
+};
+
+// A picker for a date (short form, with a drop-down calendar) or for a time of day (with arrows).
+class DateTimePicker : public Control {
+  public:
+    enum class Kind { kDate, kTime };
+
+    // The user changed the value.
+    std::function<void()> on_change;
+
+    void Create(ControlSite& site, Kind kind, const ControlSpec& spec);
+
+    [[nodiscard]] PickedDateTime Value() const;
+    // Changes the value without an event. Throws ProgramError (invalid argument) for a date or time
+    // that does not exist or that the picker refuses; the value then stays as it was.
+    void SetValue(const PickedDateTime& value);
+    // A display format in the system's notation ("h:mm tt"); empty restores the user's own.
+    void SetFormat(std::string_view format) const;
+
+    std::optional<LRESULT> OnNotify(NMHDR& header) override;
+};
+
+}  // namespace tidemark

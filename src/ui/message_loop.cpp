@@ -1,0 +1,54 @@
+#include "ui/message_loop.h"
+
+#include "ui/hosted_window.h"
+#include "ui/last_resort.h"
+
+namespace tidemark {
+namespace {
+
+bool IsVisible(HWND window) {
+    return ::IsWindow(window) && ::IsWindowVisible(window);
+}
+
+// Waits for the next message and routes it; false for a request to quit, whose exit code is in
+// `message`.
+bool RouteNext(MSG& message) {
+    // GetMessage fails (-1) for a bad window or a bad pointer only; neither is passed.
+    if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
+        return false;
+    }
+    RouteMessage(message);
+    return true;
+}
+
+}  // namespace
+
+void RouteMessage(MSG& message) {
+    const HWND root = message.hwnd != nullptr ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    MessageHandler* const form = HandlerOf(root);
+    // A failure in a key's handler must not end the loop; the key counts as handled.
+    if (form != nullptr && Guarded(root, true, [&] { return form->PreTranslate(message); })) {
+        return;
+    }
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+}
+
+int RunMessageLoop() {
+    MSG message{};
+    while (RouteNext(message)) {
+    }
+    return static_cast<int>(message.wParam);
+}
+
+void RunMessageLoopWhileVisible(HWND window) {
+    MSG message{};
+    while (IsVisible(window)) {
+        if (!RouteNext(message)) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+    }
+}
+
+}  // namespace tidemark

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/win32/windows.h"
+
+namespace tidemark {
+
+// Dispatches one message that was taken from the queue: keys for a form of the program go through
+// the form's keyboard handling first. Whoever takes messages from the queue (the loop, a pump
+// inside long work) hands them here, so that all treat them alike.
+void RouteMessage(MSG& message);
+
+// Takes and routes messages until the thread is asked to quit; returns the exit code asked for.
+int RunMessageLoop();
+
+// The same until the window is gone or hidden. A request to quit ends it too, and is passed on.
+void RunMessageLoopWhileVisible(HWND window);
+
+}  // namespace tidemark

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ui/geometry.h"
+#include "ui/subclasser.h"
+
+namespace tidemark {
+
+// Keeps the user from making a window smaller or larger than it should be. Sizes are outer sizes in
+// pixels; 0 sets no limit in that direction.
+class MinMax {
+  public:
+    MinMax();
+
+    Size minimum;
+    Size maximum;
+    bool enabled = true;
+
+    // Watches over a window; one window at a time. Throws ProgramError when that cannot be.
+    void AttachTo(HWND window);
+    void Detach() { subclasser_.StopSubclassing(); }
+
+  private:
+    void Limit(MINMAXINFO& info) const;
+
+    Subclasser subclasser_;
+};
+
+}  // namespace tidemark

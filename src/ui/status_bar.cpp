@@ -1,0 +1,98 @@
+#include "ui/status_bar.h"
+
+#include <commctrl.h>
+
+#include <array>
+
+#include "platform/win32/wide_text.h"
+
+namespace tidemark {
+namespace {
+
+// The part number by which the control knows its simple text.
+constexpr WPARAM kSimplePart = SB_SIMPLEID;
+
+}  // namespace
+
+void StatusBar::Create(ControlSite& site, const ControlSpec& spec) {
+    ControlSpec own = spec;
+    own.style |= CCS_BOTTOM;
+    CreateChild(site, STATUSCLASSNAMEW, own);
+    SetFirstPanelWidth(0);
+    SetSimple(true);
+    SetSimpleText(spec.text);
+}
+
+void StatusBar::FollowForm() const {
+    Send(WM_SIZE);
+}
+
+bool StatusBar::Simple() const {
+    return Send(SB_ISSIMPLE) != 0;
+}
+
+void StatusBar::SetSimple(bool simple) {
+    if (simple != Simple()) {
+        Send(SB_SIMPLE, simple ? TRUE : FALSE);
+    }
+}
+
+void StatusBar::SetSimpleText(std::string_view text) {
+    if (text != simple_text_) {
+        simple_text_ = text;
+        Send(SB_SETTEXTW, kSimplePart | SBT_NOBORDERS,
+             reinterpret_cast<LPARAM>(WideFromUtf8(text).c_str()));
+    }
+}
+
+std::string StatusBar::PanelText(int panel) const {
+    const auto part = static_cast<WPARAM>(panel);
+    const auto length = static_cast<std::size_t>(LOWORD(Send(SB_GETTEXTLENGTHW, part)));
+    std::wstring text(length + 1, L'\0');
+    Send(SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(length);
+    return Utf8FromWide(text);
+}
+
+void StatusBar::SetPanelText(int panel, std::string_view text) {
+    if (text != PanelText(panel)) {
+        Send(SB_SETTEXTW, static_cast<WPARAM>(panel),
+             reinterpret_cast<LPARAM>(WideFromUtf8(text).c_str()));
+    }
+}
+
+void StatusBar::SetFirstPanelWidth(int width) {
+    const std::array<int, 2> right_edges{width, -1};
+    Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
+}
+
+int StatusBar::FirstPanelWidth() const {
+    std::array<int, 2> right_edges{};
+    Send(SB_GETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
+    return right_edges[0];
+}
+
+int StatusBar::WidthFor(std::string_view text) const {
+    HDC dc = ::GetDC(Handle());
+    HGDIOBJ before = ::SelectObject(dc, Font() != nullptr ? Font() : ::GetStockObject(SYSTEM_FONT));
+    const std::wstring wide = WideFromUtf8(text);
+    SIZE extent{};
+    ::GetTextExtentPoint32W(dc, wide.c_str(), static_cast<int>(wide.size()), &extent);
+    ::SelectObject(dc, before);
+    ::ReleaseDC(Handle(), dc);
+    std::array<int, 3> borders{};  // horizontal, vertical, between panels
+    Send(SB_GETBORDERS, 0, reinterpret_cast<LPARAM>(borders.data()));
+    // The control keeps an edge and a margin free on both sides of a panel's text.
+    const int margin = ::GetSystemMetrics(SM_CXEDGE) * 2;
+    return borders[0] + extent.cx + 2 * margin + borders[2];
+}
+
+Bounds StatusBar::PanelBounds(int panel) const {
+    RECT rect{};
+    if (Send(SB_GETRECT, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(&rect)) == 0) {
+        return {};
+    }
+    return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
+}  // namespace tidemark

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ui/control.h"
+
+namespace tidemark {
+
+// A status bar along the bottom edge of a form: either one text (simple mode, as created) or two
+// panels, the first of a given width, the second taking the rest.
+class StatusBar : public Control {
+  public:
+    // The text of the spec is the first simple text; the bounds are the bar's own affair.
+    void Create(ControlSite& site, const ControlSpec& spec);
+    // Places the bar again after the form's size changed.
+    void FollowForm() const;
+
+    [[nodiscard]] bool Simple() const;
+    void SetSimple(bool simple);
+
+    // The text of simple mode, also while panels are shown. Written only when it differs.
+    [[nodiscard]] const std::string& SimpleText() const { return simple_text_; }
+    void SetSimpleText(std::string_view text);
+
+    // Panels count from 0. Written only when different.
+    [[nodiscard]] std::string PanelText(int panel) const;
+    void SetPanelText(int panel, std::string_view text);
+
+    // Width of the first panel.
+    void SetFirstPanelWidth(int width);
+    [[nodiscard]] int FirstPanelWidth() const;
+    // The width that the first panel needs to show a text whole in the bar's font.
+    [[nodiscard]] int WidthFor(std::string_view text) const;
+
+    // Rectangle of a panel in the bar's client area; empty when the bar cannot tell.
+    [[nodiscard]] Bounds PanelBounds(int panel) const;
+
+  private:
+    std::string simple_text_;
+};
+
+}  // namespace tidemark

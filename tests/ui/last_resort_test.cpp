@@ -1,0 +1,135 @@
+#include "ui/last_resort.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "platform/program_error.h"
+#include "support/last_resort_recorder.h"
+#include "support/pump.h"
+#include "support/test_form.h"
+
+namespace tidemark {
+namespace {
+
+constexpr UINT kFail = WM_APP + 1;
+
+class LastResort : public ::testing::Test {
+  protected:
+    LastResort() {
+        form_.on_message = [](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == kFail) {
+                throw ProgramError(error_number::kDuplicateKey, "key taken");
+            }
+            return std::nullopt;
+        };
+    }
+
+    LastResortRecorder recorder_;
+    TestForm form_;
+};
+
+TEST_F(LastResort, AnExceptionInAWindowProcedureIsReportedOnceAndTheWindowLivesOn) {
+    EXPECT_EQ(form_.Send(kFail), 0);
+    ASSERT_EQ(recorder_.reports.size(), 1U);
+    EXPECT_EQ(recorder_.reports[0].owner, form_.Handle());
+    EXPECT_EQ(recorder_.reports[0].number, error_number::kDuplicateKey);
+    EXPECT_EQ(recorder_.reports[0].description, "key taken");
+    EXPECT_TRUE(form_.Exists());
+    form_.SetText("still here");
+    EXPECT_EQ(form_.Text(), "still here");
+}
+
+TEST_F(LastResort, TheSameErrorLaterIsReportedAgain) {
+    form_.Send(kFail);
+    form_.Send(kFail);
+    EXPECT_EQ(recorder_.reports.size(), 2U);
+}
+
+TEST_F(LastResort, AProgramErrorIsShownWithNumberAndDescription) {
+    EXPECT_EQ((LastResortReport{nullptr, 35602, "key taken"}).Text(), "Error: 35602\nkey taken");
+    EXPECT_EQ((LastResortReport{nullptr, std::nullopt, "plain"}).Text(), "plain");
+}
+
+TEST_F(LastResort, OtherExceptionsAreReportedByWhatTheySay) {
+    Guarded(nullptr, [] { throw std::runtime_error("plain"); });
+    Guarded(nullptr, [] { throw 7; });
+    ASSERT_EQ(recorder_.reports.size(), 2U);
+    EXPECT_FALSE(recorder_.reports[0].number.has_value());
+    EXPECT_EQ(recorder_.reports[0].description, "plain");
+    EXPECT_EQ(recorder_.reports[1].description, "Unknown error");
+}
+
+TEST_F(LastResort, GuardedGivesTheFallbackOnlyOnFailure) {
+    EXPECT_EQ(Guarded(nullptr, -1, [] { return 5; }), 5);
+    EXPECT_EQ(Guarded(nullptr, -1, []() -> int { throw std::runtime_error("no"); }), -1);
+    EXPECT_EQ(recorder_.reports.size(), 1U);
+}
+
+TEST_F(LastResort, WhileOneReportIsShownRepeatsAreDroppedAndOthersWaitTheirTurn) {
+    std::vector<std::string> shown;
+    int depth = 0;
+    const auto before = SetLastResortReporter([&](const LastResortReport& report) {
+        EXPECT_EQ(++depth, 1);
+        shown.push_back(report.description);
+        if (shown.size() == 1) {
+            form_.Send(kFail);
+            Guarded(nullptr, [] { throw std::runtime_error("another"); });
+            Guarded(nullptr, [] { throw std::runtime_error("another"); });
+        }
+        --depth;
+    });
+    form_.Send(kFail);
+    SetLastResortReporter(before);
+    EXPECT_EQ(shown, (std::vector<std::string>{"key taken", "another"}));
+}
+
+TEST_F(LastResort, AFailingPaintIsReportedOnceAndNotAskedForAgain) {
+    int paints = 0;
+    form_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_PAINT) {
+            ++paints;
+            throw std::runtime_error("cannot paint");
+        }
+        return std::nullopt;
+    };
+    form_.SetVisible(true);
+    ASSERT_TRUE(PumpUntil([&] { return paints > 0; }));
+    const int after_first = paints;
+    form_.Invalidate();
+    ::UpdateWindow(form_.Handle());
+    EXPECT_EQ(paints, after_first + 1);
+    EXPECT_FALSE(::GetUpdateRect(form_.Handle(), nullptr, FALSE));
+}
+
+TEST_F(LastResort, TheProgramsOwnReporterShowsABoxOverTheWindow) {
+    form_.SetVisible(true);
+    const auto before = SetLastResortReporter({});
+    std::string caption;
+    std::string text;
+    HWND owner = nullptr;
+    // A timer finds the box in the box's own message loop.
+    form_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        const HWND box = message == WM_TIMER ? ::FindWindowW(L"#32770", L"tidemark") : nullptr;
+        if (message == kFail) {
+            throw ProgramError(6, "Überlauf");
+        }
+        if (box != nullptr && text.empty()) {
+            caption = Window(box).Text();
+            text = Window(::GetDlgItem(box, 0xFFFF)).Text();
+            owner = ::GetWindow(box, GW_OWNER);
+            ::PostMessageW(box, WM_COMMAND, IDOK, 0);
+        }
+        return std::nullopt;
+    };
+    ::SetTimer(form_.Handle(), 1, 20, nullptr);
+    form_.Send(kFail);
+    ::KillTimer(form_.Handle(), 1);
+    SetLastResortReporter(before);
+    EXPECT_EQ(caption, "tidemark");
+    EXPECT_EQ(text, "Error: 6\nÜberlauf");
+    EXPECT_EQ(owner, form_.Handle());
+}
+
+}  // namespace
+}  // namespace tidemark

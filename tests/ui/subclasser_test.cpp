@@ -1,0 +1,214 @@
+#include "ui/subclasser.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+
+#include "platform/program_error.h"
+#include "support/last_resort_recorder.h"
+#include "support/test_form.h"
+
+namespace tidemark {
+namespace {
+
+constexpr UINT kWatched = WM_APP + 10;
+constexpr UINT kOther = WM_APP + 11;
+
+class SubclasserTest : public ::testing::Test {
+  protected:
+    SubclasserTest() {
+        form_.on_message = [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == kWatched || message == kOther) {
+                ++reached_form_;
+                return 100;
+            }
+            return std::nullopt;
+        };
+    }
+
+    TestForm form_;
+    int reached_form_ = 0;
+};
+
+TEST_F(SubclasserTest, DeliversOnlyRegisteredMessagesWithTheirArguments) {
+    Subclasser subclasser;
+    int calls = 0;
+    subclasser.WndProc = [&](HWND window, UINT message, WPARAM wparam,
+                             LPARAM lparam) -> std::optional<LRESULT> {
+        ++calls;
+        EXPECT_EQ(window, form_.Handle());
+        EXPECT_EQ(message, kWatched);
+        EXPECT_EQ(wparam, 3U);
+        EXPECT_EQ(lparam, 4);
+        return std::nullopt;
+    };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kOther), 100);
+    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(form_.Send(kWatched, 3, 4), 100);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(reached_form_, 2);
+}
+
+TEST_F(SubclasserTest, AnAnswerEndsTheMessage) {
+    Subclasser subclasser;
+    subclasser.WndProc = [](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> { return 7; };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 7);
+    EXPECT_EQ(reached_form_, 0);
+}
+
+TEST_F(SubclasserTest, RegisteringAgainAddsMessagesAndDeliversEachOnce) {
+    Subclasser subclasser;
+    int calls = 0;
+    subclasser.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++calls;
+        return std::nullopt;
+    };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    subclasser.RegisterMessages(form_.Handle(), {kWatched, kOther});
+    form_.Send(kWatched);
+    form_.Send(kOther);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(SubclasserTest, TwoUsersOfOneWindowNeverCollide) {
+    Subclasser first;
+    Subclasser second;
+    int first_calls = 0;
+    int second_calls = 0;
+    first.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++first_calls;
+        return std::nullopt;
+    };
+    second.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++second_calls;
+        return std::nullopt;
+    };
+    first.RegisterMessages(form_.Handle(), {kWatched});
+    second.RegisterMessages(form_.Handle(), {kWatched});
+    form_.Send(kWatched);
+    first.StopSubclassing();
+    form_.Send(kWatched);
+    EXPECT_EQ(first_calls, 1);
+    EXPECT_EQ(second_calls, 2);
+    EXPECT_EQ(reached_form_, 2);
+}
+
+TEST_F(SubclasserTest, CanBeStoppedFromInsideItsOwnCallback) {
+    Subclasser subclasser;
+    int calls = 0;
+    subclasser.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++calls;
+        subclasser.StopSubclassing();
+        return std::nullopt;
+    };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(subclasser.SubclassedWindow(), nullptr);
+}
+
+TEST_F(SubclasserTest, CanBeDestroyedFromInsideItsOwnCallback) {
+    auto subclasser = std::make_unique<Subclasser>();
+    subclasser->WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        subclasser.reset();
+        return std::nullopt;
+    };
+    subclasser->RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(reached_form_, 2);
+}
+
+TEST_F(SubclasserTest, ANestedMessageCanStopItWhileAnOuterCallIsOnTheStack) {
+    Subclasser subclasser;
+    std::vector<UINT> seen;
+    subclasser.WndProc = [&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        seen.push_back(message);
+        if (message == kWatched) {
+            form_.Send(kOther);
+        } else {
+            subclasser.StopSubclassing();
+        }
+        return std::nullopt;
+    };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched, kOther});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    form_.Send(kWatched);
+    EXPECT_EQ(seen, (std::vector<UINT>{kWatched, kOther}));
+    EXPECT_EQ(reached_form_, 3);
+}
+
+TEST_F(SubclasserTest, DestroyingTheWindowInTheCallbackIsSafe) {
+    Subclasser subclasser;
+    subclasser.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        form_.Destroy();
+        return std::nullopt;
+    };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 0);
+    EXPECT_FALSE(form_.Exists());
+    EXPECT_EQ(subclasser.SubclassedWindow(), nullptr);
+}
+
+TEST_F(SubclasserTest, StopsByItselfWhenTheWindowGoesAndLetsItsLastMessageThrough) {
+    Subclasser subclasser;
+    std::vector<UINT> seen;
+    subclasser.WndProc = [&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        seen.push_back(message);
+        return 1;
+    };
+    subclasser.RegisterMessages(form_.Handle(), {WM_NCDESTROY});
+    form_.Destroy();
+    EXPECT_EQ(seen, (std::vector<UINT>{WM_NCDESTROY}));
+    EXPECT_EQ(form_.Handle(), nullptr) << "the form saw its last message";
+    EXPECT_EQ(subclasser.SubclassedWindow(), nullptr);
+    subclasser.StopSubclassing();
+
+    TestForm another;
+    subclasser.RegisterMessages(another.Handle(), {kWatched});
+    EXPECT_EQ(another.Send(kWatched), 1);
+}
+
+TEST_F(SubclasserTest, AnotherWindowReplacesTheFirst) {
+    TestForm another;
+    Subclasser subclasser;
+    subclasser.WndProc = [](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> { return 5; };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched, kOther});
+    subclasser.RegisterMessages(another.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(another.Send(kWatched), 5);
+    EXPECT_EQ(another.Send(kOther), 0);
+}
+
+TEST_F(SubclasserTest, AnExceptionIsReportedAndTheMessageGoesOn) {
+    LastResortRecorder recorder;
+    Subclasser subclasser;
+    subclasser.WndProc = [](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        throw std::runtime_error("in the callback");
+    };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    ASSERT_EQ(recorder.reports.size(), 1U);
+    EXPECT_EQ(recorder.reports[0].description, "in the callback");
+}
+
+TEST_F(SubclasserTest, AWindowThatIsGoneIsRefused) {
+    const HWND gone = form_.Handle();
+    form_.Destroy();
+    Subclasser subclasser;
+    EXPECT_THROW(subclasser.RegisterMessages(gone, {kWatched}), ProgramError);
+    EXPECT_EQ(subclasser.SubclassedWindow(), nullptr);
+}
+
+TEST_F(SubclasserTest, WorksWithoutAHandler) {
+    Subclasser subclasser;
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+}
+
+}  // namespace
+}  // namespace tidemark
