@@ -1,0 +1,50 @@
+#include "controls/popup_menu_system.h"
+
+#include <shlobj.h>
+
+#include "platform/win32/com_ptr.h"
+
+namespace tidemark {
+
+HRESULT PopupMenuSystem::DesktopFolder(IShellFolder** folder) {
+    return ::SHGetDesktopFolder(folder);
+}
+
+void* PopupMenuSystem::Allocate(std::size_t size) {
+    ComPtr<IMalloc> allocator;
+    return SUCCEEDED(::SHGetMalloc(allocator.Put())) ? allocator->Alloc(size) : nullptr;
+}
+
+void PopupMenuSystem::Free(void* memory) {
+    ComPtr<IMalloc> allocator;
+    if (SUCCEEDED(::SHGetMalloc(allocator.Put()))) {
+        allocator->Free(memory);
+    }
+}
+
+HMENU PopupMenuSystem::NewPopupMenu() {
+    return ::CreatePopupMenu();
+}
+
+BOOL PopupMenuSystem::InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) {
+    return ::InsertMenuItemW(menu, position, /*fByPosition=*/TRUE, &item);
+}
+
+BOOL PopupMenuSystem::SetDefaultItem(HMENU menu, UINT item, BOOL by_position) {
+    return ::SetMenuDefaultItem(menu, item, by_position ? TRUE : FALSE);
+}
+
+BOOL PopupMenuSystem::CursorPosition(POINT* point) {
+    return ::GetCursorPos(point);
+}
+
+UINT PopupMenuSystem::Track(HMENU menu, UINT flags, POINT point, HWND owner) {
+    return static_cast<UINT>(
+        ::TrackPopupMenu(menu, flags, point.x, point.y, /*nReserved=*/0, owner, nullptr));
+}
+
+BOOL PopupMenuSystem::Discard(HMENU menu) {
+    return ::DestroyMenu(menu);
+}
+
+}  // namespace tidemark

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <shobjidl.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "controls/popup_menu_system.h"
+#include "platform/win32/com_ptr.h"
+#include "platform/win32/windows.h"
+#include "ui/subclasser.h"
+
+namespace tidemark {
+
+// One popup menu made of a few entries of the program's own, on top, and the shell's own menu for a
+// set of files and folders, below. A chosen shell entry is carried out by the shell; a chosen own
+// entry is reported. Texts are UTF-8. User-interface thread only.
+class ShellContextMenu {
+  public:
+    // The system's first version of the menu-item record, before it got a bitmap at its end.
+    static constexpr UINT kMenuItemRecordSize = offsetof(MENUITEMINFOW, hbmpItem);
+
+    ShellContextMenu();
+    // `system` is not owned and outlives the object.
+    explicit ShellContextMenu(PopupMenuSystem& system);
+    ShellContextMenu(const ShellContextMenu&) = delete;
+    ShellContextMenu& operator=(const ShellContextMenu&) = delete;
+    ~ShellContextMenu();
+
+    // True: when no own entry is the default, the shell's default entry keeps its bold look.
+    bool UseShellDefault = false;
+
+    // Raised from within PopupMenu, after the menu has closed, when an own entry was chosen.
+    std::function<void(const std::string& Caption, std::int32_t ItemData)> MenuItemInvoked;
+
+    // Adds a full path; one that is there already, in any case of its letters, is ignored. All
+    // paths are expected in one folder: the shell's entries are those of the first path's folder.
+    void AddFile(std::string_view FileOrFolder);
+
+    // Appends an own entry. Type and state are bits of the system's menus: 0x800 a separator,
+    // state 0x1000 the default entry.
+    void AddMenuItem(std::string_view Caption, std::uint32_t ItemType, std::uint32_t ItemState,
+                     std::int32_t ItemData);
+
+    // Forgets all files and entries.
+    void Clear();
+
+    // Shows the menu for `hwnd` at a point of the screen in pixels, or at the pointer when both
+    // coordinates are -1, and returns when it has closed. `Flags` are those of popup menus. Without
+    // files, or when the shell does not know the first one, nothing is shown. The object must stay
+    // until PopupMenu returns. Throws ProgramError when `hwnd` is no window of this thread.
+    void PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int ScreenPixelY);
+
+  private:
+    struct Entry {
+        MENUITEMINFOW record{};  // without the address of its text, which moves with the entry
+        std::wstring text;
+        std::string caption;
+    };
+    class ItemIds;
+
+    UINT Show(HWND hwnd, UINT flags, POINT point, IShellFolder& folder, const ItemIds& children,
+              std::vector<Entry>& entries);
+    ComPtr<IShellFolder> ParentFolder(const ITEMIDLIST& item) const;
+
+    std::unique_ptr<PopupMenuSystem> own_system_;
+    PopupMenuSystem& system_;
+    Subclasser subclasser_;
+    std::vector<std::string> files_;
+    std::unordered_set<std::wstring> file_keys_;  // the paths as they are compared
+    std::vector<Entry> entries_;                  // the first has the identifier 1
+    ComPtr<IContextMenu2> shell_menu_;            // while a menu is up, if the shell's menu has it
+};
+
+#ifndef _WIN64
+static_assert(ShellContextMenu::kMenuItemRecordSize == 44);
+static_assert(sizeof(CMINVOKECOMMANDINFO) == 36);
+#endif
+
+}  // namespace tidemark
