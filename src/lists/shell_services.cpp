@@ -1,0 +1,58 @@
+#include "lists/shell_services.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace tidemark {
+namespace {
+
+const ListRow* SelectedRow(const ListModel& list) {
+    if (list.SelectedCount() == 0) {
+        return nullptr;
+    }
+    const ListRow* const current = list.Current();
+    if (current != nullptr && current->selected) {
+        return current;
+    }
+    for (std::size_t position = 0; position < list.Count(); ++position) {
+        if (list.At(position).selected) {
+            return &list.At(position);
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::string ContainingFolderCommand(const ListModel* list, FileSystemObject& file_system) {
+    const ListRow* const row = list == nullptr ? nullptr : SelectedRow(*list);
+    if (row == nullptr) {
+        return {};
+    }
+    if (!file_system.FileExists(row->key) && !file_system.FolderExists(row->key)) {
+        return {};
+    }
+    return "explorer ,\"" + row->key + "\",/select";
+}
+
+bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system,
+                              UserLocale& locale) {
+    std::optional<std::string> common;
+    for (std::size_t position = 0; position < list.Count(); ++position) {
+        const ListRow& row = list.At(position);
+        if (!row.selected) {
+            continue;
+        }
+        if (!file_system.FileExists(row.key) && !file_system.FolderExists(row.key)) {
+            return false;
+        }
+        const std::string parent = locale.LowerCase(file_system.ParentFolder(row.key));
+        if (common && *common != parent) {
+            return false;
+        }
+        common = parent;
+    }
+    return true;
+}
+
+}  // namespace tidemark

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "lists/list_model.h"
+#include "platform/file_system_object.h"
+#include "platform/user_locale.h"
+
+namespace tidemark {
+
+// For lists whose rows have the full path of a file or folder as their key.
+
+// The command line that shows the selected row's path in the file manager. Among several selected
+// rows it is the one the keyboard acts on, or else the first. Empty when there is no list, nothing
+// is selected, or the path is gone.
+[[nodiscard]] std::string ContainingFolderCommand(const ListModel* list,
+                                                  FileSystemObject& file_system);
+
+// Whether every selected row is an existing file or folder and all of them lie in one folder. True
+// when nothing is selected.
+[[nodiscard]] bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system,
+                                            UserLocale& locale);
+
+}  // namespace tidemark

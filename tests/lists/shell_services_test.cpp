@@ -1,0 +1,156 @@
+#include "lists/shell_services.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "fakes.h"
+
+namespace tidemark {
+namespace {
+
+// Knows parents as they are written in the path; keeps which paths it was asked about.
+class ParentsFileSystem : public FakeFileSystem {
+  public:
+    std::string ParentFolder(const std::string& path) override {
+        asked.push_back(path);
+        const std::string bare = path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
+        return bare.substr(0, bare.rfind('\\'));
+    }
+    std::vector<std::string> asked;
+};
+
+class ShellServicesTest : public testing::Test {
+  protected:
+    void AddFile(const std::string& path) {
+        file_system_.files[path] = "File";
+        list_.Add(path, path);
+    }
+    void AddFolder(const std::string& path) {
+        file_system_.folders.insert(path);
+        list_.Add(path, path);
+    }
+    [[nodiscard]] std::string Command() { return ContainingFolderCommand(&list_, file_system_); }
+    [[nodiscard]] bool OneFolder() {
+        return SelectionLiesInOneFolder(list_, file_system_, locale_);
+    }
+
+    FakeLocale locale_;
+    ParentsFileSystem file_system_;
+    ListModel list_{locale_};
+};
+
+TEST_F(ShellServicesTest, CommandIsEmptyWithoutAListOrASelection) {
+    EXPECT_EQ(ContainingFolderCommand(nullptr, file_system_), "");
+    EXPECT_EQ(Command(), "");
+    AddFile(R"(c:\a.txt)");
+    EXPECT_EQ(Command(), "");
+    list_.SetCurrent(0);
+    EXPECT_EQ(Command(), "");
+}
+
+TEST_F(ShellServicesTest, CommandKeepsAPathWithBlanksWhole) {
+    AddFile(R"(c:\my files\a b.txt)");
+    list_.SetSelected(0, true);
+    EXPECT_EQ(Command(), R"(explorer ,"c:\my files\a b.txt",/select)");
+}
+
+TEST_F(ShellServicesTest, CommandForAFolderHasTheSameForm) {
+    AddFolder(R"(c:\photos\)");
+    list_.SetSelected(0, true);
+    EXPECT_EQ(Command(), R"(explorer ,"c:\photos\",/select)");
+}
+
+TEST_F(ShellServicesTest, CommandIsEmptyForAPathDeletedAfterItWasListed) {
+    AddFile(R"(c:\a.txt)");
+    list_.SetSelected(0, true);
+    file_system_.files.clear();
+    EXPECT_EQ(Command(), "");
+}
+
+TEST_F(ShellServicesTest, CommandTakesTheRowTheKeyboardActsOn) {
+    AddFile(R"(c:\a)");
+    AddFile(R"(c:\b)");
+    AddFile(R"(c:\c)");
+    list_.SelectAll();
+    list_.SetCurrent(1);
+    EXPECT_EQ(Command(), R"(explorer ,"c:\b",/select)");
+}
+
+TEST_F(ShellServicesTest, CommandTakesTheFirstSelectedRowWhenTheCurrentOneIsNotSelected) {
+    AddFile(R"(c:\a)");
+    AddFile(R"(c:\b)");
+    AddFile(R"(c:\c)");
+    list_.SetSelected(1, true);
+    list_.SetSelected(2, true);
+    list_.SetCurrent(0);
+    EXPECT_EQ(Command(), R"(explorer ,"c:\b",/select)");
+}
+
+TEST_F(ShellServicesTest, NoSelectionLiesInOneFolder) {
+    AddFile(R"(c:\a\1)");
+    AddFile(R"(c:\b\1)");
+    EXPECT_TRUE(OneFolder());
+    EXPECT_TRUE(file_system_.asked.empty());
+}
+
+TEST_F(ShellServicesTest, FilesAndFoldersOfOneFolderLieInOneFolder) {
+    AddFile(R"(c:\a\1)");
+    AddFolder(R"(c:\a\sub\)");
+    AddFile(R"(c:\a\2)");
+    list_.SelectAll();
+    EXPECT_TRUE(OneFolder());
+}
+
+TEST_F(ShellServicesTest, UnselectedRowsDoNotCount) {
+    AddFile(R"(c:\a\1)");
+    AddFile(R"(c:\b\1)");
+    AddFile(R"(c:\a\2)");
+    list_.SetSelected(0, true);
+    list_.SetSelected(2, true);
+    EXPECT_TRUE(OneFolder());
+}
+
+TEST_F(ShellServicesTest, DifferentParentsEndTheWalk) {
+    AddFile(R"(c:\a\1)");
+    AddFile(R"(c:\b\1)");
+    AddFile(R"(c:\a\2)");
+    list_.SelectAll();
+    EXPECT_FALSE(OneFolder());
+    EXPECT_EQ(file_system_.asked.size(), 2U);
+}
+
+TEST_F(ShellServicesTest, AFolderAndAFileInsideItDoNotLieInOneFolder) {
+    AddFolder(R"(c:\a\)");
+    AddFile(R"(c:\a\1)");
+    list_.SelectAll();
+    EXPECT_FALSE(OneFolder());
+}
+
+TEST_F(ShellServicesTest, AVanishedRowEndsTheWalk) {
+    AddFile(R"(c:\a\1)");
+    AddFile(R"(c:\a\2)");
+    AddFile(R"(c:\a\3)");
+    file_system_.files.erase(R"(c:\a\2)");
+    list_.SelectAll();
+    EXPECT_FALSE(OneFolder());
+    EXPECT_EQ(file_system_.asked.size(), 1U);
+}
+
+TEST_F(ShellServicesTest, ParentsAreComparedWithoutRegardToCase) {
+    class RealCase : public ParentsFileSystem {
+        std::string ParentFolder(const std::string& path) override {
+            return path.ends_with('1') ? R"(C:\A)" : R"(c:\a)";
+        }
+    } file_system;
+    for (const char* path : {R"(c:\a\1)", R"(c:\a\2)"}) {
+        list_.Add(path, path);
+        file_system.files[path] = "File";
+    }
+    list_.SelectAll();
+    EXPECT_TRUE(SelectionLiesInOneFolder(list_, file_system, locale_));
+}
+
+}  // namespace
+}  // namespace tidemark
