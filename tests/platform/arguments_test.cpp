@@ -1,0 +1,34 @@
+#include "platform/arguments.h"
+
+#include <gtest/gtest.h>
+
+namespace tidemark {
+namespace {
+
+TEST(ArgumentsOf, DropsTheProgramAndTheBlanksAfterIt) {
+    EXPECT_EQ(ArgumentsOf(R"(tidemark.exe C:\a C:\b)"), R"(C:\a C:\b)");
+    EXPECT_EQ(ArgumentsOf(R"("C:\Program Files\tidemark.exe"  "C:\a b")"), R"("C:\a b")");
+    EXPECT_EQ(ArgumentsOf("tidemark.exe\tC:\\a"), R"(C:\a)");
+}
+
+TEST(ArgumentsOf, KeepsBlanksFurtherOn) {
+    EXPECT_EQ(ArgumentsOf("tidemark.exe a  b "), "a  b ");
+}
+
+TEST(ArgumentsOf, IsEmptyWithoutArguments) {
+    EXPECT_EQ(ArgumentsOf(""), "");
+    EXPECT_EQ(ArgumentsOf("tidemark.exe"), "");
+    // What the Explorer gives on a double-click.
+    EXPECT_EQ(ArgumentsOf(R"("C:\Program Files\tidemark.exe" )"), "");
+}
+
+TEST(ArgumentsOf, AnUnclosedQuoteMakesEverythingTheName) {
+    EXPECT_EQ(ArgumentsOf(R"("C:\Program Files\tidemark.exe C:\a)"), "");
+}
+
+TEST(ArgumentsOf, QuotesInsideTheNameKeepItTogether) {
+    EXPECT_EQ(ArgumentsOf(R"(C:\"Program Files"\tidemark.exe C:\a)"), R"(C:\a)");
+}
+
+}  // namespace
+}  // namespace tidemark
