@@ -1,0 +1,236 @@
+#include "engine/tidemark_item_collection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/numbers.h"
+#include "engine/paths.h"
+#include "lists/list_helpers.h"
+
+namespace tidemark {
+
+std::size_t TidemarkItemCollection::Slots::Seek(std::size_t position, std::uint64_t number) const {
+    // Slots only ever move towards the front, so the guess is right or too far back.
+    const bool guess_right = position <= in_order.size() &&
+                             (position == 0 || in_order[position - 1].number < number) &&
+                             (position == in_order.size() || in_order[position].number >= number);
+    if (!guess_right) {
+        const auto found = std::lower_bound(
+            in_order.begin(), in_order.end(), number,
+            [](const Slot& slot, std::uint64_t wanted) { return slot.number < wanted; });
+        position = static_cast<std::size_t>(found - in_order.begin());
+    }
+    while (position < in_order.size() && in_order[position].item == nullptr) {
+        ++position;
+    }
+    return position;
+}
+
+TidemarkItemCollection::Iterator::Iterator(std::shared_ptr<const Slots> slots)
+    : slots_(std::move(slots)) {
+    Seek(0);
+}
+
+TidemarkItemCollection::Iterator& TidemarkItemCollection::Iterator::operator++() {
+    ++position_;
+    Seek(number_ + 1);
+    return *this;
+}
+
+void TidemarkItemCollection::Iterator::Seek(std::uint64_t number) {
+    position_ = slots_->Seek(position_, number);
+    if (position_ == slots_->in_order.size()) {
+        item_ = nullptr;
+        return;
+    }
+    number_ = slots_->in_order[position_].number;
+    item_ = slots_->in_order[position_].item;
+}
+
+TidemarkItemCollection::TidemarkItemCollection(const Platform& platform)
+    : platform_(platform), slots_(std::make_shared<Slots>()) {}
+
+TidemarkItemCollection::~TidemarkItemCollection() {
+    Clear(nullptr);
+}
+
+template <typename Predicate>
+bool TidemarkItemCollection::Any(Predicate predicate) const {
+    return std::any_of(
+        slots_->in_order.begin(), slots_->in_order.end(),
+        [&predicate](const Slot& slot) { return slot.item != nullptr && predicate(*slot.item); });
+}
+
+bool TidemarkItemCollection::Busy() const {
+    return Any(
+        [](const TidemarkItem& item) { return item.CountInProgress() || item.StampInProgress(); });
+}
+
+bool TidemarkItemCollection::BusyCounting() const {
+    return Any([](const TidemarkItem& item) { return item.CountInProgress(); });
+}
+
+bool TidemarkItemCollection::BusyStamping() const {
+    return Any([](const TidemarkItem& item) { return item.StampInProgress(); });
+}
+
+std::int32_t TidemarkItemCollection::CountedItems() const {
+    std::int32_t sum = 0;
+    for (const Slot& slot : slots_->in_order) {
+        if (slot.item != nullptr) {
+            sum = CheckedAdd(sum, CheckedAdd(slot.item->FileCount(), slot.item->FolderCount()));
+        }
+    }
+    return sum;
+}
+
+std::int32_t TidemarkItemCollection::StampedItems() const {
+    std::int32_t sum = 0;
+    for (const Slot& slot : slots_->in_order) {
+        if (slot.item != nullptr) {
+            sum = CheckedAdd(
+                sum, CheckedAdd(slot.item->StampedFileCount(), slot.item->StampedFolderCount()));
+        }
+    }
+    return sum;
+}
+
+bool TidemarkItemCollection::AnyCountComplete() const {
+    return Any([](const TidemarkItem& item) { return item.CountComplete(); });
+}
+
+bool TidemarkItemCollection::AnyStampCompleteWithNoErrors() const {
+    return Any([](const TidemarkItem& item) { return item.StampComplete() && !item.HasErrors(); });
+}
+
+bool TidemarkItemCollection::StampComplete() const {
+    return Count() > 0 && !Any([](const TidemarkItem& item) { return !item.StampComplete(); });
+}
+
+bool TidemarkItemCollection::ErrorsExist() const {
+    return Any([](const TidemarkItem& item) { return item.HasErrors(); });
+}
+
+StampErrorList TidemarkItemCollection::ErrorList() const {
+    // Records that name the same path are kept: whoever shows the list relies on seeing each one.
+    StampErrorList errors;
+    for (const Slot& slot : slots_->in_order) {
+        if (slot.item != nullptr && slot.item->HasErrors()) {
+            const auto records = slot.item->StampErrors();
+            errors.insert(errors.end(), records->begin(), records->end());
+        }
+    }
+    return errors;
+}
+
+std::shared_ptr<TidemarkItem> TidemarkItemCollection::Add(const std::string& path, ListModel* list,
+                                                          KeyedImageList* images) {
+    if (!PathExists(platform_.file_system, path)) {
+        return nullptr;
+    }
+    std::shared_ptr<TidemarkItem> item = TidemarkItem::Create(platform_);
+    item->SetRootItem(path);
+    if (item->RootItem().empty()) {
+        return nullptr;  // gone since it was looked at
+    }
+    if (std::shared_ptr<TidemarkItem> held = Item(item->RootItem())) {
+        item = std::move(held);
+    } else {
+        Append(platform_.locale.LowerCase(item->RootItem()), item);
+    }
+    ShowItemRow(*item, list, images);
+    return item;
+}
+
+void TidemarkItemCollection::Append(std::string key, std::shared_ptr<TidemarkItem> item) {
+    slots_->in_order.push_back({next_number_, std::move(item)});
+    numbers_by_key_.emplace(std::move(key), next_number_);
+    ++next_number_;
+}
+
+void TidemarkItemCollection::ShowItemRow(TidemarkItem& item, ListModel* list,
+                                         KeyedImageList* images) {
+    if (list == nullptr) {
+        return;
+    }
+    const std::string path = item.RootItem();
+    const ListRow& row = FindOrAddRow(*list, path, path);
+    list->SetSubItem(row, 0, item.CountString());
+    list->SetSubItem(row, 1, item.StatusString());
+    list->SetHoldsItems(true);
+    if (images == nullptr) {
+        return;
+    }
+    AddIcon(*images, platform_.file_system, platform_.locale, path);
+    // A list takes no image list that is still without a picture.
+    if (list->SmallIcons() == nullptr && images->Count() > 0) {
+        list->AttachSmallIcons(images);
+    }
+    const int icon = RowIcon(*images, platform_.file_system, platform_.locale, path);
+    // Asking the shell may let messages run, and the row may be gone.
+    if (const ListRow* still_there = FindRow(*list, path)) {
+        list->SetSmallIcon(*still_there, icon);
+    }
+}
+
+void TidemarkItemCollection::RemoveItemRow(const TidemarkItem& item, ListModel* list) {
+    if (list == nullptr) {
+        return;
+    }
+    list->Remove(item.RootItem());
+    if (list->Count() == 0) {
+        list->SetHoldsItems(false);
+    }
+}
+
+void TidemarkItemCollection::Remove(const std::string& key, ListModel* list) {
+    const std::shared_ptr<TidemarkItem> item = Item(key);
+    if (item == nullptr) {
+        return;
+    }
+    item->CancelCount();
+    item->CancelStamp();
+    RemoveItemRow(*item, list);
+    Take(platform_.locale.LowerCase(key));
+}
+
+// Takes the item under the key out of the slots. Closing the gaps only when they are half of all
+// makes many removals cost one pass in all.
+void TidemarkItemCollection::Take(const std::string& key) {
+    const auto number = numbers_by_key_.find(key);
+    if (number == numbers_by_key_.end()) {
+        return;
+    }
+    std::vector<Slot>& in_order = slots_->in_order;
+    // The caller holds the item, so nothing is destroyed in here.
+    in_order[slots_->Seek(0, number->second)].item = nullptr;
+    numbers_by_key_.erase(number);
+    if (in_order.size() >= 2 * (numbers_by_key_.size() + 1)) {
+        std::erase_if(in_order, [](const Slot& slot) { return slot.item == nullptr; });
+    }
+}
+
+void TidemarkItemCollection::Clear(ListModel* list) {
+    for (const std::shared_ptr<TidemarkItem>& item : *this) {
+        item->CancelCount();
+        item->CancelStamp();
+        RemoveItemRow(*item, list);
+    }
+    numbers_by_key_.clear();
+    // Destroyed last, when the collection is whole again.
+    const std::vector<Slot> released = std::exchange(slots_->in_order, {});
+}
+
+std::shared_ptr<TidemarkItem> TidemarkItemCollection::Item(const std::string& key) const {
+    const auto number = numbers_by_key_.find(platform_.locale.LowerCase(key));
+    if (number == numbers_by_key_.end()) {
+        return nullptr;
+    }
+    return slots_->in_order[slots_->Seek(0, number->second)].item;
+}
+
+bool TidemarkItemCollection::Exists(const std::string& key) const {
+    return Item(key) != nullptr;
+}
+
+}  // namespace tidemark

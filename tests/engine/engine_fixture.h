@@ -1,0 +1,97 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/tidemark_item.h"
+#include "platform/memory/memory_system.h"
+
+namespace tidemark {
+
+// Reaches what a test cannot bring about in reasonable time.
+struct TidemarkItemTestPeer {
+    static void SetFileCount(TidemarkItem& item, std::int32_t count) {
+        item.counters_.FileCount = count;
+    }
+    static void SetFolderCount(TidemarkItem& item, std::int32_t count) {
+        item.counters_.FolderCount = count;
+    }
+    static void SetStampedFileCount(TidemarkItem& item, std::int32_t count) {
+        item.counters_.StampedFileCount = count;
+    }
+    static void SetStampedFolderCount(TidemarkItem& item, std::int32_t count) {
+        item.counters_.StampedFolderCount = count;
+    }
+};
+
+// Day number of a local date and time.
+inline double DayNumber(int year, unsigned month, unsigned day, int hour = 0, int minute = 0) {
+    using namespace std::chrono;
+    const sys_days epoch{std::chrono::year{1899} / 12 / 30};
+    const sys_days date{std::chrono::year{year} / month / day};
+    return static_cast<double>((date - epoch).count()) + (hour * 60 + minute) / 1440.0;
+}
+
+// File time of a local date and time, as the zone of a MemoryVolume has it in system time.
+inline FileTime SystemTime(int year, unsigned month, unsigned day, int hour = 0, int minute = 0,
+                           int minutes_ahead = 60) {
+    using namespace std::chrono;
+    const sys_days epoch{std::chrono::year{1601} / 1 / 1};
+    const sys_days date{std::chrono::year{year} / month / day};
+    const std::int64_t minutes = std::int64_t{(date - epoch).count()} * 1440 + hour * 60 + minute;
+    return {(minutes - minutes_ahead) * 600'000'000};
+}
+
+// An engine on a system in memory.
+class EngineTest : public testing::Test {
+  protected:
+    std::shared_ptr<TidemarkItem> NewItem(const std::string& path) {
+        std::shared_ptr<TidemarkItem> item = TidemarkItem::Create(system.View());
+        item->SetRootItem(path);
+        return item;
+    }
+
+    // Stamps with 2 March 2021, 13:45, as Last-Modified and the given Created.
+    void Stamp(TidemarkItem& item, double created = 0, bool remove_read_only = false,
+               bool sync_folders = false) {
+        item.Stamp(modified, created, remove_read_only, sync_folders);
+    }
+    void StampToTheEnd(TidemarkItem& item, double created = 0, bool remove_read_only = false,
+                       bool sync_folders = false) {
+        Stamp(item, created, remove_read_only, sync_folders);
+        system.pump.RunUntilIdle();
+    }
+
+    [[nodiscard]] FileTime Written(const std::string& path) const {
+        return system.volume.TimesOf(path).written;
+    }
+    [[nodiscard]] FileTime Created(const std::string& path) const {
+        return system.volume.TimesOf(path).created;
+    }
+    [[nodiscard]] bool IsStamped(const std::string& path) const {
+        return Written(path) == modified_time;
+    }
+
+    MemorySystem system;
+    const double modified = DayNumber(2021, 3, 2, 13, 45);
+    const FileTime modified_time = SystemTime(2021, 3, 2, 13, 45);
+    const double created_date = DayNumber(1999, 12, 31, 23, 59);
+    const FileTime created_time = SystemTime(1999, 12, 31, 23, 59);
+    const FileTime untouched = MemoryVolumeBuildTime();
+
+  private:
+    static FileTime MemoryVolumeBuildTime() {
+        MemoryVolume volume;
+        volume.AddFile("C:\\a");
+        return volume.TimesOf("C:\\a").written;
+    }
+};
+
+}  // namespace tidemark
