@@ -1,6 +1,7 @@
 #include "platform/memory/memory_file_system_object.h"
 
 #include "platform/memory/fold_case.h"
+#include "platform/path_form.h"
 #include "platform/program_error.h"
 
 namespace tidemark {
@@ -51,16 +52,7 @@ std::string MemoryFileSystemObject::TypeName(const std::string& path) {
 }
 
 std::string MemoryFileSystemObject::ParentFolder(const std::string& path) {
-    if (!FileExists(path) && !FolderExists(path)) {
-        return {};
-    }
-    const std::size_t last = path.find_last_not_of("\\/");
-    const std::size_t separator = path.find_last_of("\\/", last);
-    if (separator == std::string::npos) {
-        return {};
-    }
-    const std::string parent = path.substr(0, separator);
-    return parent.size() == 2 && parent[1] == ':' ? parent + "\\" : parent;
+    return ParentPath(path);
 }
 
 }  // namespace tidemark

@@ -1,0 +1,184 @@
+// What timers and the message pump keep to, run on every implementation of them.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "contract/platform_under_test.h"
+#include "platform/timer_queue.h"
+
+namespace tidemark {
+namespace {
+
+class FunctionSink final : public ITimerObjectSink {
+  public:
+    explicit FunctionSink(std::function<void()> action) : action_(std::move(action)) {}
+    void ITimerObjectSink_Timer() override { action_(); }
+
+  private:
+    std::function<void()> action_;
+};
+
+class TimersContract : public PlatformContract {
+  protected:
+    std::unique_ptr<TimerObject> Armed(ITimerObjectSink& sink, std::uint32_t interval) {
+        auto timer = platform_.timers.NewTimer();
+        timer->SetSink(&sink);
+        timer->SetInterval(interval);
+        timer->SetEnabled(true);
+        return timer;
+    }
+};
+
+TEST_P(TimersContract, AnEnabledTimerTicksAgainAndAgain) {
+    int ticks = 0;
+    FunctionSink sink([&] { ++ticks; });
+    const auto timer = Armed(sink, 20);
+    EXPECT_EQ(ticks, 0);
+    EXPECT_TRUE(system_->RunUntil([&] { return ticks >= 3; }));
+    EXPECT_TRUE(timer->Enabled());
+}
+
+TEST_P(TimersContract, DisablingInTheFirstTickMakesItOneShot) {
+    int ticks = 0;
+    int others = 0;
+    std::unique_ptr<TimerObject> timer;
+    FunctionSink sink([&] {
+        ++ticks;
+        timer->SetEnabled(false);
+    });
+    FunctionSink other([&] { ++others; });
+    timer = Armed(sink, 20);
+    const auto witness = Armed(other, 20);
+    EXPECT_TRUE(system_->RunUntil([&] { return others >= 5; }));
+    EXPECT_EQ(ticks, 1);
+}
+
+TEST_P(TimersContract, ShorterIntervalsTickFirst) {
+    std::string order;
+    std::vector<std::unique_ptr<TimerObject>> timers;
+    std::vector<std::unique_ptr<FunctionSink>> sinks;
+    for (const std::uint32_t interval : {120U, 20U, 70U}) {
+        const std::size_t index = timers.size();
+        sinks.push_back(std::make_unique<FunctionSink>([&, index, interval] {
+            timers[index]->SetEnabled(false);
+            order += std::to_string(interval) + " ";
+        }));
+        timers.push_back(Armed(*sinks.back(), interval));
+    }
+    EXPECT_TRUE(system_->RunUntil([&] { return order.size() >= 10; }));
+    EXPECT_EQ(order, "20 70 120 ");
+}
+
+TEST_P(TimersContract, ADestroyedTimerTicksNoMore) {
+    int ticks = 0;
+    int others = 0;
+    FunctionSink sink([&] { ++ticks; });
+    FunctionSink other([&] { ++others; });
+    auto timer = Armed(sink, 20);
+    const auto witness = Armed(other, 20);
+    timer.reset();
+    EXPECT_TRUE(system_->RunUntil([&] { return others >= 3; }));
+    EXPECT_EQ(ticks, 0);
+}
+
+TEST_P(TimersContract, TicksThatLetMessagesRunNestOnlyToABoundedDepthAndAllRun) {
+    constexpr std::size_t kCount = 100;
+    std::vector<std::unique_ptr<TimerObject>> timers;
+    std::vector<std::unique_ptr<FunctionSink>> sinks;
+    int depth = 0;
+    int deepest = 0;
+    std::size_t finished = 0;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        sinks.push_back(std::make_unique<FunctionSink>([&, i] {
+            timers[i]->SetEnabled(false);
+            deepest = std::max(deepest, ++depth);
+            // Until the bound is reached each tick gives the next one time to come in.
+            for (int wait = 0; wait < 200 && deepest < TimerQueue::kMaxLongDepth; ++wait) {
+                system_->PassTime();
+                platform_.pump.LetPendingMessagesRun();
+            }
+            platform_.pump.RunPendingMessagesNow();
+            --depth;
+            ++finished;
+        }));
+    }
+    for (const auto& sink : sinks) {
+        timers.push_back(Armed(*sink, 20));
+    }
+    EXPECT_TRUE(system_->RunUntil([&] { return finished == kCount; }));
+    EXPECT_EQ(deepest, TimerQueue::kMaxLongDepth);
+}
+
+TEST_P(TimersContract, AnExceptionOfATickIsReportedAndTheOthersGoOn) {
+    std::unique_ptr<TimerObject> failing;
+    int ticks = 0;
+    FunctionSink sink([&] {
+        failing->SetEnabled(false);
+        throw std::runtime_error("a tick failed");
+    });
+    FunctionSink other([&] { ++ticks; });
+    failing = Armed(sink, 20);
+    const auto witness = Armed(other, 20);
+    EXPECT_TRUE(system_->RunUntil([&] { return ticks >= 2; }));
+    EXPECT_EQ(system_->ReportedExceptions(), 1U);
+}
+
+TIDEMARK_ON_EVERY_PLATFORM(TimersContract);
+
+class PumpContract : public PlatformContract {
+  protected:
+    MessagePump& pump_ = platform_.pump;
+};
+
+TEST_P(PumpContract, AMessageRunsInsideTheWorkThatAsks) {
+    bool ran = false;
+    system_->Post([&] { ran = true; });
+    EXPECT_FALSE(ran);
+    system_->PassTime();
+    pump_.LetPendingMessagesRun();
+    EXPECT_TRUE(ran);
+}
+
+TEST_P(PumpContract, ASingleCommandNeedNotWait) {
+    pump_.RunPendingMessagesNow();
+    bool ran = false;
+    system_->Post([&] { ran = true; });
+    pump_.RunPendingMessagesNow();
+    EXPECT_TRUE(ran);
+}
+
+TEST_P(PumpContract, DueTicksRunInsideTheWorkThatAsks) {
+    int ticks = 0;
+    FunctionSink sink([&] { ++ticks; });
+    const auto timer = platform_.timers.NewTimer();
+    timer->SetSink(&sink);
+    timer->SetInterval(20);
+    timer->SetEnabled(true);
+    for (int i = 0; i < 200 && ticks == 0; ++i) {
+        system_->PassTime();
+        pump_.LetPendingMessagesRun();
+    }
+    EXPECT_GT(ticks, 0);
+}
+
+TEST_P(PumpContract, NothingRunsAfterAQuit) {
+    system_->PostQuit();
+    pump_.RunPendingMessagesNow();
+    bool ran = false;
+    system_->Post([&] { ran = true; });
+    system_->PassTime();
+    pump_.LetPendingMessagesRun();
+    pump_.RunPendingMessagesNow();
+    EXPECT_FALSE(ran);
+}
+
+TIDEMARK_ON_EVERY_PLATFORM(PumpContract);
+
+}  // namespace
+}  // namespace tidemark

@@ -1,0 +1,61 @@
+// What the user's locale keeps to, run on every implementation of it.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "contract/platform_under_test.h"
+#include "platform/program_error.h"
+
+namespace tidemark {
+namespace {
+
+class UserLocaleContract : public PlatformContract {
+  protected:
+    UserLocale& locale_ = platform_.locale;
+};
+
+TEST_P(UserLocaleContract, LettersBecomeLowerCase) {
+    EXPECT_EQ(locale_.LowerCase("C:\\Some Folder\\A1_ZZ.TXT"), "c:\\some folder\\a1_zz.txt");
+    EXPECT_EQ(locale_.LowerCase("\xC3\x89T\xC3\x89"), "\xC3\xA9t\xC3\xA9");
+    EXPECT_EQ(locale_.LowerCase(""), "");
+}
+
+TEST_P(UserLocaleContract, WhatHasNoLowerCaseStaysAsItIs) {
+    for (const std::string text : {"\xE6\xBC\xA2\xE5\xAD\x97", "\xF0\x9F\x98\x80", "a.b-1",
+                                   "lone \xED\xA0\x80 surrogate", "\xED\xB0\x80"}) {
+        EXPECT_EQ(locale_.LowerCase(text), text);
+    }
+}
+
+TEST_P(UserLocaleContract, ThereAreSeparators) {
+    EXPECT_NE(locale_.ThousandsSeparator(), "");
+    EXPECT_NE(locale_.DateSeparator(), "");
+    EXPECT_NE(locale_.TimeSeparator(), "");
+}
+
+TEST_P(UserLocaleContract, DatesAndTimesAreReadAsDayNumbers) {
+    EXPECT_DOUBLE_EQ(locale_.ReadDateTime("14:30"), 14.5 / 24);
+    EXPECT_DOUBLE_EQ(locale_.ReadDateTime("00:00"), 0);
+    EXPECT_DOUBLE_EQ(locale_.ReadDateTime("3/15/2004"), 38061);
+    EXPECT_DOUBLE_EQ(locale_.ReadDateTime("3/15/2004 14:30"), 38061 + 14.5 / 24);
+    // Whichever order the locale prefers, there is no month 15.
+    EXPECT_DOUBLE_EQ(locale_.ReadDateTime("15/3/2004"), 38061);
+}
+
+TEST_P(UserLocaleContract, WhatIsNeitherDateNorTimeIsATypeMismatch) {
+    for (const char* text : {"", "nonsense", "25:99", "40/40/2004"}) {
+        try {
+            (void)locale_.ReadDateTime(text);
+            ADD_FAILURE() << '"' << text << "\" was read";
+        } catch (const ProgramError& error) {
+            EXPECT_EQ(error.Number(), error_number::kTypeMismatch) << text;
+            EXPECT_NE(error.Description(), "") << text;
+        }
+    }
+}
+
+TIDEMARK_ON_EVERY_PLATFORM(UserLocaleContract);
+
+}  // namespace
+}  // namespace tidemark
