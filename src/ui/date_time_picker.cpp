@@ -16,8 +16,9 @@ bool IsReal(const PickedDateTime& value) {
                                            std::chrono::month(static_cast<unsigned>(value.month)),
                                            std::chrono::day(static_cast<unsigned>(value.day))};
     const auto within = [](int part, int end) { return part >= 0 && part < end; };
-    return date.ok() && within(value.hour, 24) && within(value.minute, 60) &&
-           within(value.second, 60);
+    // The years that the system's times can express.
+    return value.year >= 1601 && value.year <= 30827 && date.ok() && within(value.hour, 24) &&
+           within(value.minute, 60) && within(value.second, 60);
 }
 
 }  // namespace

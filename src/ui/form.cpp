@@ -126,6 +126,14 @@ LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
         case WM_SETFOCUS:
             RestoreFocus();
             return 0;
+        case WM_NEXTDLGCTL: {
+            // Sent by the system's own handling of mnemonics, as to a dialog.
+            const HWND next = LOWORD(lparam) != 0
+                                  ? reinterpret_cast<HWND>(wparam)
+                                  : ::GetNextDlgTabItem(window, ::GetFocus(), wparam != 0);
+            ::SetFocus(next);
+            return 0;
+        }
         case WM_GETFONT:
             return reinterpret_cast<LRESULT>(font_);
         case WM_DESTROY:

@@ -18,6 +18,8 @@ void StatusBar::Create(ControlSite& site, const ControlSpec& spec) {
     ControlSpec own = spec;
     own.style |= CCS_BOTTOM;
     CreateChild(site, STATUSCLASSNAMEW, own);
+    simple_text_.clear();
+    panel_texts_ = {};
     SetFirstPanelWidth(0);
     SetSimple(true);
     SetSimpleText(spec.text);
@@ -45,19 +47,15 @@ void StatusBar::SetSimpleText(std::string_view text) {
     }
 }
 
-std::string StatusBar::PanelText(int panel) const {
-    const auto part = static_cast<WPARAM>(panel);
-    const auto length = static_cast<std::size_t>(LOWORD(Send(SB_GETTEXTLENGTHW, part)));
-    std::wstring text(length + 1, L'\0');
-    Send(SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()));
-    text.resize(length);
-    return Utf8FromWide(text);
+const std::string& StatusBar::PanelText(std::size_t panel) const {
+    return panel_texts_.at(panel);
 }
 
-void StatusBar::SetPanelText(int panel, std::string_view text) {
-    if (text != PanelText(panel)) {
-        Send(SB_SETTEXTW, static_cast<WPARAM>(panel),
-             reinterpret_cast<LPARAM>(WideFromUtf8(text).c_str()));
+void StatusBar::SetPanelText(std::size_t panel, std::string_view text) {
+    std::string& current = panel_texts_.at(panel);
+    if (text != current) {
+        current = text;
+        Send(SB_SETTEXTW, panel, reinterpret_cast<LPARAM>(WideFromUtf8(text).c_str()));
     }
 }
 
@@ -87,9 +85,9 @@ int StatusBar::WidthFor(std::string_view text) const {
     return borders[0] + extent.cx + 2 * margin + borders[2];
 }
 
-Bounds StatusBar::PanelBounds(int panel) const {
+Bounds StatusBar::PanelBounds(std::size_t panel) const {
     RECT rect{};
-    if (Send(SB_GETRECT, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(&rect)) == 0) {
+    if (Send(SB_GETRECT, panel, reinterpret_cast<LPARAM>(&rect)) == 0) {
         return {};
     }
     return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};

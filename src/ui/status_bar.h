@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -19,13 +21,12 @@ class StatusBar : public Control {
     [[nodiscard]] bool Simple() const;
     void SetSimple(bool simple);
 
-    // The text of simple mode, also while panels are shown. Written only when it differs.
+    // The texts of both modes can be read and written in either one; they are written to the bar
+    // only when they differ. Panels count from 0.
     [[nodiscard]] const std::string& SimpleText() const { return simple_text_; }
     void SetSimpleText(std::string_view text);
-
-    // Panels count from 0. Written only when different.
-    [[nodiscard]] std::string PanelText(int panel) const;
-    void SetPanelText(int panel, std::string_view text);
+    [[nodiscard]] const std::string& PanelText(std::size_t panel) const;
+    void SetPanelText(std::size_t panel, std::string_view text);
 
     // Width of the first panel.
     void SetFirstPanelWidth(int width);
@@ -34,10 +35,12 @@ class StatusBar : public Control {
     [[nodiscard]] int WidthFor(std::string_view text) const;
 
     // Rectangle of a panel in the bar's client area; empty when the bar cannot tell.
-    [[nodiscard]] Bounds PanelBounds(int panel) const;
+    [[nodiscard]] Bounds PanelBounds(std::size_t panel) const;
 
   private:
+    // Kept here too: in simple mode the bar does not give its panels' texts away.
     std::string simple_text_;
+    std::array<std::string, 2> panel_texts_;
 };
 
 }  // namespace tidemark

@@ -1,0 +1,216 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <stdexcept>
+
+#include "support/last_resort_recorder.h"
+#include "support/pump.h"
+#include "support/test_form.h"
+#include "ui/button.h"
+#include "ui/date_time_picker.h"
+#include "ui/label.h"
+#include "ui/message_loop.h"
+#include "ui/panel.h"
+
+namespace tidemark {
+namespace {
+
+// Holds a key down in the eyes of this thread while alive.
+class HeldKey {
+  public:
+    explicit HeldKey(int key) : key_(key) { Set(0x80); }
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+    ~HeldKey() { Set(0); }
+
+  private:
+    void Set(BYTE state) const {
+        std::array<BYTE, 256> keys{};
+        ::GetKeyboardState(keys.data());
+        keys[static_cast<std::size_t>(key_)] = state;
+        ::SetKeyboardState(keys.data());
+    }
+    int key_;
+};
+
+// A window like the program's own: a panel with a labelled picker, a check box and the default
+// button, and a control after the panel.
+class Keyboard : public ::testing::Test {
+  protected:
+    Keyboard() {
+        panel_.Create(form_, {.bounds = {0, 0, 400, 60}});
+        label_.Create(panel_, {.text = "Last &Modified:", .bounds = {0, 0, 80, 20}});
+        picker_.Create(panel_, DateTimePicker::Kind::kDate, {.bounds = {90, 0, 100, 22}});
+        check_.Create(panel_, {.text = "&Created:", .bounds = {0, 30, 80, 20}});
+        stamp_.Create(panel_, {.text = "Stamp", .bounds = {200, 0, 80, 25}});
+        other_.Create(form_, {.text = "other", .bounds = {0, 100, 80, 25}});
+        stamp_.on_click = [this] { ++stamps_; };
+        other_.on_click = [this] { ++others_; };
+        form_.SetDefaultButton(&stamp_);
+        form_.SetVisible(true);
+        PumpPending();
+        ::SetForegroundWindow(form_.Handle());
+        picker_.Focus();
+    }
+
+    // Presses a key in the window that has the focus, through the message loop's own way.
+    void Press(UINT key, UINT message = WM_KEYDOWN) {
+        MSG press{::GetFocus(), message, key, 1, 0, {}};
+        RouteMessage(press);
+        PumpPending();
+    }
+
+    TestForm form_;
+    Panel panel_;
+    Label label_;
+    DateTimePicker picker_;
+    CheckBox check_;
+    Button stamp_;
+    Button other_;
+    int stamps_ = 0;
+    int others_ = 0;
+};
+
+TEST_F(Keyboard, TabGoesThroughThePanelInTheOrderOfCreationAndRound) {
+    ASSERT_TRUE(picker_.HasFocus());
+    Press(VK_TAB);
+    EXPECT_TRUE(check_.HasFocus());
+    Press(VK_TAB);
+    EXPECT_TRUE(stamp_.HasFocus());
+    Press(VK_TAB);
+    EXPECT_TRUE(other_.HasFocus());
+    Press(VK_TAB);
+    EXPECT_TRUE(picker_.HasFocus());
+}
+
+TEST_F(Keyboard, ShiftTabGoesBack) {
+    const HeldKey shift(VK_SHIFT);
+    Press(VK_TAB);
+    EXPECT_TRUE(other_.HasFocus());
+    Press(VK_TAB);
+    EXPECT_TRUE(stamp_.HasFocus());
+}
+
+TEST_F(Keyboard, TabSkipsWhatIsDisabledOrHidden) {
+    check_.SetEnabled(false);
+    stamp_.SetVisible(false);
+    Press(VK_TAB);
+    EXPECT_TRUE(other_.HasFocus());
+}
+
+TEST_F(Keyboard, ALabelsMnemonicLeadsToTheControlAfterIt) {
+    other_.Focus();
+    Press('m', WM_SYSCHAR);
+    EXPECT_TRUE(picker_.HasFocus());
+}
+
+TEST_F(Keyboard, ACheckBoxesMnemonicFlipsIt) {
+    Press('c', WM_SYSCHAR);
+    EXPECT_TRUE(check_.Checked());
+}
+
+TEST_F(Keyboard, EnterPressesTheDefaultButtonFromAnywhere) {
+    Press(VK_RETURN);
+    EXPECT_EQ(stamps_, 1);
+    check_.Focus();
+    Press(VK_RETURN);
+    EXPECT_EQ(stamps_, 2);
+    EXPECT_FALSE(check_.Checked());
+}
+
+TEST_F(Keyboard, EnterOnAnotherButtonPressesThatOne) {
+    other_.Focus();
+    Press(VK_RETURN);
+    EXPECT_EQ(stamps_, 0);
+    EXPECT_EQ(others_, 1);
+}
+
+TEST_F(Keyboard, EnterDoesNothingWhileTheDefaultButtonIsDisabledOrHidden) {
+    stamp_.SetEnabled(false);
+    Press(VK_RETURN);
+    stamp_.SetEnabled(true);
+    panel_.SetVisible(false);
+    other_.Focus();
+    form_.Focus();
+    other_.SetEnabled(false);
+    Press(VK_RETURN);
+    EXPECT_EQ(stamps_, 0);
+}
+
+TEST_F(Keyboard, EscPressesTheCancelButtonOnlyWhileThereIsOne) {
+    Press(VK_ESCAPE);
+    EXPECT_EQ(stamps_, 0);
+    form_.SetCancelButton(&stamp_);
+    Press(VK_ESCAPE);
+    EXPECT_EQ(stamps_, 1);
+    form_.SetCancelButton(nullptr);
+    Press(VK_ESCAPE);
+    EXPECT_EQ(stamps_, 1);
+}
+
+TEST_F(Keyboard, TheFormSeesEachKeyFirstWithItsModifiersAndTarget) {
+    std::vector<KeyPress> seen;
+    form_.on_key = [&](const KeyPress& press) {
+        seen.push_back(press);
+        return press.key == VK_RETURN;
+    };
+    Press(VK_RETURN);
+    EXPECT_EQ(stamps_, 0) << "what the form takes goes no further";
+    {
+        const HeldKey control(VK_CONTROL);
+        Press('A');
+    }
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[0].target.Handle(), picker_.Handle());
+    EXPECT_FALSE(seen[0].control);
+    EXPECT_EQ(seen[1].key, static_cast<UINT>('A'));
+    EXPECT_TRUE(seen[1].control);
+    EXPECT_FALSE(seen[1].alt);
+}
+
+TEST_F(Keyboard, EnterWithControlOrAltIsNoStamp) {
+    {
+        const HeldKey control(VK_CONTROL);
+        Press(VK_RETURN);
+    }
+    const HeldKey alt(VK_MENU);
+    Press(VK_RETURN, WM_SYSKEYDOWN);
+    EXPECT_EQ(stamps_, 0);
+}
+
+TEST_F(Keyboard, AnExceptionInAKeyHandlerIsReportedAndTheLoopGoesOn) {
+    LastResortRecorder recorder;
+    stamp_.on_click = [] { throw std::runtime_error("in the key's handler"); };
+    Press(VK_RETURN);
+    ASSERT_EQ(recorder.reports.size(), 1U);
+    EXPECT_EQ(recorder.reports[0].owner, form_.Handle());
+    Press(VK_TAB);
+    EXPECT_TRUE(check_.HasFocus());
+}
+
+TEST_F(Keyboard, TheHandlerOfEnterMayDestroyTheForm) {
+    stamp_.on_click = [this] { form_.Destroy(); };
+    Press(VK_RETURN);
+    EXPECT_FALSE(form_.Exists());
+}
+
+TEST_F(Keyboard, TheLoopRunsUntilItIsAskedToQuit) {
+    form_.on_message = [](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_APP) {
+            ::PostQuitMessage(7);
+        }
+        return std::nullopt;
+    };
+    form_.Post(WM_APP);
+    EXPECT_EQ(RunMessageLoop(), 7);
+}
+
+TEST_F(Keyboard, ARequestToQuitPassesThroughAModalLoop) {
+    ::PostQuitMessage(3);
+    RunMessageLoopWhileVisible(form_.Handle());
+    EXPECT_TRUE(form_.Exists());
+    EXPECT_EQ(RunMessageLoop(), 3);
+}
+
+}  // namespace
+}  // namespace tidemark
