@@ -59,7 +59,10 @@ std::string IconKey(FileSystemObject& file_system, UserLocale& locale, const std
 
 void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
              const std::string& path) {
-    const std::string key = IconKey(file_system, locale, path, "");
+    AddIcon(images, IconKey(file_system, locale, path, ""), path);
+}
+
+void AddIcon(KeyedImageList& images, const std::string& key, const std::string& path) {
     if (!KeyExists(images, key)) {
         images.Add(key, path);
     }

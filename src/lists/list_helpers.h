@@ -31,6 +31,8 @@ const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::
 // Puts the path's small shell icon into the image list under its icon key, unless it is there.
 void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
              const std::string& path);
+// The same for a caller that knows the path's icon key.
+void AddIcon(KeyedImageList& images, const std::string& key, const std::string& path);
 
 // 1-based index of the picture under the key, or -1 when there is none (an empty key is none).
 [[nodiscard]] int IconIndex(const KeyedImageList& images, const std::string& key);

@@ -4,17 +4,36 @@
 
 #include <utility>
 
-#include "platform/win32/wide_text.h"
+#include "platform/win32/system_path.h"
 #include "ui/hosted_window.h"
 
 namespace tidemark {
 
-UniqueIcon ShellSmallIcon(const std::string& path) {
+namespace {
+
+UniqueIcon AskShell(const std::wstring& path, DWORD attributes, UINT flags) {
     SHFILEINFOW info{};
-    // Without the flag that would take the attributes from the call: a missing path has no icon.
-    const DWORD_PTR answered = ::SHGetFileInfoW(WideFromUtf8(path).c_str(), /*dwFileAttributes=*/0,
-                                                &info, sizeof info, SHGFI_ICON | SHGFI_SMALLICON);
+    const DWORD_PTR answered = ::SHGetFileInfoW(path.c_str(), attributes, &info, sizeof info,
+                                                SHGFI_ICON | SHGFI_SMALLICON | flags);
     return UniqueIcon(answered == 0 ? nullptr : info.hIcon);
+}
+
+}  // namespace
+
+UniqueIcon ShellSmallIcon(const std::string& path) {
+    std::wstring wide;
+    if (!AssignSystemPath(wide, path)) {
+        // Without the flag that would take the attributes from the call: a missing path has none.
+        return AskShell(wide, /*attributes=*/0, /*flags=*/0);
+    }
+    // The shell does not read extended paths: what is there lends its attributes to the name.
+    const DWORD attributes = ::GetFileAttributesW(wide.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return UniqueIcon();
+    }
+    const std::size_t end = wide.find_last_not_of(L'\\') + 1;
+    const std::size_t start = wide.find_last_of(L'\\', end - 1) + 1;
+    return AskShell(wide.substr(start, end - start), attributes, SHGFI_USEFILEATTRIBUTES);
 }
 
 ImageList::ImageList(IconSource source)

@@ -38,6 +38,7 @@ ListView::ListView(ListModel& model, ImageList& images) : model_(model), images_
 }
 
 ListView::~ListView() {
+    *alive_ = false;
     model_.SetObserver(nullptr);
     Destroy();
 }
@@ -176,7 +177,11 @@ void ListView::ShowSelection() {
     if (selected == 0 && Send(LVM_GETSELECTEDCOUNT) == 0) {
         return;
     }
-    const RedrawPause pause(*this);
+    // Nested in another pause, it would end that one.
+    std::optional<RedrawPause> pause;
+    if (drawing_) {
+        pause.emplace(*this);
+    }
     // All rows at once to what most of them are, then the others one by one.
     const bool most = selected > count / 2;
     const auto state = [](bool on) { return on ? LVIS_SELECTED : 0U; };
@@ -320,13 +325,6 @@ LRESULT ListView::FindText(const NMLVFINDITEMW& find) const {
 
 // Messages on their way to the window.
 
-ListView* ListView::Watching(HWND window) {
-    DWORD_PTR list = 0;
-    return ::GetWindowSubclass(window, WatchProc, kWatchId, &list)
-               ? reinterpret_cast<ListView*>(list)
-               : nullptr;
-}
-
 LRESULT CALLBACK ListView::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                      UINT_PTR id, DWORD_PTR list) {
     if (message == WM_NCDESTROY) {
@@ -334,6 +332,7 @@ LRESULT CALLBACK ListView::WatchProc(HWND window, UINT message, WPARAM wparam, L
         return ::DefSubclassProc(window, message, wparam, lparam);
     }
     auto* const self = reinterpret_cast<ListView*>(list);
+    const std::shared_ptr<const bool> alive = self->alive_;
     const bool done = Guarded(window, /*fallback=*/false, [&] {
         self->CatchUp();
         return self->OnListMessage(message, wparam, lparam);
@@ -343,9 +342,8 @@ LRESULT CALLBACK ListView::WatchProc(HWND window, UINT message, WPARAM wparam, L
     }
     const LRESULT result = ::DefSubclassProc(window, message, wparam, lparam);
     // The message may have scrolled the list, or ended it.
-    if (ListView* const still_there = Watching(window);
-        still_there != nullptr && message != LVM_REDRAWITEMS) {
-        still_there->sight_known_ = false;
+    if (*alive && message != LVM_REDRAWITEMS) {
+        self->sight_known_ = false;
     }
     return result;
 }
@@ -363,6 +361,9 @@ bool ListView::OnListMessage(UINT message, WPARAM wparam, LPARAM lparam) {
                 Raise(on_context_key, ContextPoint());
             }
             return true;
+        case WM_SETREDRAW:
+            drawing_ = wparam != FALSE;
+            return false;
         case WM_CAPTURECHANGED:
             right_press_.reset();
             return false;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -82,7 +83,6 @@ class ListView : public Control, private ListModelObserver {
 
     static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                       UINT_PTR id, DWORD_PTR list);
-    static ListView* Watching(HWND window);
     // True when the message has been dealt with and is not for the list itself.
     bool OnListMessage(UINT message, WPARAM wparam, LPARAM lparam);
     bool OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam);
@@ -105,12 +105,14 @@ class ListView : public Control, private ListModelObserver {
 
     ListModel& model_;
     ImageList& images_;
+    const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for handlers that end it
 
     // What the window has yet to catch up with.
     bool rows_appended_ = false;
     bool rows_changed_ = false;
     bool selection_changed_ = false;
     bool catching_up_ = false;
+    bool drawing_ = true;
     std::size_t shown_count_ = 0;
 
     // The rows in sight, kept between two messages to the window.
