@@ -21,7 +21,17 @@ bool IsReal(const PickedDateTime& value) {
            within(value.minute, 60) && within(value.second, 60);
 }
 
+PickedDateTime FromSystem(const SYSTEMTIME& time) {
+    return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+}
+
 }  // namespace
+
+PickedDateTime LocalNow() {
+    SYSTEMTIME time;
+    ::GetLocalTime(&time);
+    return FromSystem(time);
+}
 
 void DateTimePicker::Create(ControlSite& site, Kind kind, const ControlSpec& spec) {
     ControlSpec own = spec;
@@ -33,7 +43,7 @@ void DateTimePicker::Create(ControlSite& site, Kind kind, const ControlSpec& spe
 PickedDateTime DateTimePicker::Value() const {
     SYSTEMTIME time{};
     Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
-    return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+    return FromSystem(time);
 }
 
 void DateTimePicker::SetValue(const PickedDateTime& value) {

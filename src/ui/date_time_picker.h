@@ -1,23 +1,15 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string_view>
 
 #include "ui/control.h"
+#include "ui/picked_date_time.h"
 
 namespace tidemark {
 
-// A local date and time of day, as a picker shows it.
-struct PickedDateTime {
-    int year = 1601;
-    int month = 1;  // 1 to 12
-    int day = 1;    // 1 to 31
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-    friend bool operator==(const PickedDateTime&, const PickedDateTime&) = default;
-};
+// The local date and time now.
+[[nodiscard]] PickedDateTime LocalNow();
 
 // A picker for a date (short form, with a drop-down calendar) or for a time of day (with arrows).
 class DateTimePicker : public Control {

@@ -71,18 +71,11 @@ int StatusBar::FirstPanelWidth() const {
 }
 
 int StatusBar::WidthFor(std::string_view text) const {
-    HDC dc = ::GetDC(Handle());
-    HGDIOBJ before = ::SelectObject(dc, Font() != nullptr ? Font() : ::GetStockObject(SYSTEM_FONT));
-    const std::wstring wide = WideFromUtf8(text);
-    SIZE extent{};
-    ::GetTextExtentPoint32W(dc, wide.c_str(), static_cast<int>(wide.size()), &extent);
-    ::SelectObject(dc, before);
-    ::ReleaseDC(Handle(), dc);
     std::array<int, 3> borders{};  // horizontal, vertical, between panels
     Send(SB_GETBORDERS, 0, reinterpret_cast<LPARAM>(borders.data()));
     // The control keeps an edge and a margin free on both sides of a panel's text.
     const int margin = ::GetSystemMetrics(SM_CXEDGE) * 2;
-    return borders[0] + extent.cx + 2 * margin + borders[2];
+    return borders[0] + TextSize(text).width + 2 * margin + borders[2];
 }
 
 Bounds StatusBar::PanelBounds(std::size_t panel) const {

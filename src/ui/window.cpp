@@ -105,6 +105,18 @@ void Window::SetFont(HFONT font) {
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
+Size Window::TextSize(std::string_view text) const {
+    HDC dc = ::GetDC(Handle());
+    HGDIOBJ before = ::SelectObject(dc, Font() != nullptr ? Font() : ::GetStockObject(SYSTEM_FONT));
+    const std::wstring wide = WideFromUtf8(text);
+    RECT rect{};
+    ::DrawTextW(dc, wide.c_str(), static_cast<int>(wide.size()), &rect,
+                DT_CALCRECT | DT_SINGLELINE | DT_LEFT);
+    ::SelectObject(dc, before);
+    ::ReleaseDC(Handle(), dc);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
 DWORD Window::Style() const {
     return static_cast<DWORD>(::GetWindowLongPtrW(handle_, GWL_STYLE));
 }

@@ -42,6 +42,8 @@ class Window {
     // The font is not owned and must outlive its use.
     [[nodiscard]] HFONT Font() const;
     void SetFont(HFONT font);
+    // Size of one line of text in the window's font; an "&" that marks a mnemonic takes no room.
+    [[nodiscard]] Size TextSize(std::string_view text) const;
 
     [[nodiscard]] DWORD Style() const;
     [[nodiscard]] DWORD ExtendedStyle() const;

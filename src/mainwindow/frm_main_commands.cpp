@@ -1,0 +1,151 @@
+// The menus: what is enabled when one opens, and what each item does.
+
+#include "lists/list_helpers.h"
+#include "mainwindow/control_states.h"
+#include "mainwindow/end_of_stamp.h"
+#include "mainwindow/frm_main.h"
+#include "settings/mod_options.h"
+
+namespace tidemark {
+
+void frmMain::WireMenus() {
+    menu["mnuFile"].on_open = [this] { mnuFile_Click(); };
+    menu["mnuFileStamp"].on_click = [this] { cmdStamp_Click(); };
+    menu["mnuFileRemoveSelected"].on_click = [this] { mnuFileRemoveSelected_Click(); };
+    menu["mnuFileRemoveCompleted"].on_click = [this] { mnuFileRemoveCompleted_Click(); };
+    menu["mnuFileRemoveAll"].on_click = [this] { mnuFileRemoveAll_Click(); };
+    menu["mnuFileExit"].on_click = [this] { services_.shut_down(/*unload_main=*/true); };
+    menu["mnuEdit"].on_open = [this] { mnuEdit_Click(); };
+    menu["mnuEditSelectAll"].on_click = [this] { SelectAllRows(rows); };
+    menu["mnuEditClearSelections"].on_click = [this] { ClearRowSelection(rows); };
+    menu["mnuView"].on_open = [this] { mnuView_Click(); };
+    menu["mnuViewRefresh"].on_click = [this] { mnuViewRefresh_Click(); };
+    const auto set_layout = [this](bool controls_on_top) {
+        ApplyOption(services_.settings, *this, Option::ControlsOnTop, controls_on_top);
+        Form_Resize();
+    };
+    menu["mnuViewControlsOnTop"].on_click = [set_layout] { set_layout(true); };
+    menu["mnuViewControlsOnBottom"].on_click = [set_layout] { set_layout(false); };
+    menu["mnuViewDateCreated"].on_click = [this] {
+        ToggleOption(services_.settings, *this, Option::ShowDateCreated);
+        Form_Resize();
+    };
+    const auto toggles = [this](const char* name, Option option) {
+        menu[name].on_click = [this, option] { ToggleOption(services_.settings, *this, option); };
+    };
+    toggles("mnuViewAlwaysOnTop", Option::AlwaysOnTop);
+    toggles("mnuOptionsClearReadOnly", Option::ClearReadOnlyAttribute);
+    toggles("mnuOptionsSyncFolders", Option::SyncFolderCreatedDates);
+    toggles("mnuOptionsPrompt", Option::PromptWhenDone);
+    toggles("mnuOptionsClearAutomatically", Option::ClearAutomatically);
+    toggles("mnuOptionsShowErrorsAutomatically", Option::ShowErrorsAutomatically);
+    menu["mnuOptionsReset"].on_click = [this] { mnuOptionsReset_Click(); };
+    menu["mnuLPRemove"].on_click = [this] { mnuFileRemoveSelected_Click(); };
+    menu["mnuLPRemoveAll"].on_click = [this] { mnuFileRemoveAll_Click(); };
+}
+
+MenuSituation frmMain::Situation() const {
+    return {.rows = rows.Count() > 0,
+            .selected_rows = SelectedRowCount(rows) > 0,
+            .items = oItems.Count() > 0,
+            .any_count_complete = oItems.AnyCountComplete(),
+            .any_stamp_complete_without_errors = oItems.AnyStampCompleteWithNoErrors(),
+            .errors_exist = oItems.ErrorsExist()};
+}
+
+void frmMain::mnuFile_Click() {
+    const MenuStates states = MenuStatesFor(Situation());
+    menu["mnuFileRemoveSelected"].SetEnabled(states.remove_selected);
+    menu["mnuFileRemoveAll"].SetEnabled(states.remove_all);
+    menu["mnuFileRemoveCompleted"].SetEnabled(states.remove_completed);
+}
+
+void frmMain::mnuEdit_Click() {
+    const MenuStates states = MenuStatesFor(Situation());
+    menu["mnuEditSelectAll"].SetEnabled(states.select_all);
+    menu["mnuEditClearSelections"].SetEnabled(states.select_none);
+}
+
+void frmMain::mnuView_Click() {
+    const MenuStates states = MenuStatesFor(Situation());
+    menu["mnuViewRefresh"].SetEnabled(states.recount);
+    menu["mnuViewErrors"].SetEnabled(states.errors);
+}
+
+void frmMain::RemoveItems(const std::vector<std::string>& keys) {
+    for (const std::string& key : keys) {
+        oItems.Remove(key, &rows);
+    }
+    UpdateControls();
+}
+
+void frmMain::mnuFileRemoveSelected_Click() {
+    std::vector<std::string> keys;
+    for (std::size_t position = 0; position < rows.Count(); ++position) {
+        if (rows.At(position).selected) {
+            keys.push_back(rows.At(position).key);
+        }
+    }
+    RemoveItems(keys);
+}
+
+void frmMain::mnuFileRemoveCompleted_Click() {
+    std::vector<std::string> keys;
+    for (std::size_t position = 0; position < rows.Count(); ++position) {
+        const std::string& key = rows.At(position).key;
+        const std::shared_ptr<TidemarkItem> item = oItems.Item(key);
+        if (item && item->StampComplete() && item->StampErrors()->empty()) {
+            keys.push_back(key);
+        }
+    }
+    RemoveItems(keys);
+}
+
+void frmMain::mnuFileRemoveAll_Click() {
+    oItems.Clear(&rows);
+    UpdateControls();
+}
+
+void frmMain::mnuViewRefresh_Click() {
+    for (const std::shared_ptr<TidemarkItem>& item : oItems) {
+        item->Count();
+    }
+    UpdateControls();
+}
+
+void frmMain::mnuOptionsReset_Click() {
+    if (services_.boxes.Show(this, {.text = "Set default visuals and options?",
+                                    .buttons = BoxButtons::kYesNo,
+                                    .icon = BoxIcon::kQuestion,
+                                    .default_button = 2}) != BoxAnswer::kNo) {
+        ResetOptions(services_.settings, *this);
+    }
+}
+
+void frmMain::HandleEndOfStamp() {
+    const auto ask = [this](const BoxRequest& request) {
+        return services_.boxes.Show(this, request);
+    };
+    const EndOfStampStep step =
+        StepAtEndOfStamp({.prompt_when_done = menu["mnuOptionsPrompt"].Checked(),
+                          .clear_automatically = menu["mnuOptionsClearAutomatically"].Checked()});
+    switch (step) {
+        case EndOfStampStep::kTell:
+            ask({.text = "Stamp Complete"});
+            break;
+        case EndOfStampStep::kAskToRemove:
+            if (ask({.text = "Stamp complete.\r\n\r\nRemove completed items?",
+                     .buttons = BoxButtons::kYesNo,
+                     .icon = BoxIcon::kQuestion}) == BoxAnswer::kYes) {
+                mnuFileRemoveCompleted_Click();
+            }
+            break;
+        case EndOfStampStep::kRemoveWithoutAsking:
+            mnuFileRemoveCompleted_Click();
+            break;
+        case EndOfStampStep::kNothing:
+            break;
+    }
+}
+
+}  // namespace tidemark

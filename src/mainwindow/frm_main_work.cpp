@@ -1,0 +1,173 @@
+// Work: adding items, Stamp and Cancel, the poll, and what follows the end of a stamp.
+
+#include "mainwindow/control_states.h"
+#include "mainwindow/end_of_stamp.h"
+#include "mainwindow/frm_main.h"
+#include "mainwindow/stamp_times.h"
+#include "mainwindow/status_display.h"
+
+namespace tidemark {
+
+void frmMain::AddItems(const std::vector<std::string>& paths) {
+    std::vector<std::shared_ptr<TidemarkItem>> added;
+    for (const std::string& path : paths) {
+        if (std::shared_ptr<TidemarkItem> item = oItems.Add(path, &rows, &ImageList1.Keyed())) {
+            added.push_back(std::move(item));
+        }
+        // Icons and type names come from the shell, one path at a time: thousands of paths dropped
+        // at once must not hold up the window.
+        services_.platform.pump.LetPendingMessagesRun();
+    }
+    for (const std::shared_ptr<TidemarkItem>& item : added) {
+        const bool listed = oItems.Item(item->RootItem()) == item;
+        if (listed && !item->CountInProgress() && !item->CountComplete()) {
+            item->Count();
+        }
+        services_.platform.pump.LetPendingMessagesRun();
+    }
+    UpdateControls();
+}
+
+void frmMain::cmdStamp_Click() {
+    if (oItems.Count() == 0) {
+        return;
+    }
+    if (cmdStamp.Text() == kStampCaption) {
+        StampItems();
+    } else {
+        CancelStamps();
+    }
+    UpdateControls();
+}
+
+void frmMain::StampItems() {
+    // Listed files are stamped inside the loop, so it lets messages run between items, and while
+    // it runs the button already reads "Cancel".
+    stamp_starting_ = true;
+    UpdateControls();
+    try {
+        for (const std::shared_ptr<TidemarkItem>& item : oItems) {
+            const double last_modified = CombineDateAndTime(
+                services_.platform.locale, dtDateLastModified.Value(), dtTimeLastModified.Value());
+            const double created = CombineDateAndTime(services_.platform.locale,
+                                                      dtDateCreated.Value(), dtTimeCreated.Value());
+            item->Stamp(last_modified, created, menu["mnuOptionsClearReadOnly"].Checked(),
+                        menu["mnuOptionsSyncFolders"].Checked());
+            services_.platform.pump.LetPendingMessagesRun();
+            if (!stamp_starting_) {
+                return;  // cancelled, or the window closed
+            }
+        }
+    } catch (...) {
+        stamp_starting_ = false;
+        throw;
+    }
+    stamp_starting_ = false;
+    bStampRequested = true;
+}
+
+void frmMain::CancelStamps() {
+    stamp_starting_ = false;
+    bStampRequested = false;
+    for (const std::shared_ptr<TidemarkItem>& item : oItems) {
+        item->CancelStamp();
+    }
+    services_.platform.pump.RunPendingMessagesNow();
+}
+
+void frmMain::chkCreated_Click() {
+    dtDateCreated.SetEnabled(chkCreated.Checked());
+    dtTimeCreated.SetEnabled(chkCreated.Checked());
+}
+
+void frmMain::oTimer_Timer() {
+    if (!oTimer) {
+        return;
+    }
+    oTimer->SetEnabled(false);
+    const bool busy = oItems.Busy() || stamp_starting_;
+    RefreshRows();
+    services_.platform.pump.RunPendingMessagesNow();
+    UpdateControls();
+    if (!oTimer) {
+        return;  // closed meanwhile
+    }
+    oTimer->SetEnabled(false);
+    ShowStatus();
+    services_.platform.pump.RunPendingMessagesNow();
+    if (oTimer) {
+        oTimer->SetEnabled(busy);
+    }
+}
+
+void frmMain::RefreshRows() {
+    for (std::size_t position = 0; position < rows.Count(); ++position) {
+        const ListRow& row = rows.At(position);
+        if (const std::shared_ptr<TidemarkItem> item = oItems.Item(row.key)) {
+            rows.SetSubItem(row, 0, item->CountString());
+            rows.SetSubItem(row, 1, item->StatusString());
+        }
+    }
+}
+
+void frmMain::ShowStatus() {
+    const StatusDisplay display = DisplayOf({.stamping = oItems.BusyStamping(),
+                                             .counting = oItems.BusyCounting(),
+                                             .stamp_complete = oItems.StampComplete(),
+                                             .counted = oItems.CountedItems(),
+                                             .stamped = oItems.StampedItems()},
+                                            services_.platform.locale);
+    if (!display.shows_progress) {
+        StatusBar1.SetSimpleText(display.text);
+        StatusBar1.SetSimple(true);
+        ProgressBar1.SetVisible(false);
+        return;
+    }
+    PositionProgressBar();
+    ProgressBar1.SetMaximum(display.progress_maximum);
+    ProgressBar1.SetMinimum(0);
+    ProgressBar1.SetValue(display.progress_value);
+    StatusBar1.SetPanelText(0, display.text);
+    StatusBar1.SetSimple(false);
+    ProgressBar1.SetVisible(true);
+}
+
+void frmMain::UpdateControls() {
+    if (!oTimer) {
+        return;  // the window is closing
+    }
+    ControlSituation situation = {.stamping = oItems.BusyStamping() || stamp_starting_,
+                                  .created_checked = chkCreated.Checked(),
+                                  .date_created_shown = menu["mnuViewDateCreated"].Checked(),
+                                  .list_has_rows = rows.Count() > 0};
+    ControlStates states = StatesFor(situation);
+    cmdStamp.SetText(states.stamp_button);
+    SetCancelButton(states.escape_cancels ? &cmdStamp : nullptr);
+    menu["mnuFileStamp"].SetCaption(states.stamp_menu);
+    dtDateLastModified.SetEnabled(states.last_modified_enabled);
+    dtTimeLastModified.SetEnabled(states.last_modified_enabled);
+    dtDateCreated.SetEnabled(states.created_pickers_enabled);
+    dtTimeCreated.SetEnabled(states.created_pickers_enabled);
+    chkCreated.SetEnabled(states.created_check_enabled);
+    menu["mnuOptionsClearReadOnly"].SetEnabled(states.clear_read_only_enabled);
+    menu["mnuOptionsReset"].SetEnabled(states.reset_enabled);
+    menu["mnuOptionsSyncFolders"].SetEnabled(states.sync_folders_enabled);
+
+    if (!situation.stamping && bStampRequested) {
+        bStampRequested = false;
+        HandleEndOfStamp();
+        if (!oTimer) {
+            return;  // closed from inside a message box
+        }
+        situation.list_has_rows = rows.Count() > 0;
+        states = StatesFor(situation);
+    }
+
+    cmdStamp.SetEnabled(states.stamp_enabled);
+    menu["mnuFileStamp"].SetEnabled(states.stamp_enabled);
+    lvwItems.SetVisible(states.list_shown);
+    cmdStamp.Invalidate();
+    oTimer->SetEnabled(true);
+}
+
+}  // namespace tidemark

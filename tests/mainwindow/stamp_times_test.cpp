@@ -1,0 +1,47 @@
+#include "mainwindow/stamp_times.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_user_locale.h"
+
+namespace tidemark {
+namespace {
+
+constexpr double kMinute = 1.0 / (24 * 60);
+constexpr double kFirstOfMarch2024 = 45352;
+
+class StampTimesTest : public testing::Test {
+  protected:
+    MemoryUserLocale locale_;
+};
+
+TEST_F(StampTimesTest, SecondsAreDropped) {
+    EXPECT_DOUBLE_EQ(
+        CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1, .hour = 9, .second = 7},
+                           {.hour = 13, .minute = 45, .second = 30}),
+        kFirstOfMarch2024 + (13 * 60 + 45) * kMinute);
+}
+
+TEST_F(StampTimesTest, TheDatePickersTimeAndTheTimePickersDateAreDropped) {
+    EXPECT_DOUBLE_EQ(
+        CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1, .hour = 23},
+                           {.year = 1999, .month = 12, .day = 31, .hour = 1, .minute = 0}),
+        kFirstOfMarch2024 + 60 * kMinute);
+}
+
+TEST_F(StampTimesTest, AMonthFirstLocaleReadsTheDateThatWasPicked) {
+    EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 1, .day = 3}, {}),
+                     kFirstOfMarch2024 - 31 - 29 + 2);
+}
+
+TEST_F(StampTimesTest, ADayFirstLocaleSwapsMonthAndDayWhereBothCanBeEither) {
+    locale_.SetDateOrder(MemoryUserLocale::DateOrder::kDayFirst);
+    locale_.SetDateSeparator(".");
+    EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 1, .day = 3}, {}),
+                     kFirstOfMarch2024);
+    EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 31}, {}),
+                     kFirstOfMarch2024 + 30);
+}
+
+}  // namespace
+}  // namespace tidemark
