@@ -2,29 +2,10 @@
 
 #include <commctrl.h>
 
-#include <string>
-
-#include "platform/win32/wide_text.h"
-
 namespace tidemark {
 namespace {
 
 constexpr wchar_t kLabelCaption[] = L"Drop files to stamp here";
-
-// The size of a window's text in the font that it is shown in.
-Size TextSize(HWND window) {
-    const std::wstring text = WideFromUtf8(Window(window).Text());
-    const HDC dc = ::GetDC(window);
-    const HFONT font = Window(window).Font();
-    const HGDIOBJ before = font != nullptr ? ::SelectObject(dc, font) : nullptr;
-    SIZE size{};
-    ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
-    if (before != nullptr) {
-        ::SelectObject(dc, before);
-    }
-    ::ReleaseDC(window, dc);
-    return {size.cx, size.cy};
-}
 
 LRESULT ColourLabel(HDC dc) {
     ::SetTextColor(dc, ::GetSysColor(COLOR_WINDOWTEXT));
@@ -107,7 +88,8 @@ void OLEDropper::ReplaceFont(HFONT font, bool redraw) {
 }
 
 void OLEDropper::FitLabel() {
-    const Size size = TextSize(label_);
+    const Window label(label_);
+    const Size size = label.TextSize(label.Text());
     ::SetWindowPos(label_, nullptr, 0, 0, size.width, size.height,
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
