@@ -15,7 +15,7 @@ for fuzzer in "${fuzzers[@]}"; do
     found=build/fuzz/corpus/$fuzzer
     log=build/fuzz/$fuzzer.log
     mkdir -p "$found"
-    if ! build/fuzz/tests/fuzz/"$fuzzer" -runs="$runs" -max_len=128 -timeout=10 -print_final_stats=1 \
+    if ! build/fuzz/tests/fuzz/"$fuzzer" -runs="$runs" -max_len=64 -timeout=10 -print_final_stats=1 \
         -dict=tests/fuzz/stored_text.dict -artifact_prefix=build/fuzz/ \
         "$found" tests/fuzz/seeds >"$log" 2>&1; then
         tail -n 40 "$log"

@@ -5,15 +5,19 @@
 #include <cstdint>
 
 #include "fuzz/fuzz_check.h"
-#include "fuzz/split_texts.h"
-#include "platform/memory/memory_settings_store.h"
+#include "fuzz/fuzzed_store.h"
 #include "settings/fake_options_host.h"
 #include "settings/stored_text.h"
 
+namespace {
+
+constexpr std::string_view kKeys[] = {"1ColumnWidth", "2ColumnWidth", "ShowDateCreated",
+                                      "ControlsOnTop"};
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tidemark::MemorySettingsStore store;
-    tidemark::StoreTexts(store, data, size,
-                         {"1ColumnWidth", "2ColumnWidth", "ShowDateCreated", "ControlsOnTop"});
+    tidemark::FuzzedStore store(kKeys, data, size);
     tidemark::FakeOptionsHost host;
     tidemark::LoadOptions(store, host);
     const auto& widths = host.item_columns.widths;
