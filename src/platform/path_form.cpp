@@ -72,7 +72,7 @@ PathAnchor AnchorOf(std::string_view path) {
             path.size() >= 4 && (path[2] == '?' || path[2] == '.') && IsSeparator(path[3]);
         return device ? PathAnchor::kVerbatim : PathAnchor::kShare;
     }
-    if (path.starts_with("\\??\\")) {
+    if (path.starts_with(R"(\??\)")) {
         return PathAnchor::kVerbatim;
     }
     if (HasDrive(path) && path.size() >= 3 && IsSeparator(path[2])) {

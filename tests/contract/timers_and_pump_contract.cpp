@@ -141,7 +141,10 @@ TEST_P(PumpContract, AMessageRunsInsideTheWorkThatAsks) {
     system_->Post([&] { ran = true; });
     EXPECT_FALSE(ran);
     system_->PassTime();
-    pump_.LetPendingMessagesRun();
+    // Work asks again and again; a few asks at most go by unheard.
+    for (int ask = 0; ask < 10; ++ask) {
+        pump_.LetPendingMessagesRun();
+    }
     EXPECT_TRUE(ran);
 }
 
@@ -173,7 +176,9 @@ TEST_P(PumpContract, NothingRunsAfterAQuit) {
     bool ran = false;
     system_->Post([&] { ran = true; });
     system_->PassTime();
-    pump_.LetPendingMessagesRun();
+    for (int ask = 0; ask < 10; ++ask) {
+        pump_.LetPendingMessagesRun();
+    }
     pump_.RunPendingMessagesNow();
     EXPECT_FALSE(ran);
 }

@@ -26,6 +26,9 @@ class Win32MessagePump final : public MessagePump {
     std::function<void(MSG&)> dispatch_;
     std::function<void()> on_quit_;
     bool quit_ = false;
+    // Since the performance counter was read last.
+    unsigned asks_ = 0;
+    ULONGLONG last_clock_ = 0;
     std::int64_t ticks_per_second_ = 0;
     // When messages last had their turn.
     std::int64_t last_run_ = 0;
