@@ -1,0 +1,43 @@
+# shellcheck shell=bash
+# Sourced by ./run, ./test and the other scripts here: where things are, and how progress is told.
+set -u
+export LC_ALL=C.UTF-8
+
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$top/build
+
+step() { printf '== %s\n' "$*"; }
+note() { printf '   %s\n' "$*"; }
+die() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+# quietly LOG COMMAND...: runs a command with its output in a log, which is shown when it fails.
+quietly() {
+    local log=$1
+    shift
+    mkdir -p "$(dirname "$log")"
+    "$@" >"$log" 2>&1 </dev/null || {
+        tail -n 60 "$log" >&2
+        die "failed: $* (all of its output: $log)"
+    }
+}
+
+# build_preset PRESET [TARGET...]: configures the preset once and builds all of it, or the targets.
+# Only one build at a time works in a tree.
+build_preset() {
+    local preset=$1 started=$SECONDS targets=()
+    shift
+    (($#)) && targets=(--target "$@")
+    step "Building preset $preset"
+    mkdir -p "$build"
+    (
+        flock 9
+        [ -f "$build/$preset/build.ninja" ] ||
+            (cd "$top" && quietly "$build/logs/configure-$preset.log" cmake --preset "$preset") ||
+            exit 1
+        quietly "$build/logs/build-$preset.log" cmake --build "$build/$preset" "${targets[@]}"
+    ) 9>"$build/build.lock" || exit 1
+    note "done in $((SECONDS - started)) s"
+}

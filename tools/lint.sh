@@ -1,0 +1,160 @@
+#!/usr/bin/env bash
+# Checks of the source as it stands; ./test runs them and counts each as a test. They read the
+# compile commands of the presets, so all three have to be configured and `windows` built.
+#
+# usage: tools/lint.sh [CHECK...]     (all checks when none is named)
+. "$(dirname "$0")/common.sh"
+cd "$top" || exit 1
+
+mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
+work=$build/lint
+mkdir -p "$work"
+
+# Each check prints what it finds; printing nothing is passing.
+
+check_format() { printf '%s\n' "${sources[@]}" | xargs clang-format --dry-run -Werror 2>&1; }
+
+# Includes point down only. One line for each folder of src/: what it may include besides itself.
+layer_table='
+app         mainwindow errors controls ui settings engine lists platform platform/win32
+mainwindow  errors controls ui settings engine lists platform platform/win32
+errors      controls ui settings engine lists platform platform/win32
+controls    ui settings engine lists platform platform/win32
+ui          settings engine lists platform platform/win32
+engine      lists platform
+settings    platform
+lists       platform
+platform/win32   platform
+platform/memory  platform
+platform
+'
+check_layers() {
+    grep -nE '^#include "' $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null |
+        awk -v table="$layer_table" '
+            function layer(path) {
+                if (path ~ /^platform\/(win32|memory)\//) return substr(path, 1, 14) ~ /win32/ ? \
+                    "platform/win32" : "platform/memory"
+                sub(/\/.*/, "", path)
+                return path
+            }
+            BEGIN {
+                rows = split(table, lines, "\n")
+                for (i = 1; i <= rows; ++i) {
+                    words = split(lines[i], word, " ")
+                    for (j = 1; j <= words; ++j) allowed[word[1], word[j]] = 1
+                }
+            }
+            {
+                split($0, part, ":")
+                from = layer(substr(part[1], 5))
+                split($0, quoted, "\"")
+                to = layer(quoted[2])
+                if (quoted[2] !~ /\//) print part[1] ":" part[2] ": name the folder: " quoted[2]
+                else if (!((from, to) in allowed))
+                    print part[1] ":" part[2] ": " from " must not include " to
+            }'
+}
+
+# No two headers include each other, by whatever way round.
+check_include_cycles() {
+    grep -oE '^#include "[^"]+' $(printf '%s\n' "${sources[@]}" | grep '^src/.*\.h$') /dev/null |
+        sed -E 's|^src/([^:]+):#include "|\1 |' | tsort 2>&1 >/dev/null | sed 's/^tsort: -: //'
+}
+
+# The folders that also compile natively stay free of the system's headers.
+check_window_free_folders() {
+    grep -nE '^#include <(windows|win[a-z]+|commctrl|commdlg|shl[a-z_]+|shellapi|ole2|objbase|dde)\.h>' \
+        $(printf '%s\n' "${sources[@]}" |
+            grep -E '^(src|tests)/(platform|engine|lists|settings)/' | grep -v /win32/) /dev/null
+}
+
+check_every_source_is_built() {
+    local source
+    cat "$build"/{host,windows,windows32}/compile_commands.json >"$work/commands"
+    for source in "${sources[@]}"; do
+        [[ $source == *.cpp ]] || continue
+        grep -qF "\"file\": \"$top/$source\"" "$work/commands" || echo "$source: no target builds it"
+    done
+}
+
+check_file_length() { wc -l "${sources[@]}" | awk '$2 != "total" && $1 > 500 { print $2 ": " $1 " lines" }'; }
+
+# A header with a source of its own name is compiled alone by being that source's first include;
+# every other one by the header_checks target.
+check_headers_stand_alone() {
+    local header source
+    for header in "${sources[@]}"; do
+        [[ $header == *.h ]] || continue
+        grep -q '^#pragma once$' "$header" || echo "$header: no #pragma once"
+        source=${header%.h}.cpp
+        [ -e "$source" ] || continue
+        [ "$(grep -m1 '^#include' "$source")" = "#include \"${header#*/}\"" ] ||
+            echo "$source: the first include is to be its own header"
+    done
+    cmake --build "$build/windows" --target header_checks -- -k 0 >"$work/headers.log" 2>&1 ||
+        grep -E 'error|Error' "$work/headers.log"
+}
+
+check_nothing_is_switched_off() {
+    grep -nE '\b(TEST|TEST_F|TEST_P|TYPED_TEST)\([^,]+, *DISABLED_|\bDISABLED_' "${sources[@]}"
+    # A suppressed check says which one and, behind it, why.
+    grep -nE 'NOLINT' "${sources[@]}" | grep -vE 'NOLINT[A-Z]*\([^)]+\):? .+'
+}
+
+# Streams would add most of their weight to the program for nothing.
+check_no_iostreams() {
+    grep -nE '^#include <(iostream|fstream|sstream|ostream|istream|iomanip)>' \
+        $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null
+}
+
+# The program that ships brings no libraries of its own and stays small.
+check_shipped_program() {
+    local program=$build/windows/tidemark.exe size
+    [ -e "$program" ] || { echo "$program is not built"; return; }
+    x86_64-w64-mingw32-objdump -p "$program" | sed -n 's/.*DLL Name: //p' |
+        grep -viE '^(advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|uuid|uxtheme|version|winmm)\.dll$' |
+        sed 's/^/imports /'
+    x86_64-w64-mingw32-strip -o "$work/tidemark.exe" "$program"
+    size=$(stat -c %s "$work/tidemark.exe")
+    ((size < 1500000)) || echo "$size bytes without symbols"
+}
+
+window_free_sources() {
+    grep -oE '"file": "[^"]+' "$build/host/compile_commands.json" | sed 's/.*"//' |
+        grep "^$top/src/" | sort -u
+}
+
+check_clang_tidy() {
+    window_free_sources |
+        xargs -P "$(nproc)" -n 1 clang-tidy -p "$build/host" --quiet 2>"$work/tidy.err" |
+        grep -E '(warning|error):' | sort -u
+    # What stops the tool itself is no finding of its own format.
+    grep -E '^(Error|error)|PLEASE submit' "$work/tidy.err"
+}
+
+check_cppcheck() {
+    window_free_sources |
+        xargs cppcheck --quiet --std=c++20 --language=c++ --inline-suppr -j "$(nproc)" -I src \
+            --enable=warning,performance,portability --suppress=missingIncludeSystem 2>&1
+}
+
+all_checks=(format layers include_cycles window_free_folders every_source_is_built file_length
+    headers_stand_alone nothing_is_switched_off no_iostreams shipped_program clang_tidy cppcheck)
+(($#)) && all_checks=("$@")
+
+# The same lines as the test programs print, so that one reader counts both.
+failed=0
+for check in "${all_checks[@]}"; do
+    printf '[ RUN      ] lint.%s\n' "$check"
+    started=$(date +%s%N)
+    found=$("check_$check")
+    took=$((($(date +%s%N) - started) / 1000000))
+    if [ -n "$found" ]; then
+        printf '%s\n[  FAILED  ] lint.%s (%s ms)\n' "$found" "$check" "$took"
+        failed=$((failed + 1))
+    else
+        printf '[       OK ] lint.%s (%s ms)\n' "$check" "$took"
+    fi
+done
+printf '[==========] %s checks ran.\n' "${#all_checks[@]}"
+((failed == 0))
