@@ -1,0 +1,106 @@
+#include "endtoend/end_to_end.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/win32/wide_text.h"
+#include "platform/win32/windows.h"
+
+namespace tidemark {
+namespace {
+
+// The program stands in the folder above that of the test programs.
+std::string ProgramPath() {
+    std::array<wchar_t, 4096> path{};
+    ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    std::string program = Utf8FromWide(path.data());
+    for (int level = 0; level < 2; ++level) {
+        program.erase(program.rfind('\\'));
+    }
+    return program + "\\tidemark.exe";
+}
+
+std::string EnvironmentText(const wchar_t* name) {
+    std::array<wchar_t, 4096> value{};
+    const DWORD length =
+        ::GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
+    return Utf8FromWide({value.data(), length});
+}
+
+}  // namespace
+
+FileTime FromLocal(const SYSTEMTIME& local) {
+    FILETIME local_time{};
+    FILETIME system_time{};
+    EXPECT_TRUE(::SystemTimeToFileTime(&local, &local_time));
+    EXPECT_TRUE(::LocalFileTimeToFileTime(&local_time, &system_time));
+    return {static_cast<std::int64_t>(system_time.dwHighDateTime) << 32 |
+            system_time.dwLowDateTime};
+}
+
+SYSTEMTIME LocalTime(int year, int month, int day, int hour, int minute, int second) {
+    SYSTEMTIME time{};
+    time.wYear = static_cast<WORD>(year);
+    time.wMonth = static_cast<WORD>(month);
+    time.wDay = static_cast<WORD>(day);
+    time.wHour = static_cast<WORD>(hour);
+    time.wMinute = static_cast<WORD>(minute);
+    time.wSecond = static_cast<WORD>(second);
+    return time;
+}
+
+FileTime LongAgo() {
+    return FromLocal(LocalTime(2001, 2, 3, 4, 5));
+}
+
+std::string Quoted(const std::string& path) {
+    return "\"" + path + "\"";
+}
+
+void MakeManyFiles(RealTree& tree, int folders, int files_in_each) {
+    for (int folder = 0; folder < folders; ++folder) {
+        for (int file = 0; file < files_in_each; ++file) {
+            tree.MakeFile("many " + std::to_string(folder) + "\\file " + std::to_string(file) +
+                          ".txt");
+        }
+    }
+}
+
+std::string UnwritableFile(RealTree& tree) {
+    if (const std::string prepared = EnvironmentText(L"TIDEMARK_UNWRITABLE_FILE");
+        !prepared.empty()) {
+        return prepared;
+    }
+    tree.MakeFile("read-only.txt");
+    tree.MakeReadOnly("read-only.txt");
+    const std::string path = tree.Path("read-only.txt");
+    return CanOpenForWriting(path) ? std::string() : path;
+}
+
+bool IsInDotFolder(const std::map<std::string, TreeEntry>& entries, const std::string& path) {
+    for (std::size_t start = 0; start < path.size();) {
+        const std::size_t end = std::min(path.find('\\', start), path.size());
+        if (path[start] == '.' && entries.at(path.substr(0, end)).folder) {
+            return true;
+        }
+        start = end + 1;
+    }
+    return false;
+}
+
+RemoteTidemark EndToEnd::Start(const std::string& arguments) {
+    return RemoteTidemark(ProgramPath(), arguments);
+}
+
+void EndToEnd::StampAll(const RemoteTidemark& program) {
+    program.cmdStamp().Click();
+    ASSERT_EQ(program.WaitForBox(kWait), "Stamp complete.\n\nRemove completed items?");
+    ASSERT_TRUE(program.AnswerBox(IDNO, kWait));
+}
+
+void EndToEnd::Close(const RemoteTidemark& program) {
+    program.Main().Close();
+    EXPECT_EQ(program.Process().WaitForExit(kWait), 0U);
+}
+
+}  // namespace tidemark

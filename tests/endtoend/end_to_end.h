@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/real_tree.h"
+#include "support/remote_tidemark.h"
+#include "support/settings_guard.h"
+
+namespace tidemark {
+
+// The time that trees have before they are stamped.
+[[nodiscard]] FileTime LongAgo();
+// A local date and time of day.
+[[nodiscard]] SYSTEMTIME LocalTime(int year, int month, int day, int hour, int minute,
+                                   int second = 0);
+// System time of a local date and time of day.
+[[nodiscard]] FileTime FromLocal(const SYSTEMTIME& local);
+
+// The path in quotes, as on a command line.
+[[nodiscard]] std::string Quoted(const std::string& path);
+
+// Makes folders "many 0" ... with so many files in each.
+void MakeManyFiles(RealTree& tree, int folders, int files_in_each);
+
+// A file that this process cannot open for writing, listed beside the tree; empty when there is no
+// way to have one here. Root under Wine opens read-only files all the same, so ./test makes an
+// immutable one and names it in the environment; in every other case `tree` gets a read-only file.
+[[nodiscard]] std::string UnwritableFile(RealTree& tree);
+
+// Whether the path, below a root, is in a folder whose name begins with a dot, or is one.
+[[nodiscard]] bool IsInDotFolder(const std::map<std::string, TreeEntry>& entries,
+                                 const std::string& path);
+
+// A test of the program that ships: its own process, on the settings of a first run.
+class EndToEnd : public testing::Test {
+  protected:
+    static constexpr std::chrono::seconds kWait{60};
+
+    [[nodiscard]] static RemoteTidemark Start(const std::string& arguments);
+    // Presses Stamp, waits for the end and keeps the list.
+    static void StampAll(const RemoteTidemark& program);
+    // Closes the window and expects the program to end well.
+    static void Close(const RemoteTidemark& program);
+
+  private:
+    SettingsGuard settings_;
+};
+
+}  // namespace tidemark

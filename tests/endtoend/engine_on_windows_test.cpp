@@ -1,0 +1,107 @@
+#include "endtoend/end_to_end.h"
+#include "engine/tidemark_item.h"
+#include "platform/win32/system_message.h"
+#include "platform/win32/win32_platform.h"
+
+namespace tidemark {
+namespace {
+
+// 17 May 2019, 13:45, as a day number and as the time that a file then has.
+constexpr double kChosenDate = 43602.0 + (13 * 60 + 45) / 1440.0;
+FileTime Chosen() {
+    return FromLocal(LocalTime(2019, 5, 17, 13, 45));
+}
+
+// The engine in this process, on Windows itself and a real tree.
+class EngineOnWindows : public testing::Test {
+  protected:
+    std::shared_ptr<TidemarkItem> NewItem(const std::string& path) {
+        auto item = TidemarkItem::Create(platform_.Parts());
+        item->SetRootItem(path);
+        return item;
+    }
+    // Stamps the item and lets messages run until that has ended.
+    static void StampAndWait(TidemarkItem& item) {
+        item.Stamp(kChosenDate, /*dateCreated=*/0, /*RemoveReadOnlyAttribute=*/false,
+                   /*SyncFolderCreatedDate=*/false);
+        const bool ended = PollUntil(std::chrono::seconds(60), [&item] {
+            MSG message;
+            while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                ::DispatchMessageW(&message);
+            }
+            return !item.StampInProgress();
+        });
+        ASSERT_TRUE(ended);
+    }
+
+    Win32Platform platform_{{.dispatch = [](MSG& message) { ::DispatchMessageW(&message); },
+                             .on_quit = {},
+                             .report_exception = [] { FAIL() << "an exception in a tick"; }}};
+    RealTree tree_;
+};
+
+TEST_F(EngineOnWindows, ALockedFileBecomesARecordWithTheSystemsCodeAndText) {
+    tree_.MakeFile("before.txt");
+    tree_.MakeFile("locked.txt");
+    tree_.MakeFile("z\\after.txt");
+    tree_.SetTimes(LongAgo());
+    const LockedFile locked(tree_.Path("locked.txt"));
+    const auto item = NewItem(tree_.Root());
+
+    StampAndWait(*item);
+
+    EXPECT_TRUE(item->StampComplete());
+    EXPECT_EQ(item->StatusString(), "Complete (with errors)");
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+    const StampError& error = *item->StampErrors()->front();
+    EXPECT_EQ(error.ItemName, tree_.Path("locked.txt"));
+    EXPECT_FALSE(error.CountError);
+    EXPECT_EQ(error.ErrorNumber, ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(error.ErrorDescription, SystemMessage(ERROR_SHARING_VIOLATION));
+    EXPECT_FALSE(error.ErrorDescription.empty());
+    const FileTime minute = Chosen();
+    for (const auto& [path, entry] : tree_.Entries()) {
+        EXPECT_EQ(entry.written, path == "locked.txt" ? LongAgo() : minute) << path;
+    }
+}
+
+TEST_F(EngineOnWindows, AFileThatMayNotBeWrittenBecomesARecordWithTheSystemsCodeAndText) {
+    const std::string path = UnwritableFile(tree_);
+    if (path.empty()) {
+        GTEST_SKIP() << "root opens read-only files all the same, and no immutable file is at hand";
+    }
+    const TreeEntry before = EntryOf(path);
+    const auto item = NewItem(path);
+
+    StampAndWait(*item);
+
+    EXPECT_TRUE(item->StampComplete());
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+    const StampError& error = *item->StampErrors()->front();
+    EXPECT_EQ(error.ItemName, path);
+    EXPECT_EQ(error.ErrorNumber, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(error.ErrorDescription, SystemMessage(ERROR_ACCESS_DENIED));
+    EXPECT_FALSE(error.ErrorDescription.empty());
+    EXPECT_EQ(EntryOf(path).written, before.written);
+}
+
+TEST_F(EngineOnWindows, AChainOfFoldersThousandsOfCharactersLongIsStampedToItsEnd) {
+    std::string path = "d";
+    for (int depth = 0; depth < 300; ++depth) {
+        path += "\\folder " + std::to_string(depth);
+    }
+    tree_.MakeFile(path + "\\at the end.txt");
+    tree_.SetTimes(LongAgo());
+    const auto item = NewItem(tree_.Root());
+
+    StampAndWait(*item);
+
+    EXPECT_EQ(item->StatusString(), "Complete");
+    const FileTime minute = Chosen();
+    for (const auto& [below, entry] : tree_.Entries()) {
+        EXPECT_EQ(entry.written, minute) << below;
+    }
+}
+
+}  // namespace
+}  // namespace tidemark

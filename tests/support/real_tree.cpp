@@ -1,0 +1,167 @@
+#include "support/real_tree.h"
+
+#include <array>
+#include <functional>
+#include <stdexcept>
+
+#include "platform/win32/system_message.h"
+#include "platform/win32/system_path.h"
+#include "platform/win32/wide_text.h"
+#include "platform/win32/windows.h"
+
+namespace tidemark {
+namespace {
+
+[[noreturn]] void Fail(const std::string& operation, const std::string& path) {
+    throw std::runtime_error(path + ": " + FailureText(operation, ::GetLastError()));
+}
+
+std::string TemporaryFolder() {
+    std::array<wchar_t, MAX_PATH + 1> folder{};
+    ::GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
+    return Utf8FromWide(folder.data());
+}
+
+TreeEntry ToEntry(DWORD attributes, FILETIME written) {
+    return {.folder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+            .read_only = (attributes & FILE_ATTRIBUTE_READONLY) != 0,
+            .written = {static_cast<std::int64_t>(written.dwHighDateTime) << 32 |
+                        written.dwLowDateTime}};
+}
+
+// Calls `each` for everything in a folder and below, what is in a folder before the folder.
+void Walk(const std::string& folder,
+          const std::function<void(const std::string& path, const TreeEntry& entry)>& each) {
+    WIN32_FIND_DATAW data{};
+    const HANDLE search = ::FindFirstFileW(SystemPath(folder + "\\*").c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE) {
+        Fail("listing", folder);
+    }
+    do {
+        const std::string name = Utf8FromWide(data.cFileName);
+        if (name == "." || name == "..") {
+            continue;
+        }
+        const TreeEntry entry = ToEntry(data.dwFileAttributes, data.ftLastWriteTime);
+        if (entry.folder) {
+            Walk(folder + "\\" + name, each);
+        }
+        each(folder + "\\" + name, entry);
+    } while (::FindNextFileW(search, &data));
+    ::FindClose(search);
+}
+
+void SetTime(const std::string& path, FileTime time) {
+    const HANDLE file = ::CreateFileW(SystemPath(path).c_str(), FILE_WRITE_ATTRIBUTES,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    const FILETIME written = {static_cast<DWORD>(time.ticks), static_cast<DWORD>(time.ticks >> 32)};
+    const bool set =
+        file != INVALID_HANDLE_VALUE && ::SetFileTime(file, nullptr, nullptr, &written);
+    if (!set) {
+        Fail("setting a time", path);
+    }
+    ::CloseHandle(file);
+}
+
+}  // namespace
+
+RealTree::RealTree() {
+    static int made = 0;
+    root_ = TemporaryFolder() + "tidemark-test-" + std::to_string(::GetCurrentProcessId()) + "-" +
+            std::to_string(++made);
+    if (!::CreateDirectoryW(SystemPath(root_).c_str(), nullptr)) {
+        Fail("making the folder", root_);
+    }
+}
+
+RealTree::~RealTree() {
+    try {
+        Walk(root_, [](const std::string& path, const TreeEntry& entry) {
+            const std::wstring wide = SystemPath(path);
+            if (entry.read_only) {
+                ::SetFileAttributesW(wide.c_str(), FILE_ATTRIBUTE_NORMAL);
+            }
+            entry.folder ? ::RemoveDirectoryW(wide.c_str()) : ::DeleteFileW(wide.c_str());
+        });
+    } catch (const std::exception&) {
+        // What cannot be listed stays, for whoever looks into it.
+    }
+    ::RemoveDirectoryW(SystemPath(root_).c_str());
+}
+
+void RealTree::MakeFolder(const std::string& below) {
+    const std::string path = Path(below);
+    if (::GetFileAttributesW(SystemPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
+        return;
+    }
+    if (const std::size_t end = below.rfind('\\'); end != std::string::npos) {
+        MakeFolder(below.substr(0, end));
+    }
+    if (!::CreateDirectoryW(SystemPath(path).c_str(), nullptr)) {
+        Fail("making the folder", path);
+    }
+}
+
+void RealTree::MakeFile(const std::string& below) {
+    if (const std::size_t end = below.rfind('\\'); end != std::string::npos) {
+        MakeFolder(below.substr(0, end));
+    }
+    const HANDLE file = ::CreateFileW(SystemPath(Path(below)).c_str(), GENERIC_WRITE, 0, nullptr,
+                                      CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        Fail("making the file", Path(below));
+    }
+    ::CloseHandle(file);
+}
+
+void RealTree::MakeReadOnly(const std::string& below) {
+    if (!::SetFileAttributesW(SystemPath(Path(below)).c_str(), FILE_ATTRIBUTE_READONLY)) {
+        Fail("making read-only", Path(below));
+    }
+}
+
+void RealTree::SetTimes(FileTime time) {
+    Walk(root_, [time](const std::string& path, const TreeEntry&) { SetTime(path, time); });
+    SetTime(root_, time);
+}
+
+std::map<std::string, TreeEntry> RealTree::Entries() const {
+    std::map<std::string, TreeEntry> entries;
+    Walk(root_, [this, &entries](const std::string& path, const TreeEntry& entry) {
+        entries[path.substr(root_.size() + 1)] = entry;
+    });
+    return entries;
+}
+
+TreeEntry EntryOf(const std::string& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data)) {
+        Fail("reading the attributes", path);
+    }
+    return ToEntry(data.dwFileAttributes, data.ftLastWriteTime);
+}
+
+LockedFile::LockedFile(const std::string& path)
+    : handle_(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
+                            nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+    if (handle_ == INVALID_HANDLE_VALUE) {
+        Fail("locking", path);
+    }
+}
+
+LockedFile::~LockedFile() {
+    ::CloseHandle(handle_);
+}
+
+bool CanOpenForWriting(const std::string& path) {
+    const HANDLE file = ::CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    ::CloseHandle(file);
+    return true;
+}
+
+}  // namespace tidemark

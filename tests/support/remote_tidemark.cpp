@@ -1,0 +1,163 @@
+#include "support/remote_tidemark.h"
+
+#include <commctrl.h>
+
+#include "platform/win32/wide_text.h"
+
+namespace tidemark {
+namespace {
+
+constexpr const wchar_t* kCaption = L"tidemark clock";
+constexpr const wchar_t* kMessageBoxClass = L"#32770";
+constexpr std::chrono::seconds kStartLimit{60};
+
+bool Any(const RemoteWindow&) {
+    return true;
+}
+
+bool IsCheckBox(const RemoteWindow& button) {
+    const DWORD kind = button.Style() & BS_TYPEMASK;
+    return kind == BS_CHECKBOX || kind == BS_AUTOCHECKBOX;
+}
+
+}  // namespace
+
+RemoteTidemark::RemoteTidemark(const std::string& program, const std::string& arguments)
+    : process_(std::make_unique<RemoteProcess>(program, arguments)) {
+    const bool shown = PollUntil(kStartLimit, [this] {
+        for (const RemoteWindow& window : TopLevelWindows(*process_)) {
+            if (window.Visible() && window.ClassName() != kMessageBoxClass &&
+                window.Text() == Utf8FromWide(kCaption)) {
+                main_ = window.Handle();
+                return true;
+            }
+        }
+        return process_->WaitForExit(std::chrono::milliseconds(0)).has_value();
+    });
+    if (!shown || main_ == nullptr) {
+        throw RemoteError("no main window came up");
+    }
+}
+
+RemoteTidemark::RemoteTidemark() {
+    const bool found = PollUntil(kStartLimit, [this] {
+        HWND window = nullptr;
+        while ((window = ::FindWindowExW(nullptr, window, nullptr, kCaption)) != nullptr) {
+            if (::IsWindowVisible(window)) {
+                main_ = window;
+                return true;
+            }
+        }
+        return false;
+    });
+    if (!found) {
+        throw RemoteError("the program's window is not there");
+    }
+    DWORD id = 0;
+    ::GetWindowThreadProcessId(main_, &id);
+    process_ = std::make_unique<RemoteProcess>(id);
+}
+
+RemoteWindow RemoteTidemark::Main() const {
+    return {*process_, main_};
+}
+
+RemoteWindow RemoteTidemark::Child(const std::wstring& class_name,
+                                   const std::function<bool(const RemoteWindow&)>& is_it) const {
+    for (const RemoteWindow& window : Main().Descendants()) {
+        if (window.ClassName() == class_name && is_it(window)) {
+            return window;
+        }
+    }
+    throw RemoteError("the main window has no such control of class " + Utf8FromWide(class_name));
+}
+
+RemoteDatePicker RemoteTidemark::Picker(bool of_times, int n) const {
+    return RemoteDatePicker(
+        Child(DATETIMEPICK_CLASSW, [of_times, n](const RemoteWindow& w) mutable {
+            const bool shows_time = (w.Style() & DTS_TIMEFORMAT) == DTS_TIMEFORMAT;
+            return shows_time == of_times && n-- == 0;
+        }));
+}
+
+RemoteWindow RemoteTidemark::cmdStamp() const {
+    return Child(WC_BUTTONW, [](const RemoteWindow& window) {
+        const DWORD kind = window.Style() & BS_TYPEMASK;
+        return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
+    });
+}
+
+RemoteWindow RemoteTidemark::chkCreated() const {
+    return Child(WC_BUTTONW, IsCheckBox);
+}
+
+RemoteListView RemoteTidemark::lvwItems() const {
+    return RemoteListView(Child(WC_LISTVIEWW, Any));
+}
+
+RemoteStatusBar RemoteTidemark::StatusBar1() const {
+    return RemoteStatusBar(Child(STATUSCLASSNAMEW, Any));
+}
+
+RemoteWindow RemoteTidemark::ProgressBar1() const {
+    return Child(PROGRESS_CLASSW, Any);
+}
+RemoteDatePicker RemoteTidemark::dtDateLastModified() const {
+    return Picker(false, 0);
+}
+RemoteDatePicker RemoteTidemark::dtTimeLastModified() const {
+    return Picker(true, 0);
+}
+RemoteDatePicker RemoteTidemark::dtDateCreated() const {
+    return Picker(false, 1);
+}
+RemoteDatePicker RemoteTidemark::dtTimeCreated() const {
+    return Picker(true, 1);
+}
+
+bool RemoteTidemark::WaitForCounts(int rows, std::chrono::milliseconds limit) const {
+    return PollUntil(limit, [this, rows] {
+        if (lvwItems().Rows() != rows) {
+            return false;
+        }
+        for (int row = 0; row < rows; ++row) {
+            if (Status(row) == "Counting" || Contains(row) == "not counted") {
+                return false;
+            }
+        }
+        return StatusBar1().Text() != "  Counting";
+    });
+}
+
+bool RemoteTidemark::WaitForStamping(std::chrono::milliseconds limit) const {
+    return PollUntil(limit, [this] { return cmdStamp().Text() == "Cancel"; });
+}
+
+std::optional<RemoteWindow> RemoteTidemark::Box() const {
+    for (const RemoteWindow& window : TopLevelWindows(*process_)) {
+        if (window.Visible() && window.ClassName() == kMessageBoxClass) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> RemoteTidemark::WaitForBox(std::chrono::milliseconds limit) const {
+    if (!PollUntil(limit, [this] { return Box().has_value(); })) {
+        return std::nullopt;
+    }
+    constexpr int kTextId = 0xFFFF;
+    return RemoteWindow(*process_, ::GetDlgItem(Box()->Handle(), static_cast<short>(kTextId)))
+        .Text();
+}
+
+bool RemoteTidemark::AnswerBox(int button, std::chrono::milliseconds limit) const {
+    const std::optional<RemoteWindow> box = Box();
+    if (!box) {
+        return false;
+    }
+    RemoteWindow(*process_, ::GetDlgItem(box->Handle(), button)).Click();
+    return PollUntil(limit, [&box] { return !box->Exists() || !box->Visible(); });
+}
+
+}  // namespace tidemark

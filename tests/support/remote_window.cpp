@@ -1,0 +1,153 @@
+#include "support/remote_window.h"
+
+#include <commctrl.h>
+
+#include <array>
+#include <functional>
+
+#include "platform/win32/wide_text.h"
+
+namespace tidemark {
+namespace {
+
+constexpr UINT kAnswerLimit = 30000;  // milliseconds
+
+std::vector<RemoteWindow> Collect(const RemoteProcess& process,
+                                  const std::function<void(WNDENUMPROC, LPARAM)>& enumerate) {
+    struct Found {
+        const RemoteProcess& process;
+        std::vector<RemoteWindow> windows;
+    } found{process, {}};
+    enumerate(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& into = *reinterpret_cast<Found*>(parameter);
+            DWORD id = 0;
+            ::GetWindowThreadProcessId(window, &id);
+            if (id == into.process.Id()) {
+                into.windows.emplace_back(into.process, window);
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return std::move(found.windows);
+}
+
+}  // namespace
+
+DWORD RemoteWindow::Style() const {
+    return static_cast<DWORD>(::GetWindowLongPtrW(window_, GWL_STYLE));
+}
+
+std::wstring RemoteWindow::ClassName() const {
+    std::array<wchar_t, 256> name{};
+    const int length = ::GetClassNameW(window_, name.data(), static_cast<int>(name.size()));
+    return {name.data(), static_cast<std::size_t>(length)};
+}
+
+std::string RemoteWindow::Text() const {
+    // The system carries these two across processes by itself.
+    const auto length = static_cast<std::size_t>(Send(WM_GETTEXTLENGTH));
+    std::wstring text(length + 1, L'\0');
+    const LRESULT copied = Send(WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(copied));
+    return Utf8FromWide(text);
+}
+
+std::vector<RemoteWindow> RemoteWindow::Descendants() const {
+    return Collect(*process_, [this](WNDENUMPROC each, LPARAM parameter) {
+        ::EnumChildWindows(window_, each, parameter);
+    });
+}
+
+LRESULT RemoteWindow::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
+    DWORD_PTR result = 0;
+    if (::SendMessageTimeoutW(window_, message, wparam, lparam, SMTO_NORMAL, kAnswerLimit,
+                              &result) == 0) {
+        throw RemoteError("no answer to message " + std::to_string(message));
+    }
+    return static_cast<LRESULT>(result);
+}
+
+void RemoteWindow::Post(UINT message, WPARAM wparam, LPARAM lparam) const {
+    if (!::PostMessageW(window_, message, wparam, lparam)) {
+        throw RemoteError("the window took no message " + std::to_string(message));
+    }
+}
+
+void RemoteWindow::Click() const {
+    Post(BM_CLICK);
+}
+
+std::vector<RemoteWindow> TopLevelWindows(const RemoteProcess& process) {
+    return Collect(process,
+                   [](WNDENUMPROC each, LPARAM parameter) { ::EnumWindows(each, parameter); });
+}
+
+int RemoteListView::Rows() const {
+    return static_cast<int>(Send(LVM_GETITEMCOUNT));
+}
+
+std::string RemoteListView::Cell(int row, int column) const {
+    constexpr std::size_t kUnits = 4096;
+    const RemoteMemory memory(Process().Handle(), sizeof(LVITEMW) + kUnits * sizeof(wchar_t));
+    LVITEMW item = {};
+    item.iSubItem = column;
+    item.pszText = reinterpret_cast<wchar_t*>(memory.Address() + sizeof(LVITEMW));
+    item.cchTextMax = static_cast<int>(kUnits);
+    memory.Write(0, &item, sizeof(item));
+    const LRESULT length = Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                                reinterpret_cast<LPARAM>(memory.Address()));
+    // The control may answer with a text of its own instead of filling the one that was offered.
+    memory.Read(0, &item, sizeof(item));
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    if (!::ReadProcessMemory(Process().Handle(), item.pszText, text.data(),
+                             text.size() * sizeof(wchar_t), nullptr)) {
+        throw RemoteError("the text of a cell could not be read");
+    }
+    return Utf8FromWide(text);
+}
+
+bool RemoteStatusBar::IsSimple() const {
+    return Send(SB_ISSIMPLE) != 0;
+}
+
+std::string RemoteStatusBar::Text() const {
+    const WPARAM part = IsSimple() ? SB_SIMPLEID : 0;
+    const auto length = static_cast<std::size_t>(LOWORD(Send(SB_GETTEXTLENGTHW, part)));
+    std::wstring text(length + 1, L'\0');
+    const RemoteMemory memory(Process().Handle(), text.size() * sizeof(wchar_t));
+    Send(SB_GETTEXTW, part, reinterpret_cast<LPARAM>(memory.Address()));
+    memory.Read(0, text.data(), text.size() * sizeof(wchar_t));
+    return Utf8FromWide(text.c_str());
+}
+
+SYSTEMTIME RemoteDatePicker::Time() const {
+    SYSTEMTIME time = {};
+    const RemoteMemory memory(Process().Handle(), sizeof(time));
+    if (Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(memory.Address())) != GDT_VALID) {
+        throw RemoteError("the picker holds no time");
+    }
+    memory.Read(0, &time, sizeof(time));
+    return time;
+}
+
+void RemoteDatePicker::SetTime(const SYSTEMTIME& time) const {
+    NMDATETIMECHANGE change = {};
+    change.nmhdr.hwndFrom = Handle();
+    change.nmhdr.idFrom = static_cast<UINT_PTR>(::GetDlgCtrlID(Handle()));
+    change.nmhdr.code = DTN_DATETIMECHANGE;
+    change.dwFlags = GDT_VALID;
+    change.st = time;
+    const RemoteMemory memory(Process().Handle(), sizeof(change));
+    memory.Write(0, &change, sizeof(change));
+    const auto address = reinterpret_cast<LPARAM>(memory.Address());
+    constexpr LPARAM kTimeOffset = offsetof(NMDATETIMECHANGE, st);
+    if (Send(DTM_SETSYSTEMTIME, GDT_VALID, address + kTimeOffset) == 0) {
+        throw RemoteError("the picker did not take the time");
+    }
+    // The control tells nobody of a time that was set by message.
+    const RemoteWindow parent(Process(), ::GetParent(Handle()));
+    parent.Send(WM_NOTIFY, change.nmhdr.idFrom, address);
+}
+
+}  // namespace tidemark

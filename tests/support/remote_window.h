@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/remote_process.h"
+
+namespace tidemark {
+
+// A window of another process. Messages are answered within a time limit: RemoteError is thrown
+// when the other side hangs or the window is gone.
+class RemoteWindow {
+  public:
+    RemoteWindow(const RemoteProcess& process, HWND window) : process_(&process), window_(window) {}
+
+    [[nodiscard]] HWND Handle() const { return window_; }
+    [[nodiscard]] bool Exists() const { return ::IsWindow(window_) != FALSE; }
+    [[nodiscard]] bool Enabled() const { return ::IsWindowEnabled(window_) != FALSE; }
+    [[nodiscard]] bool Visible() const { return ::IsWindowVisible(window_) != FALSE; }
+    [[nodiscard]] DWORD Style() const;
+    [[nodiscard]] std::wstring ClassName() const;
+    [[nodiscard]] std::string Text() const;
+    // Every window below this one, in the order of the system.
+    [[nodiscard]] std::vector<RemoteWindow> Descendants() const;
+
+    LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
+    void Post(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
+    // Presses a button. Only asked for: what it does, a modal box included, comes later.
+    void Click() const;
+    // Asks the window to close, as its close button does.
+    void Close() const { Post(WM_CLOSE); }
+
+  protected:
+    [[nodiscard]] const RemoteProcess& Process() const { return *process_; }
+
+  private:
+    const RemoteProcess* process_;
+    HWND window_;
+};
+
+// The visible or hidden top-level windows of a process.
+[[nodiscard]] std::vector<RemoteWindow> TopLevelWindows(const RemoteProcess& process);
+
+class RemoteListView : public RemoteWindow {
+  public:
+    explicit RemoteListView(const RemoteWindow& window) : RemoteWindow(window) {}
+    [[nodiscard]] int Rows() const;
+    [[nodiscard]] std::string Cell(int row, int column) const;
+};
+
+class RemoteStatusBar : public RemoteWindow {
+  public:
+    explicit RemoteStatusBar(const RemoteWindow& window) : RemoteWindow(window) {}
+    [[nodiscard]] bool IsSimple() const;
+    // The simple text in simple mode, else that of the first part.
+    [[nodiscard]] std::string Text() const;
+};
+
+class RemoteDatePicker : public RemoteWindow {
+  public:
+    explicit RemoteDatePicker(const RemoteWindow& window) : RemoteWindow(window) {}
+    [[nodiscard]] SYSTEMTIME Time() const;
+    // Sets the time as a user does: the parent is told of the change.
+    void SetTime(const SYSTEMTIME& time) const;
+};
+
+}  // namespace tidemark
