@@ -2,6 +2,7 @@
 #include "engine/tidemark_item.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/win32_platform.h"
+#include "platform/win32/windows.h"
 
 namespace tidemark {
 namespace {
@@ -11,6 +12,14 @@ constexpr double kChosenDate = 43602.0 + (13 * 60 + 45) / 1440.0;
 FileTime Chosen() {
     return FromLocal(LocalTime(2019, 5, 17, 13, 45));
 }
+
+class ComApartment {
+  public:
+    ComApartment() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~ComApartment() { ::CoUninitialize(); }
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+};
 
 // The engine in this process, on Windows itself and a real tree.
 class EngineOnWindows : public testing::Test {
@@ -34,6 +43,7 @@ class EngineOnWindows : public testing::Test {
         ASSERT_TRUE(ended);
     }
 
+    ComApartment apartment_;
     Win32Platform platform_{{.dispatch = [](MSG& message) { ::DispatchMessageW(&message); },
                              .on_quit = {},
                              .report_exception = [] { FAIL() << "an exception in a tick"; }}};
@@ -98,9 +108,11 @@ TEST_F(EngineOnWindows, AChainOfFoldersThousandsOfCharactersLongIsStampedToItsEn
 
     EXPECT_EQ(item->StatusString(), "Complete");
     const FileTime minute = Chosen();
+    int others = 0;
     for (const auto& [below, entry] : tree_.Entries()) {
-        EXPECT_EQ(entry.written, minute) << below;
+        others += entry.written == minute ? 0 : 1;
     }
+    EXPECT_EQ(others, 0);
 }
 
 }  // namespace
