@@ -86,6 +86,10 @@ class Control : public Window {
     virtual std::optional<LRESULT> OnControlColour(UINT message, HDC dc);
     virtual std::optional<LRESULT> OnDrawItem(DRAWITEMSTRUCT& item);
 
+    // Whether the control itself has a use for Enter or Esc just now, so that neither presses a
+    // button of the form.
+    [[nodiscard]] virtual bool KeepsKey(UINT /*key*/) const { return false; }
+
   protected:
     // Creates the window of a system class in `site`. Throws ProgramError when it cannot be
     // created, and when there is one already.

@@ -40,7 +40,19 @@ void DateTimePicker::Create(ControlSite& site, Kind kind, const ControlSpec& spe
     CreateChild(site, DATETIMEPICK_CLASSW, own);
 }
 
+void DateTimePicker::TakeOverTypedDigits() const {
+    // The picker does so when it loses the focus; a key or a menu command can come without that.
+    if (taking_over_ || dropped_down_ || !HasFocus()) {
+        return;
+    }
+    taking_over_ = true;
+    Send(WM_KILLFOCUS);
+    Send(WM_SETFOCUS);
+    taking_over_ = false;
+}
+
 PickedDateTime DateTimePicker::Value() const {
+    TakeOverTypedDigits();
     SYSTEMTIME time{};
     Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
     return FromSystem(time);
@@ -68,11 +80,19 @@ void DateTimePicker::SetFormat(std::string_view format) const {
 }
 
 std::optional<LRESULT> DateTimePicker::OnNotify(NMHDR& header) {
-    if (header.code != DTN_DATETIMECHANGE) {
-        return std::nullopt;
+    switch (header.code) {
+        case DTN_DATETIMECHANGE:
+            Raise(on_change);
+            return 0;
+        case DTN_DROPDOWN:
+            dropped_down_ = true;
+            return 0;
+        case DTN_CLOSEUP:
+            dropped_down_ = false;
+            return 0;
+        default:
+            return std::nullopt;
     }
-    Raise(on_change);
-    return 0;
 }
 
 }  // namespace tidemark

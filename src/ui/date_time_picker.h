@@ -21,6 +21,8 @@ class DateTimePicker : public Control {
 
     void Create(ControlSite& site, Kind kind, const ControlSpec& spec);
 
+    // What the user sees: digits typed into the picker and not taken over by it yet are taken over
+    // first, which can raise the event.
     [[nodiscard]] PickedDateTime Value() const;
     // Changes the value without an event. Throws ProgramError (invalid argument) for a date or time
     // that does not exist or that the picker refuses; the value then stays as it was.
@@ -29,6 +31,14 @@ class DateTimePicker : public Control {
     void SetFormat(std::string_view format) const;
 
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
+    // Enter and Esc belong to the calendar while it is dropped down.
+    [[nodiscard]] bool KeepsKey(UINT /*key*/) const override { return dropped_down_; }
+
+  private:
+    void TakeOverTypedDigits() const;
+
+    bool dropped_down_ = false;
+    mutable bool taking_over_ = false;
 };
 
 }  // namespace tidemark

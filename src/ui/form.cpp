@@ -180,8 +180,14 @@ void Form::RestoreFocus() {
 }
 
 bool Form::PreTranslate(MSG& message) {
-    if ((message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) && RouteKey(message)) {
-        return true;
+    if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
+        if (RouteKey(message)) {
+            return true;
+        }
+        const Control* focused = controls_.Find(message.hwnd);
+        if (focused != nullptr && focused->KeepsKey(static_cast<UINT>(message.wParam))) {
+            return false;
+        }
     }
     return ::IsDialogMessageW(Handle(), &message) != FALSE;
 }
@@ -203,13 +209,15 @@ bool Form::PressForKey(const MSG& message) {
     if (message.wParam != VK_RETURN && message.wParam != VK_ESCAPE) {
         return false;
     }
-    if (WantsKey(message)) {
+    Control* const focused = controls_.Find(message.hwnd);
+    if (WantsKey(message) ||
+        (focused != nullptr && focused->KeepsKey(static_cast<UINT>(message.wParam)))) {
         return false;
     }
     Button* button = cancel_button_;
     if (message.wParam == VK_RETURN) {
-        auto* focused = dynamic_cast<Button*>(controls_.Find(message.hwnd));
-        button = focused != nullptr ? focused : default_button_;
+        auto* focused_button = dynamic_cast<Button*>(focused);
+        button = focused_button != nullptr ? focused_button : default_button_;
     }
     if (Pressable(button)) {
         button->Click();

@@ -1,8 +1,7 @@
 #include "ui/hosted_window.h"
 
-#include <array>
-
 #include "platform/program_error.h"
+#include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
 #include "ui/last_resort.h"
 
@@ -98,14 +97,7 @@ MessageHandler* HandlerOf(HWND window) {
 }
 
 void ThrowSystemError(DWORD code, const char* operation) {
-    std::array<wchar_t, 256> text{};
-    const DWORD length = ::FormatMessageW(
-        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
-        nullptr, code, 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
-    std::string description = Utf8FromWide({text.data(), length});
-    description.erase(description.find_last_not_of(' ') + 1);
-    throw ProgramError(static_cast<std::int32_t>(code),
-                       std::string(operation) + " failed: " + description);
+    throw ProgramError(static_cast<std::int32_t>(code), FailureText(operation, code));
 }
 
 }  // namespace tidemark

@@ -3,14 +3,18 @@
 #include <array>
 #include <stdexcept>
 
+#include "platform/win32/win32_message_pump.h"
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 #include "ui/button.h"
 #include "ui/date_time_picker.h"
 #include "ui/label.h"
+#include "ui/menu.h"
 #include "ui/message_loop.h"
 #include "ui/panel.h"
+// After the system's main header.
+#include <commctrl.h>
 
 namespace tidemark {
 namespace {
@@ -192,6 +196,69 @@ TEST_F(Keyboard, TheHandlerOfEnterMayDestroyTheForm) {
     stamp_.on_click = [this] { form_.Destroy(); };
     Press(VK_RETURN);
     EXPECT_FALSE(form_.Exists());
+}
+
+TEST_F(Keyboard, EnterReadsWhatWasJustTypedIntoAPicker) {
+    picker_.SetValue({2004, 6, 15, 0, 0, 0});
+    const PickedDateTime before = picker_.Value();
+    PickedDateTime pressed;
+    stamp_.on_click = [&] { pressed = picker_.Value(); };
+    Press(VK_RIGHT);  // some systems lose the first key after the focus came
+    picker_.Send(WM_CHAR, '7');
+    Press(VK_RETURN);
+    EXPECT_NE(pressed, before);
+    EXPECT_TRUE(picker_.HasFocus());
+}
+
+TEST_F(Keyboard, EnterAndEscBelongToACalendarThatIsDroppedDown) {
+    form_.SetCancelButton(&stamp_);
+    const auto notify = [&](UINT code) {
+        NMHDR header{picker_.Handle(), 0, code};
+        panel_.Send(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+    };
+    notify(static_cast<UINT>(DTN_DROPDOWN));
+    Press(VK_RETURN);
+    Press(VK_ESCAPE);
+    EXPECT_EQ(stamps_, 0);
+    notify(static_cast<UINT>(DTN_CLOSEUP));
+    Press(VK_ESCAPE);
+    EXPECT_EQ(stamps_, 1);
+}
+
+TEST_F(Keyboard, AltAndALetterOpenAMenuFromInsideAControl) {
+    Menu menu({{0, "mnuFile", "&File"},
+               {1, "mnuFileExit", "E&xit"},
+               {0, "mnuView", "&View"},
+               {1, "mnuViewTop", "Top"}});
+    form_.SetMenuBar(&menu);
+    std::string opened;
+    menu["mnuFile"].on_open = [&] { opened += "file"; };
+    menu["mnuView"].on_open = [&] { opened += "view"; };
+    form_.on_message = [](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_ENTERIDLE) {
+            ::EndMenu();
+        }
+        return std::nullopt;
+    };
+    MSG press{picker_.Handle(), WM_SYSCHAR, 'v', 1 << 29, 0, {}};
+    RouteMessage(press);
+    PumpPending();
+    EXPECT_EQ(opened, "view");
+    form_.SetMenuBar(nullptr);
+}
+
+TEST_F(Keyboard, APumpInsideLongWorkTreatsKeysAsTheLoopDoes) {
+    Win32MessagePump pump(RouteMessage, [] {});
+    picker_.Post(WM_KEYDOWN, VK_RETURN, 1);
+    pump.RunPendingMessagesNow();
+    EXPECT_EQ(stamps_, 1);
+    picker_.Post(WM_KEYDOWN, VK_TAB, 1);
+    pump.RunPendingMessagesNow();
+    EXPECT_TRUE(check_.HasFocus());
+}
+
+TEST_F(Keyboard, ALabelStandsDirectlyBeforeWhatItNames) {
+    EXPECT_EQ(::GetWindow(picker_.Handle(), GW_HWNDPREV), label_.Handle());
 }
 
 TEST_F(Keyboard, TheLoopRunsUntilItIsAskedToQuit) {
