@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Renders the icon and the pictures in res/ from the one drawing, res/artwork/tidemark.svg.
+# The results are committed: run this after a change of the drawing, look at them, commit both.
+# Needs rsvg-convert (librsvg2-bin), convert (imagemagick) and the font URW Gothic
+# (fonts-urw-base35).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+for tool in rsvg-convert convert fc-list; do
+    command -v "$tool" >/dev/null || { echo "render-artwork: $tool is not installed" >&2; exit 1; }
+done
+if [ -z "$(fc-list 'URW Gothic')" ]; then
+    echo "render-artwork: the font URW Gothic is not installed" >&2
+    exit 1
+fi
+
+drawing=res/artwork/tidemark.svg
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# page ZOOM [STYLESHEET]: the whole drawing page, so that what is cut from it keeps the pixel grid.
+page() {
+    rsvg-convert --zoom "$1" ${2:+--stylesheet "$2"} --output "$work/page.png" "$drawing"
+}
+
+# The mark, 256 units wide, is in the page's upper left corner.
+icons=()
+for size in 16 24 32 48 256; do
+    style=res/artwork/icon-$size.css
+    [ -f "$style" ] || style=
+    page "$(awk "BEGIN { print $size / 256 }")" "$style"
+    convert "$work/page.png" -crop "${size}x$size+0+0" +repage "$work/$size.png"
+    icons+=("$work/$size.png")
+done
+convert "${icons[@]}" res/tidemark.ico
+
+# picture NAME WIDTHxHEIGHT+X+Y: a part of the page, in 256 colours and run-length encoded.
+page 1
+picture() {
+    convert "$work/page.png" -crop "$2" +repage -background black -alpha remove -alpha off \
+        +dither -colors 256 -type Palette -compress RLE "BMP3:res/$1.bmp"
+}
+picture splash 440x264+20+280
+picture about 380x170+480+280
