@@ -97,8 +97,10 @@ Startup::Road Startup::RunStep(const Step& step) {
 
 BoxAnswer Startup::AskAboutCurrentError() {
     try {
-        return parts_.boxes.Ask(StartupErrorText(CurrentError()), kStartupErrorCaption,
-                                BoxIcon::kInformation, BoxButtons::kAbortRetryIgnore);
+        return parts_.boxes.Show(/*owner=*/nullptr, {.text = StartupErrorText(CurrentError()),
+                                                     .caption = kStartupErrorCaption,
+                                                     .buttons = BoxButtons::kAbortRetryIgnore,
+                                                     .icon = BoxIcon::kInformation});
     } catch (...) {
         // The user cannot be asked; going on blindly would be worse than stopping.
         return BoxAnswer::kAbort;
@@ -219,8 +221,10 @@ Startup::Road Startup::FadeSplashOut() {
 }
 
 Startup::Road Startup::TellOfMissingRuntime() {
-    parts_.boxes.Ask(MissingRuntimeText(), kMissingRuntimeCaption, BoxIcon::kCritical,
-                     BoxButtons::kOk);
+    parts_.boxes.Show(/*owner=*/nullptr, {.text = MissingRuntimeText(),
+                                          .caption = kMissingRuntimeCaption,
+                                          .buttons = BoxButtons::kOk,
+                                          .icon = BoxIcon::kCritical});
     parts_.shut_down.ShutDown(false);
     return Road::kDone;
 }

@@ -8,10 +8,10 @@
 
 #include "app/shut_down.h"
 #include "platform/file_system_object.h"
-#include "platform/message_boxes.h"
+#include "platform/geometry.h"
 #include "platform/message_pump.h"
 #include "platform/process.h"
-#include "ui/geometry.h"
+#include "ui/message_box.h"
 
 namespace tidemark {
 

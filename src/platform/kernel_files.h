@@ -64,8 +64,9 @@ class KernelFiles {
   public:
     virtual ~KernelFiles() = default;
 
-    // Starts a search for `pattern` (a folder, a backslash and "*.*") and fetches the first entry
-    // into `entry`. The order is the system's. Returns kInvalidSearch on failure.
+    // Starts a search for `pattern` (a folder, a backslash and "*.*", or the path of one file or
+    // folder) and fetches the first entry into `entry`, its name as the folder lists it. The order
+    // is the system's. Returns kInvalidSearch on failure.
     [[nodiscard]] virtual SearchHandle SearchFirst(const std::string& pattern,
                                                    FoundEntry& entry) = 0;
     // Fetches the next entry. False when there is none (last error kNoMoreFiles) or when this entry

@@ -236,7 +236,7 @@ TEST_P(StartupFailureTest, IsToldWithNumberDescriptionAndSource) {
     world_.log.failures[GetParam()] = 1;
     EXPECT_FALSE(world_.Run());
     ASSERT_EQ(world_.boxes.shown.size(), 1U);
-    const LoggedBoxes::Box& box = world_.boxes.shown[0];
+    const BoxRequest& box = world_.boxes.shown[0];
     EXPECT_EQ(box.text, std::string("Error: 53\nFailed: ") + GetParam() + "\n\nSource: main");
     EXPECT_EQ(box.caption, "Orrery RTE Startup Error");
     EXPECT_EQ(box.icon, BoxIcon::kInformation);

@@ -158,19 +158,12 @@ class LoggedErrorsWindow : public StartupErrorsWindow {
 
 class LoggedBoxes : public MessageBoxes {
   public:
-    struct Box {
-        std::string text;
-        std::string caption;
-        BoxIcon icon;
-        BoxButtons buttons;
-    };
-
     explicit LoggedBoxes(CallLog& log) : log_(log) {}
     // Answers what the test planned, in order, and then Abort.
-    BoxAnswer Ask(const std::string& text, const std::string& caption, BoxIcon icon,
-                  BoxButtons buttons) override {
-        shown.push_back({text, caption, icon, buttons});
-        log_.Note("box " + caption);
+    BoxAnswer Show(const Window* owner, const BoxRequest& request) override {
+        EXPECT_EQ(owner, nullptr);
+        shown.push_back(request);
+        log_.Note("box " + request.caption);
         if (answers.empty()) {
             return BoxAnswer::kAbort;
         }
@@ -182,7 +175,7 @@ class LoggedBoxes : public MessageBoxes {
     }
 
     std::vector<BoxAnswer> answers;  // the last one is given again and again
-    std::vector<Box> shown;
+    std::vector<BoxRequest> shown;
 
   private:
     CallLog& log_;

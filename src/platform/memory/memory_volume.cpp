@@ -404,6 +404,9 @@ bool MemoryVolume::Fetch(Search& search, FoundEntry& entry) {
 SearchHandle MemoryVolume::SearchFirst(const std::string& pattern, FoundEntry& entry) {
     const std::size_t end = pattern.find_last_of("\\/");
     const std::string mask = end == std::string::npos ? pattern : pattern.substr(end + 1);
+    if (end != std::string::npos && mask.find_first_of("*?") == std::string::npos) {
+        return SearchOne(pattern, entry);
+    }
     if (end == std::string::npos || (mask != "*.*" && mask != "*")) {
         Fail(kInvalidParameter);
         return kInvalidSearch;
@@ -429,6 +432,20 @@ SearchHandle MemoryVolume::SearchFirst(const std::string& pattern, FoundEntry& e
     }
     Succeed();
     searches_.emplace(next_handle_, std::move(search));
+    return SearchHandle{next_handle_++};
+}
+
+SearchHandle MemoryVolume::SearchOne(const std::string& path, FoundEntry& entry) {
+    const Located located = Locate(path, /*follow_last=*/false);
+    if (located.code != kSuccess) {
+        Fail(located.code);
+        return kInvalidSearch;
+    }
+    entry.attributes = located.node->attributes;
+    entry.name = located.node->name;
+    Succeed();
+    // What follows the one entry is what an empty folder has.
+    searches_.emplace(next_handle_, Search{std::make_shared<Node>(), 0, {}});
     return SearchHandle{next_handle_++};
 }
 

@@ -92,6 +92,7 @@ class MemoryVolume final : public KernelFiles {
     void Detach(const std::string& path);
     bool Succeed();
     bool Fail(std::uint32_t code);
+    SearchHandle SearchOne(const std::string& path, FoundEntry& entry);
     bool Fetch(Search& search, FoundEntry& entry);
     bool SetTime(FileHandle file, FileTime time, FileTime MemoryTimes::*which);
 
