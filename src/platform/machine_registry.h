@@ -18,7 +18,7 @@ class MachineRegistry {
     [[nodiscard]] virtual RegistryKey CreateOrOpen(const std::string& path) = 0;
     // Sets the key's default value to a text.
     virtual bool SetDefaultText(RegistryKey key, const std::string& text) = 0;
-    // Sets a named value to a text whose stored size counts its characters and no terminating NUL.
+    // Sets a named value to a text; the size given to the system counts no terminating NUL.
     virtual bool SetText(RegistryKey key, const std::string& name, const std::string& text) = 0;
     virtual bool Close(RegistryKey key) = 0;
 };

@@ -79,6 +79,30 @@ TEST_P(KernelFilesContract, AnEmptyFolderListsOnlyItselfAndItsParent) {
     EXPECT_THAT(Names(system_->Folder()), testing::UnorderedElementsAre(".", ".."));
 }
 
+TEST_P(KernelFilesContract, AnEntryIsFoundByItsPathAndNamedAsItsFolderListsIt) {
+    static_cast<void>(NewFile("Mixed Case.TXT"));
+    static_cast<void>(NewFolder("Sub"));
+    static_cast<void>(NewFile("Sub\\inside"));
+    FoundEntry entry;
+    SearchHandle search = files_.SearchFirst(Path("mixed case.txt"), entry);
+    ASSERT_NE(search, kInvalidSearch);
+    EXPECT_EQ(entry.name, "Mixed Case.TXT");
+    EXPECT_EQ(entry.attributes & file_attribute::kDirectory, 0U);
+    EXPECT_FALSE(files_.SearchNext(search, entry));
+    EXPECT_EQ(files_.LastError(), system_error::kNoMoreFiles);
+    EXPECT_TRUE(files_.SearchClose(search));
+
+    search = files_.SearchFirst(Path("sub"), entry);
+    ASSERT_NE(search, kInvalidSearch);
+    EXPECT_EQ(entry.name, "Sub");
+    EXPECT_NE(entry.attributes & file_attribute::kDirectory, 0U);
+    EXPECT_FALSE(files_.SearchNext(search, entry));
+    EXPECT_TRUE(files_.SearchClose(search));
+
+    EXPECT_EQ(files_.SearchFirst(Path("missing.txt"), entry), kInvalidSearch);
+    EXPECT_EQ(files_.LastError(), system_error::kFileNotFound);
+}
+
 TEST_P(KernelFilesContract, NamesOfEveryScriptAreListedAndStamped) {
     const std::vector<std::string> names = {
         ".hidden",
