@@ -24,8 +24,7 @@ ControlStates StatesFor(const ControlSituation& situation) {
 }
 
 MenuStates MenuStatesFor(const MenuSituation& situation) {
-    return {.open_containing_folder = situation.containing_folder,
-            .remove_selected = situation.selected_rows,
+    return {.remove_selected = situation.selected_rows,
             .remove_completed = situation.any_stamp_complete_without_errors,
             .remove_all = situation.rows,
             .select_all = situation.rows,

@@ -41,11 +41,9 @@ struct MenuSituation {
     bool any_count_complete = false;
     bool any_stamp_complete_without_errors = false;
     bool errors_exist = false;
-    bool containing_folder = false;  // the selection has one that can be opened
 };
 
 struct MenuStates {
-    bool open_containing_folder = false;
     bool remove_selected = false;
     bool remove_completed = false;
     bool remove_all = false;

@@ -5,7 +5,9 @@
 #include "mainwindow/layout.h"
 #include "mainwindow/main_menu.h"
 #include "mainwindow/status_display.h"
+#include "platform/win32/win32_placed_window.h"
 #include "settings/mod_options.h"
+#include "settings/window_placement.h"
 
 namespace tidemark {
 namespace {
@@ -19,7 +21,9 @@ constexpr int kPickerHeight = 21;
 constexpr int kStampLeft = kTimeColumn + kTimeWidth + 15;
 constexpr int kStampWidth = 80;
 constexpr int kStampHeight = 25;
-constexpr int kCheckBoxGap = 4;  // between the box and its text
+constexpr int kStampMargin = 12;    // right of the button in the narrowest window
+constexpr int kSmallestList = 100;  // height of the list in the lowest window
+constexpr int kCheckBoxGap = 4;     // between the box and its text
 
 }  // namespace
 
@@ -40,6 +44,15 @@ void frmMain::Form_Load() {
     SetFormFont(font_.Get());
     CreateControls();
     WireMenus();
+    WireDialogs();
+    WireList();
+    oSubclasser.WndProc = [this](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        OnExitSizeMove();
+        return std::nullopt;
+    };
+    oSubclasser.RegisterMessages(Handle(), {WM_EXITSIZEMOVE});
+    MinMax1.minimum = SmallestSize();
+    MinMax1.AttachTo(Handle());
     oTimer = services_.platform.timers.NewTimer(TickKind::kBrief);
     oTimer->SetSink(this);
     oTimer->SetInterval(kPollInterval);
@@ -69,10 +82,11 @@ void frmMain::CreateControls() {
     cmdStamp.on_click = [this] { cmdStamp_Click(); };
     SetDefaultButton(&cmdStamp);
 
-    lvwItems.Create(*this, {},
+    lvwItems.Create(*this, {.extended_style = WS_EX_CLIENTEDGE},
                     {{.header = "Name", .width = 300},
                      {.header = "Contains", .width = 300},
                      {.header = "Status", .width = 300}});
+    OLEDropper1.Create(*this, {.extended_style = WS_EX_CLIENTEDGE});
     StatusBar1.Create(*this, {.text = "  Ready"});
     ProgressBar1.Create(*this, {.visible = false});
 
@@ -103,18 +117,60 @@ void frmMain::InitializeDisplay() {
     UpdateControls();
 }
 
+void frmMain::LoadPosition(bool reset) {
+    bRestoringPlacement = true;
+    Win32PlacedWindow window(Handle(), services_.screen);
+    LoadWindowPlacement(services_.settings, services_.screen, window, reset);
+    bRestoringPlacement = false;
+}
+
+void frmMain::OnExitSizeMove() {
+    if (!bRestoringPlacement) {
+        SaveWindowPlacement(services_.settings, Win32PlacedWindow(Handle(), services_.screen));
+    }
+}
+
+Size frmMain::SmallestSize() const {
+    // Wide enough for the panel's controls, high enough for both rows, the status bar and a few
+    // lines of the list.
+    const PanelPlaces two_rows = PlacesInPanel(
+        true, true,
+        {.date_last_modified_height = kPickerHeight, .date_created_height = kPickerHeight});
+    RECT outer{0, 0, kStampLeft + kStampWidth + kStampMargin,
+               two_rows.panel_height + kSmallestList + StatusBar1.Position().height};
+    ::AdjustWindowRectEx(&outer, Style(), /*bMenu=*/TRUE, ExtendedStyle());
+    return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
+}
+
+void frmMain::OnFirstFocus() {
+    picControls.Focus();
+}
+
 void frmMain::OnResize(Size /*client*/) {
     Form_Resize();
 }
 
 void frmMain::OnClose() {
     if (oTimer) {
-        oTimer.reset();
-        stamp_starting_ = false;
-        oItems.Clear(nullptr);
-        services_.shut_down(/*unload_main=*/false);
+        Form_QueryUnload();
     }
     Destroy();
+}
+
+void frmMain::Form_QueryUnload() {
+    // Closing is never refused: whatever fails, the steps after it are still done.
+    const auto step = [](const auto& body) {
+        try {
+            body();
+        } catch (const std::exception&) {
+        }
+    };
+    step([this] { oSubclasser.StopSubclassing(); });
+    oTimer.reset();
+    stamp_starting_ = false;
+    step([this] { oItems.Clear(nullptr); });
+    step([this] { SaveColumnWidths(services_.settings, *this, ColumnSet::kItemList); });
+    step([this] { services_.shut_down(/*unload_main=*/false); });
 }
 
 void frmMain::OnDestroy() {

@@ -5,10 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "controls/drop_target.h"
+#include "controls/ole_dropper.h"
+#include "controls/shell_context_menu.h"
 #include "engine/tidemark_item_collection.h"
+#include "lists/column_sort.h"
 #include "lists/list_model.h"
 #include "mainwindow/control_states.h"
+#include "platform/command_runner.h"
 #include "platform/platform.h"
+#include "platform/process.h"
+#include "platform/screen.h"
 #include "platform/settings_store.h"
 #include "settings/options_host.h"
 #include "ui/button.h"
@@ -20,6 +27,7 @@
 #include "ui/menu.h"
 #include "ui/message_box.h"
 #include "ui/message_font.h"
+#include "ui/min_max.h"
 #include "ui/panel.h"
 #include "ui/progress_bar.h"
 #include "ui/status_bar.h"
@@ -32,7 +40,12 @@ struct MainWindowServices {
     const Platform& platform;
     MessageBoxes& boxes;
     SettingsStore& settings;
+    const Screen& screen;
+    Process& process;
+    CommandRunner& command_runner;
     std::function<ListColumns&()> errors_list_columns;  // of the errors window, loaded if need be
+    std::function<void(const StampErrorList& errors, bool topmost)> show_errors;
+    std::function<void(bool topmost)> show_about;  // until the user closes it
     std::function<void(bool unload_main)> shut_down;
     std::function<void()> closed;  // the window is going; the program may end
 };
@@ -52,6 +65,9 @@ class frmMain final : public Form,
     void Form_Load();
     // One-time preparation after Form_Load: the pickers' first values, the options, the first poll.
     void InitializeDisplay();
+
+    // Applies the saved placement, or the default one when `reset`.
+    void LoadPosition(bool reset);
 
     // Adds each path that exists to the list and starts counting what is new. Other paths are left
     // out silently.
@@ -88,6 +104,7 @@ class frmMain final : public Form,
     ListModel rows;  // what lvwItems shows
     ImageList ImageList1;
     ListView lvwItems;
+    OLEDropper OLEDropper1;  // stands in the list's place while the list is empty
     StatusBar StatusBar1;
     ProgressBar ProgressBar1;
 
@@ -99,13 +116,16 @@ class frmMain final : public Form,
     void OnResize(Size client) override;
     void OnClose() override;
     void OnDestroy() override;
+    void OnFirstFocus() override;
 
     // ListColumns, of lvwItems
     [[nodiscard]] std::int32_t ColumnWidth(int column) const override;
     void SetColumnWidth(int column, std::int32_t width) override;
 
     void CreateControls();
-    void WireMenus();
+    void OnExitSizeMove();
+    [[nodiscard]] Size SmallestSize() const;
+    void Form_QueryUnload();
 
     // frm_main_layout.cpp
     void PositionProgressBar();
@@ -118,7 +138,24 @@ class frmMain final : public Form,
     void chkCreated_Click();
     void HandleEndOfStamp();
 
+    // frm_main_list.cpp
+    void WireList();
+    void lvwItems_ColumnClick(std::size_t column);
+    void PopUpForSelection(Point at);  // on the screen; (-1, -1) is the pointer
+    void PopUp(const char* name, Point at);
+    void oContextMenu_MenuItemInvoked(std::int32_t item_data);
+    [[nodiscard]] std::vector<std::string> ExistingSelectedPaths();
+
+    // frm_main_dialogs.cpp
+    void WireDialogs();
+    void mnuFileAddFiles_Click();
+    void mnuFileAddFolder_Click();
+    void mnuOptionsCreateSendTo_Click();
+    void mnuViewErrors_Click();
+    void OpenContainingFolder(const MenuItem& item);
+
     // frm_main_commands.cpp
+    void WireMenus();
     [[nodiscard]] MenuSituation Situation() const;
     void mnuFile_Click();
     void mnuEdit_Click();
@@ -134,6 +171,15 @@ class frmMain final : public Form,
     UniqueFont font_;
     TidemarkItemCollection oItems;
     std::unique_ptr<TimerObject> oTimer;
+    Subclasser oSubclasser;
+    MinMax MinMax1;
+    std::shared_ptr<ShellContextMenu> oContextMenu;
+    OleDragDropEvents list_drag_events_;
+    OleDragDropForwarder list_drag_{list_drag_events_};
+    std::unique_ptr<DropTarget> list_target_;
+    ColumnSort sort_;
+    bool bRestoringPlacement = false;
+    bool bRightButtonDown = false;
     bool bStampRequested = false;
     bool stamp_starting_ = false;  // between the press of Stamp and the last item's start
 };

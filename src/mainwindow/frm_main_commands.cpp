@@ -1,6 +1,7 @@
 // The menus: what is enabled when one opens, and what each item does.
 
 #include "lists/list_helpers.h"
+#include "lists/shell_services.h"
 #include "mainwindow/control_states.h"
 #include "mainwindow/end_of_stamp.h"
 #include "mainwindow/frm_main.h"
@@ -54,6 +55,9 @@ MenuSituation frmMain::Situation() const {
 }
 
 void frmMain::mnuFile_Click() {
+    MenuItem& open = menu["mnuFileOpenContainingFolder"];
+    open.tag = ContainingFolderCommand(&rows, services_.platform.file_system);
+    open.SetEnabled(!open.tag.empty());
     const MenuStates states = MenuStatesFor(Situation());
     menu["mnuFileRemoveSelected"].SetEnabled(states.remove_selected);
     menu["mnuFileRemoveAll"].SetEnabled(states.remove_all);
@@ -145,6 +149,12 @@ void frmMain::HandleEndOfStamp() {
             break;
         case EndOfStampStep::kNothing:
             break;
+    }
+    if (menu["mnuOptionsShowErrorsAutomatically"].Checked()) {
+        mnuView_Click();
+        if (menu["mnuViewErrors"].Enabled()) {
+            mnuViewErrors_Click();
+        }
     }
 }
 

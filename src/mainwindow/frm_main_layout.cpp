@@ -16,6 +16,7 @@ void frmMain::Form_Resize() {
     }
     picControls.Move(places.panel);
     lvwItems.Move(places.list);
+    OLEDropper1.Move(places.list);
     PositionProgressBar();
 }
 

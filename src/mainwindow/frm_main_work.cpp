@@ -166,6 +166,7 @@ void frmMain::UpdateControls() {
     cmdStamp.SetEnabled(states.stamp_enabled);
     menu["mnuFileStamp"].SetEnabled(states.stamp_enabled);
     lvwItems.SetVisible(states.list_shown);
+    OLEDropper1.SetVisible(!states.list_shown);
     cmdStamp.Invalidate();
     oTimer->SetEnabled(true);
 }

@@ -50,10 +50,9 @@ TEST(ControlStates, FolderDatesFollowOnlyWhileTheCreatedPickersAreOutOfView) {
     EXPECT_FALSE(StatesFor({.date_created_shown = true}).sync_folders_enabled);
 }
 
-TEST(MenuStates, WithNothingSelectedRemoveSelectedAndOpenContainingFolderAreDisabled) {
+TEST(MenuStates, WithNothingSelectedRemoveSelectedIsDisabled) {
     const MenuStates states = MenuStatesFor({.rows = true, .items = true});
     EXPECT_FALSE(states.remove_selected);
-    EXPECT_FALSE(states.open_containing_folder);
     EXPECT_FALSE(states.select_none);
     EXPECT_TRUE(states.remove_all);
     EXPECT_TRUE(states.select_all);

@@ -1,0 +1,92 @@
+// The commands that open something: dialogs, other windows, other programs.
+
+#include "platform/win32/windows.h"
+
+#include <cderr.h>
+#include <commdlg.h>
+#include <shlobj.h>
+
+#include <array>
+
+#include "controls/browse_for_folder.h"
+#include "engine/paths.h"
+#include "mainwindow/file_dialog_names.h"
+#include "mainwindow/frm_main.h"
+#include "mainwindow/send_to_shortcut.h"
+#include "platform/win32/wide_text.h"
+#include "settings/mod_monitor_info.h"
+
+namespace tidemark {
+namespace {
+
+constexpr std::size_t kFileDialogBuffer = 1024;  // limits how many names one selection can return
+
+}  // namespace
+
+void frmMain::WireDialogs() {
+    menu["mnuFileAddFiles"].on_click = [this] { mnuFileAddFiles_Click(); };
+    menu["mnuFileAddFolder"].on_click = [this] { mnuFileAddFolder_Click(); };
+    menu["mnuOptionsCreateSendTo"].on_click = [this] { mnuOptionsCreateSendTo_Click(); };
+    menu["mnuViewErrors"].on_click = [this] { mnuViewErrors_Click(); };
+    menu["mnuHelpAbout"].on_click = [this] {
+        services_.show_about(menu["mnuViewAlwaysOnTop"].Checked());
+    };
+    for (const char* name : {"mnuFileOpenContainingFolder", "mnuItemPopupOpenContainingFolder"}) {
+        menu[name].on_click = [this, name] { OpenContainingFolder(menu[name]); };
+    }
+}
+
+void frmMain::mnuFileAddFiles_Click() {
+    std::array<wchar_t, kFileDialogBuffer> names{};
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof(dialog);
+    dialog.hwndOwner = Handle();
+    dialog.lpstrFilter = L"All Files (*.*)\0*.*\0";
+    dialog.nFilterIndex = 1;
+    dialog.lpstrFile = names.data();
+    dialog.nMaxFile = static_cast<DWORD>(names.size());
+    dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
+                   OFN_NOREADONLYRETURN | OFN_EXPLORER;
+    if (::GetOpenFileNameW(&dialog) == FALSE) {
+        if (::CommDlgExtendedError() == FNERR_BUFFERTOOSMALL) {
+            services_.boxes.Show(this, {.text = "Too many files were chosen at once, so none was "
+                                                "added. Choose fewer files, or add their folder.",
+                                        .icon = BoxIcon::kWarning});
+        }
+        return;
+    }
+    AddItems(PathsFromFileDialog(Utf8FromWide({names.data(), names.size()})));
+}
+
+void frmMain::mnuFileAddFolder_Click() {
+    BrowseForFolder chooser(
+        [this](Bounds& bounds) { KeepRectOnMonitor(services_.screen, bounds); });
+    chooser.hWndOwner = Handle();
+    chooser.DialogTitle = "Add Folder";
+    chooser.Prompt = "Select a folder to be stamped.";
+    if (chooser.Browse()) {
+        AddItems({chooser.SelectedFolder});
+    }
+}
+
+void frmMain::mnuOptionsCreateSendTo_Click() {
+    Process& process = services_.process;
+    const std::string program = AddBackslash(process.ExecutableFolder()) + process.ExecutableName();
+    if (WriteShortcut(program, BrowseForFolder::GetSpecialFolderLocation(CSIDL_SENDTO))) {
+        services_.boxes.Show(this, {.text = "Shortcut created.\r\n\r\nThe program is listed as "
+                                            "'Tidemark Clock' on your Send To menu."});
+    }
+}
+
+void frmMain::mnuViewErrors_Click() {
+    services_.platform.pump.RunPendingMessagesNow();
+    services_.show_errors(oItems.ErrorList(), menu["mnuViewAlwaysOnTop"].Checked());
+}
+
+void frmMain::OpenContainingFolder(const MenuItem& item) {
+    if (!item.tag.empty()) {
+        services_.command_runner.Run(item.tag);
+    }
+}
+
+}  // namespace tidemark

@@ -1,0 +1,150 @@
+// The item list: sorting, keys, the right-click popup, and files dragged in and out.
+
+#include "controls/file_drag_source.h"
+#include "engine/paths.h"
+#include "lists/list_helpers.h"
+#include "lists/shell_services.h"
+#include "mainwindow/frm_main.h"
+
+namespace tidemark {
+namespace {
+
+constexpr std::size_t kContainsColumn = 1;
+constexpr std::int32_t kOpenContainingFolderData = 1;
+constexpr std::uint32_t kSeparatorType = 0x800;
+
+}  // namespace
+
+void frmMain::WireList() {
+    lvwItems.on_column_click = [this](std::size_t column) { lvwItems_ColumnClick(column); };
+    lvwItems.on_key_down = [this](UINT key, int /*shift*/) {
+        if (key == VK_DELETE) {
+            mnuFileRemoveSelected_Click();
+        }
+    };
+    lvwItems.on_mouse_down = [this](const MouseEvent& event) {
+        if (event.button == kRightButton) {
+            bRightButtonDown = true;
+        }
+    };
+    lvwItems.on_mouse_move = [this](const MouseEvent& event) {
+        if (event.button == kRightButton && bRightButtonDown) {
+            DragFiles(list_drag_, kRightButton);
+        }
+    };
+    lvwItems.on_mouse_up = [this](const MouseEvent& event) {
+        if (event.button == kRightButton && bRightButtonDown) {
+            PopUpForSelection({-1, -1});
+        }
+        bRightButtonDown = false;
+    };
+    lvwItems.on_context_key = [this](Point at) { PopUpForSelection(at); };
+
+    const auto drag_over = [](DragData& data, std::int32_t& effect, std::int16_t /*button*/,
+                              std::int16_t /*shift*/, float& /*x*/, float& /*y*/,
+                              std::int16_t /*state*/) { AcceptFiles(data, effect); };
+    const auto drop = [this](DragData& data, std::int32_t& effect, std::int16_t /*button*/,
+                             std::int16_t /*shift*/, float& /*x*/, float& /*y*/) {
+        if (AcceptFiles(data, effect)) {
+            AddItems(data.Files());
+        }
+    };
+    list_drag_events_.OLEDragOver = drag_over;
+    list_drag_events_.OLEDragDrop = drop;
+    list_drag_events_.OLEStartDrag = [this](DragSourceData& data, std::int32_t& allowed_effects) {
+        data.SetFiles(ExistingSelectedPaths());
+        allowed_effects = kDropEffectCopy | kDropEffectMove;
+    };
+    OLEDropper1.OLEDragOver = drag_over;
+    OLEDropper1.OLEDragDrop = drop;
+    list_target_ = std::make_unique<DropTarget>(lvwItems.Handle(), list_drag_);
+}
+
+std::vector<std::string> frmMain::ExistingSelectedPaths() {
+    std::vector<std::string> paths;
+    for (std::size_t position = 0; position < rows.Count(); ++position) {
+        const ListRow& row = rows.At(position);
+        if (row.selected && PathExists(services_.platform.file_system, row.key)) {
+            paths.push_back(row.key);
+        }
+    }
+    return paths;
+}
+
+void frmMain::lvwItems_ColumnClick(std::size_t column) {
+    const bool polling = oTimer->Enabled();
+    oTimer->SetEnabled(false);
+    const RedrawPause pause(lvwItems);
+    sort_.Click(column);
+    const auto write_contains = [this](auto text_of) {
+        for (std::size_t position = 0; position < rows.Count(); ++position) {
+            const ListRow& row = rows.At(position);
+            if (const std::shared_ptr<TidemarkItem> item = oItems.Item(row.key)) {
+                rows.SetSubItem(row, 0, text_of(*item));
+            }
+        }
+    };
+    // The rows are sorted by their texts, and counts sort by value only while they are padded.
+    if (column == kContainsColumn) {
+        write_contains([](const TidemarkItem& item) {
+            return SortableNumber(std::int64_t{item.FileCount()} + item.FolderCount());
+        });
+    }
+    rows.Sort(column, sort_.Descending());
+    if (column == kContainsColumn) {
+        write_contains([](const TidemarkItem& item) { return item.CountString(); });
+    }
+    lvwItems.ShowSortArrow(column, sort_.Descending());
+    oTimer->SetEnabled(polling);
+}
+
+void frmMain::PopUpForSelection(Point at) {
+    if (lvwItems.Visible()) {
+        lvwItems.Focus();
+    }
+    FileSystemObject& file_system = services_.platform.file_system;
+    if (SelectedRowCount(rows) == 0) {
+        PopUp("mnuBadItemPopup", at);
+        return;
+    }
+    if (!SelectionLiesInOneFolder(rows, file_system, services_.platform.locale)) {
+        MenuItem& open = menu["mnuItemPopupOpenContainingFolder"];
+        open.tag = ContainingFolderCommand(&rows, file_system);
+        open.SetEnabled(!open.tag.empty());
+        PopUp("mnuItemPopup", at);
+        return;
+    }
+    // The popup runs messages while it is up, in which the window may go.
+    const auto shell_menu = std::make_shared<ShellContextMenu>();
+    oContextMenu = shell_menu;
+    oContextMenu->MenuItemInvoked = [this](const std::string& /*caption*/, std::int32_t data) {
+        oContextMenu_MenuItemInvoked(data);
+    };
+    oContextMenu->AddMenuItem("Open Containing Folder", 0, 0, kOpenContainingFolderData);
+    oContextMenu->AddMenuItem("", kSeparatorType, 0, 0);
+    for (const std::string& path : ExistingSelectedPaths()) {
+        oContextMenu->AddFile(path);
+    }
+    shell_menu->PopupMenu(lvwItems.Handle(), 0, at.x, at.y);
+}
+
+void frmMain::oContextMenu_MenuItemInvoked(std::int32_t item_data) {
+    if (item_data != kOpenContainingFolderData) {
+        return;
+    }
+    mnuFile_Click();
+    if (menu["mnuFileOpenContainingFolder"].Enabled()) {
+        OpenContainingFolder(menu["mnuFileOpenContainingFolder"]);
+    }
+}
+
+void frmMain::PopUp(const char* name, Point at) {
+    if (at == Point{-1, -1}) {
+        POINT cursor{};
+        ::GetCursorPos(&cursor);
+        at = {static_cast<int>(cursor.x), static_cast<int>(cursor.y)};
+    }
+    menu.PopUp(menu[name], *this, at);
+}
+
+}  // namespace tidemark
