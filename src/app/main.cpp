@@ -3,34 +3,20 @@
 #include "platform/win32/windows.h"
 
 #include <commctrl.h>
-#include <shellapi.h>
 
 #include "app/command_line.h"
 #include "mainwindow/frm_main.h"
 #include "platform/win32/registry_settings_store.h"
-#include "platform/win32/wide_text.h"
+#include "platform/win32/win32_command_runner.h"
 #include "platform/win32/win32_platform.h"
+#include "platform/win32/win32_process.h"
+#include "platform/win32/win32_screen.h"
 #include "ui/last_resort.h"
 #include "ui/message_box.h"
 #include "ui/message_loop.h"
 
 namespace tidemark {
 namespace {
-
-// The command line behind the program's own name.
-std::string Arguments() {
-    const wchar_t* at = ::GetCommandLineW();
-    const bool quoted = *at == L'"';
-    at += quoted ? 1 : 0;
-    while (*at != L'\0' && (quoted ? *at != L'"' : *at > L' ')) {
-        ++at;
-    }
-    at += *at == L'"' ? 1 : 0;
-    while (*at == L' ' || *at == L'\t') {
-        ++at;
-    }
-    return Utf8FromWide(at);
-}
 
 int Run() {
     frmMain* main_window_to_close = nullptr;
@@ -45,10 +31,18 @@ int Run() {
     const Platform parts = platform.Parts();
     SystemMessageBoxes boxes;
     RegistrySettingsStore settings;
+    Win32Screen screen;
+    Win32Process process;
+    Win32CommandRunner command_runner;
     frmMain main_window({.platform = parts,
                          .boxes = boxes,
                          .settings = settings,
+                         .screen = screen,
+                         .process = process,
+                         .command_runner = command_runner,
                          .errors_list_columns = {},
+                         .show_errors = {},
+                         .show_about = {},
                          .shut_down =
                              [&main_window_to_close](bool unload_main) {
                                  if (unload_main) {
@@ -59,8 +53,9 @@ int Run() {
     main_window_to_close = &main_window;
     main_window.Form_Load();
     main_window.InitializeDisplay();
+    main_window.LoadPosition(/*reset=*/false);
     main_window.SetVisible(true);
-    main_window.AddItems(SplitCommandLine(Arguments()));
+    main_window.AddItems(SplitCommandLine(process.Arguments()));
     return RunMessageLoop();
 }
 
