@@ -94,7 +94,8 @@ RemoteTidemark EndToEnd::Start(const std::string& arguments) {
 
 void EndToEnd::StampAll(const RemoteTidemark& program) {
     program.cmdStamp().Click();
-    ASSERT_EQ(program.WaitForBox(kWait), "Stamp complete.\n\nRemove completed items?");
+    ASSERT_EQ(program.WaitForBox(kWait).value_or("no message"),
+              "Stamp complete.\r\n\r\nRemove completed items?");
     ASSERT_TRUE(program.AnswerBox(IDNO, kWait));
 }
 

@@ -143,12 +143,20 @@ std::optional<RemoteWindow> RemoteTidemark::Box() const {
 }
 
 std::optional<std::string> RemoteTidemark::WaitForBox(std::chrono::milliseconds limit) const {
-    if (!PollUntil(limit, [this] { return Box().has_value(); })) {
-        return std::nullopt;
-    }
-    constexpr int kTextId = 0xFFFF;
-    return RemoteWindow(*process_, ::GetDlgItem(Box()->Handle(), static_cast<short>(kTextId)))
-        .Text();
+    std::optional<std::string> text;
+    const bool shown = PollUntil(limit, [this, &text] {
+        const std::optional<RemoteWindow> box = Box();
+        if (box) {
+            // The icon is a static control without text.
+            for (const RemoteWindow& child : box->Descendants()) {
+                if (child.ClassName() == WC_STATICW && !child.Text().empty()) {
+                    text = child.Text();
+                }
+            }
+        }
+        return text.has_value();
+    });
+    return shown ? text : std::nullopt;
 }
 
 bool RemoteTidemark::AnswerBox(int button, std::chrono::milliseconds limit) const {

@@ -111,14 +111,22 @@ bool RemoteStatusBar::IsSimple() const {
     return Send(SB_ISSIMPLE) != 0;
 }
 
-std::string RemoteStatusBar::Text() const {
-    const WPARAM part = IsSimple() ? SB_SIMPLEID : 0;
+std::string RemoteStatusBar::PartText(WPARAM part) const {
     const auto length = static_cast<std::size_t>(LOWORD(Send(SB_GETTEXTLENGTHW, part)));
     std::wstring text(length + 1, L'\0');
     const RemoteMemory memory(Process().Handle(), text.size() * sizeof(wchar_t));
     Send(SB_GETTEXTW, part, reinterpret_cast<LPARAM>(memory.Address()));
     memory.Read(0, text.data(), text.size() * sizeof(wchar_t));
     return Utf8FromWide(text.c_str());
+}
+
+std::string RemoteStatusBar::Text() const {
+    if (IsSimple()) {
+        // Wine answers with the simple text under the number of any part, but not under its own.
+        std::string text = PartText(SB_SIMPLEID);
+        return text.empty() ? PartText(0) : text;
+    }
+    return PartText(0);
 }
 
 SYSTEMTIME RemoteDatePicker::Time() const {
@@ -132,22 +140,11 @@ SYSTEMTIME RemoteDatePicker::Time() const {
 }
 
 void RemoteDatePicker::SetTime(const SYSTEMTIME& time) const {
-    NMDATETIMECHANGE change = {};
-    change.nmhdr.hwndFrom = Handle();
-    change.nmhdr.idFrom = static_cast<UINT_PTR>(::GetDlgCtrlID(Handle()));
-    change.nmhdr.code = DTN_DATETIMECHANGE;
-    change.dwFlags = GDT_VALID;
-    change.st = time;
-    const RemoteMemory memory(Process().Handle(), sizeof(change));
-    memory.Write(0, &change, sizeof(change));
-    const auto address = reinterpret_cast<LPARAM>(memory.Address());
-    constexpr LPARAM kTimeOffset = offsetof(NMDATETIMECHANGE, st);
-    if (Send(DTM_SETSYSTEMTIME, GDT_VALID, address + kTimeOffset) == 0) {
+    const RemoteMemory memory(Process().Handle(), sizeof(time));
+    memory.Write(0, &time, sizeof(time));
+    if (Send(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(memory.Address())) == 0) {
         throw RemoteError("the picker did not take the time");
     }
-    // The control tells nobody of a time that was set by message.
-    const RemoteWindow parent(Process(), ::GetParent(Handle()));
-    parent.Send(WM_NOTIFY, change.nmhdr.idFrom, address);
 }
 
 }  // namespace tidemark

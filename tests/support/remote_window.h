@@ -54,13 +54,16 @@ class RemoteStatusBar : public RemoteWindow {
     [[nodiscard]] bool IsSimple() const;
     // The simple text in simple mode, else that of the first part.
     [[nodiscard]] std::string Text() const;
+
+  private:
+    [[nodiscard]] std::string PartText(WPARAM part) const;
 };
 
 class RemoteDatePicker : public RemoteWindow {
   public:
     explicit RemoteDatePicker(const RemoteWindow& window) : RemoteWindow(window) {}
     [[nodiscard]] SYSTEMTIME Time() const;
-    // Sets the time as a user does: the parent is told of the change.
+    // The control tells nobody of it, and its notifications cannot be sent from outside.
     void SetTime(const SYSTEMTIME& time) const;
 };
 
