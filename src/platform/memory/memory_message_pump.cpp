@@ -15,6 +15,7 @@ void MemoryMessagePump::LetPendingMessagesRun() {
     if (quit_) {
         return;
     }
+    deepest_ = std::max(deepest_, ++depth_);
     now_ += per_call_;
     if (const auto due = actions_.extract(calls_)) {
         for (const auto& action : due.mapped()) {
@@ -25,6 +26,7 @@ void MemoryMessagePump::LetPendingMessagesRun() {
         RunGuarded(at_every_call_);
     }
     RunDueTicks();
+    --depth_;
 }
 
 void MemoryMessagePump::RunFor(std::uint64_t milliseconds) {

@@ -24,6 +24,8 @@ class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
 
     // Runs inside the nth pump call from now (1 is the next), before the ticks that are due.
     void AtCall(std::size_t nth, std::function<void()> action);
+    // Forgets the actions whose call has not come.
+    void ClearActions() { actions_.clear(); }
     // Runs inside every pump call; empty for none.
     void AtEveryCall(std::function<void()> action) { at_every_call_ = std::move(action); }
     // Milliseconds that pass before each pump call (none at first).
@@ -33,6 +35,8 @@ class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
 
     // Pump calls made of either kind, those after a quit included.
     [[nodiscard]] std::size_t CallCount() const { return calls_; }
+    // Most pump calls that were on the stack at once.
+    [[nodiscard]] int DeepestNesting() const { return deepest_; }
 
     // The message loop. RunFor lets that much time pass and runs every tick as it falls due;
     // RunUntilIdle goes on until no timer is enabled.
@@ -58,6 +62,8 @@ class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
     std::function<void()> at_every_call_;
     std::uint64_t per_call_ = 0;
     std::size_t calls_ = 0;
+    int depth_ = 0;
+    int deepest_ = 0;
     bool quit_ = false;
     std::vector<std::string> failures_;
 };

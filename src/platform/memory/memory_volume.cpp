@@ -480,6 +480,10 @@ bool MemoryVolume::WriteAttributes(const std::string& path, std::uint32_t attrib
     if (located.node->denies_writing) {
         return Fail(kAccessDenied);
     }
+    constexpr std::uint32_t kKnownBits = 0x00FFFFFF;
+    if ((attributes & ~kKnownBits) != 0) {
+        return Fail(kInvalidParameter);
+    }
     // What an entry is cannot be changed, and "normal" means none of the others.
     constexpr std::uint32_t kFixed = file_attribute::kDirectory | file_attribute::kReparsePoint;
     located.node->attributes =

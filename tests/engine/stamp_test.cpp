@@ -1,0 +1,660 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "engine/engine_fixture.h"
+#include "platform/text.h"
+
+namespace tidemark {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class StampTest : public EngineTest {
+  protected:
+    void SetUp() override {
+        system.volume.AddFile("C:\\top\\a.txt");
+        system.volume.AddFile("C:\\top\\sub\\b.txt");
+        system.volume.AddFolder("C:\\top\\sub\\deep");
+    }
+
+    // Every call made, with its path and arguments: "OpenForTimes C:\a 2000080".
+    std::vector<std::string> Calls() {
+        std::vector<std::string> calls;
+        for (const KernelCallRecord& call : system.files.Calls()) {
+            std::string text = NameOf(call.call);
+            if (!call.path.empty()) {
+                text += " " + call.path;
+            }
+            if (call.argument != 0) {
+                char hex[16];
+                std::snprintf(hex, sizeof hex, " %x", call.argument);
+                text += hex;
+            }
+            if (call.time == modified_time) {
+                text += " modified";
+            } else if (call.time == created_time) {
+                text += " created";
+            } else if (call.time == modified_local) {
+                text += " local modified";
+            } else if (call.time == created_local) {
+                text += " local created";
+            } else if (call.time.ticks != 0) {
+                text += " another time";
+            }
+            calls.push_back(text);
+        }
+        return calls;
+    }
+
+    static std::string Describe(const StampErrorList& errors) {
+        std::string text;
+        for (const auto& error : errors) {
+            text += error->ItemName + "|" + (error->CountError ? "count" : "stamp") + "|" +
+                    std::to_string(error->ErrorNumber) + "|" + error->ErrorDescription + "\n";
+        }
+        return text;
+    }
+
+    const FileTime modified_local = SystemTime(2021, 3, 2, 13, 45, 0);
+    const FileTime created_local = SystemTime(1999, 12, 31, 23, 59, 0);
+};
+
+TEST_F(StampTest, AFileIsStampedAtOnceWithExactlyTheseCalls) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item);
+    EXPECT_TRUE(item->StampComplete());
+    EXPECT_EQ(item->StampedFileCount(), 1);
+    EXPECT_EQ(item->StatusString(), "Complete");
+    EXPECT_THAT(Calls(), ElementsAre("IsNtFamily", "OpenForTimes C:\\top\\a.txt 2000080",
+                                     "LocalToSystemTime local modified",
+                                     "SetLastWriteTime C:\\top\\a.txt modified",
+                                     "CloseFile C:\\top\\a.txt"));
+    EXPECT_EQ(system.pump.Timers().NextDue(), std::nullopt);
+    EXPECT_EQ(system.pump.CallCount(), 0U);
+    EXPECT_EQ(Written("C:\\top\\a.txt"), modified_time);
+    EXPECT_EQ(Created("C:\\top\\a.txt"), untouched);
+    EXPECT_EQ(system.volume.TimesOf("C:\\top\\a.txt").accessed, untouched);
+}
+
+TEST_F(StampTest, CreatedIsSetByASecondCallThatLeavesTheOthers) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item, created_date);
+    EXPECT_THAT(
+        Calls(),
+        ElementsAre("IsNtFamily", "OpenForTimes C:\\top\\a.txt 2000080",
+                    "LocalToSystemTime local modified", "SetLastWriteTime C:\\top\\a.txt modified",
+                    "LocalToSystemTime local created", "SetCreationTime C:\\top\\a.txt created",
+                    "CloseFile C:\\top\\a.txt"));
+    EXPECT_EQ(Written("C:\\top\\a.txt"), modified_time);
+    EXPECT_EQ(Created("C:\\top\\a.txt"), created_time);
+    EXPECT_EQ(system.volume.TimesOf("C:\\top\\a.txt").accessed, untouched);
+}
+
+TEST_F(StampTest, ReadOnlyIsClearedWithExactlyTheseCallsAndStaysCleared) {
+    constexpr std::uint32_t kOther = file_attribute::kHidden | file_attribute::kArchive;
+    system.volume.AddFile("C:\\ro.txt", file_attribute::kReadOnly | kOther);
+    const auto item = NewItem("C:\\ro.txt");
+    Stamp(*item, 0, /*remove_read_only=*/true);
+    EXPECT_THAT(
+        Calls(),
+        ElementsAre("ReadAttributes C:\\ro.txt", "WriteAttributes C:\\ro.txt 22", "IsNtFamily",
+                    "OpenForTimes C:\\ro.txt 2000080", "LocalToSystemTime local modified",
+                    "SetLastWriteTime C:\\ro.txt modified", "CloseFile C:\\ro.txt"));
+    EXPECT_EQ(system.volume.AttributesOf("C:\\ro.txt"), kOther);
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+}
+
+TEST_F(StampTest, AttributesWithoutReadOnlyAreNotWritten) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item, 0, /*remove_read_only=*/true);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kReadAttributes), 1U);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kWriteAttributes), 0U);
+    EXPECT_TRUE(IsStamped("C:\\top\\a.txt"));
+}
+
+TEST_F(StampTest, AReadOnlyFileIsAnErrorWhenTheAttributeIsToStay) {
+    system.volume.AddFile("C:\\ro.txt", file_attribute::kReadOnly);
+    const auto item = NewItem("C:\\ro.txt");
+    Stamp(*item);
+    EXPECT_EQ(Describe(*item->StampErrors()), "C:\\ro.txt|stamp|5|Access is denied.\n");
+    EXPECT_EQ(item->StatusString(), "Complete (with errors)");
+    EXPECT_EQ(item->StampedFileCount(), 1);
+    EXPECT_EQ(Written("C:\\ro.txt"), untouched);
+    EXPECT_EQ(system.volume.AttributesOf("C:\\ro.txt"), file_attribute::kReadOnly);
+}
+
+// What decides after the write-back is the code, not the result.
+TEST_F(StampTest, ACodeLeftByASuccessfulAttributeWriteIsAFailure) {
+    system.volume.AddFile("C:\\ro.txt", file_attribute::kReadOnly);
+    system.files.LeaveCode({KernelCall::kWriteAttributes, "C:\\ro.txt", 0}, 234);
+    const auto item = NewItem("C:\\ro.txt");
+    Stamp(*item, 0, /*remove_read_only=*/true);
+    EXPECT_EQ(Describe(*item->StampErrors()), "C:\\ro.txt|stamp|234|More data is available.\n");
+    EXPECT_EQ(system.files.CallCount(KernelCall::kOpenForTimes), 0U);
+    EXPECT_EQ(Written("C:\\ro.txt"), untouched);
+}
+
+TEST_F(StampTest, AFailedAttributeWriteThatLeavesNoCodeIsNone) {
+    system.volume.AddFile("C:\\ro.txt", file_attribute::kReadOnly);
+    system.files.Fail({KernelCall::kWriteAttributes, "C:\\ro.txt", 0}, 0);
+    const auto item = NewItem("C:\\ro.txt");
+    Stamp(*item, 0, /*remove_read_only=*/true);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kOpenForTimes), 1U);
+    EXPECT_EQ(Describe(*item->StampErrors()), "C:\\ro.txt|stamp|5|Access is denied.\n");
+}
+
+TEST_F(StampTest, OnlyCodesAboveZeroCountAfterAnAttributeWrite) {
+    system.volume.AddFile("C:\\ro.txt", file_attribute::kReadOnly);
+    system.files.LeaveCode({KernelCall::kWriteAttributes, "C:\\ro.txt", 0}, 0x80070005);
+    const auto item = NewItem("C:\\ro.txt");
+    Stamp(*item, 0, /*remove_read_only=*/true);
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    EXPECT_TRUE(IsStamped("C:\\ro.txt"));
+}
+
+TEST_F(StampTest, AFolderIsStampedAtOnceAndItsContentsInATick) {
+    const auto item = NewItem("C:\\top");
+    Stamp(*item);
+    EXPECT_TRUE(IsStamped("C:\\top"));
+    EXPECT_FALSE(IsStamped("C:\\top\\a.txt"));
+    EXPECT_TRUE(item->StampInProgress());
+    EXPECT_EQ(item->StatusString(), "Stamping - 0 items");
+    EXPECT_EQ(item->StampedFolderCount(), 0);
+    system.pump.RunFor(49);
+    EXPECT_FALSE(IsStamped("C:\\top\\a.txt"));
+    system.pump.RunFor(1);
+    for (const char* path :
+         {"C:\\top\\a.txt", "C:\\top\\sub", "C:\\top\\sub\\b.txt", "C:\\top\\sub\\deep"}) {
+        EXPECT_TRUE(IsStamped(path)) << path;
+    }
+    EXPECT_TRUE(item->StampComplete());
+    EXPECT_FALSE(item->StampInProgress());
+    EXPECT_EQ(item->StatusString(), "Complete");
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+}
+
+TEST_F(StampTest, TheItemsOwnFolderIsNeverAddedToTheStampedFolders) {
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    system.pump.RunUntilIdle();
+    StampToTheEnd(*item);
+    EXPECT_EQ(item->FolderCount(), 3);
+    EXPECT_EQ(item->StampedFolderCount(), 2);
+    EXPECT_EQ(item->FileCount(), 2);
+    EXPECT_EQ(item->StampedFileCount(), 2);
+}
+
+TEST_F(StampTest, FoldersAreStampedBeforeTheirContentsWithBackslashes) {
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item);
+    std::vector<std::string> order;
+    for (const KernelCallRecord& call : system.files.Calls()) {
+        if (call.call == KernelCall::kOpenForTimes) {
+            EXPECT_EQ(call.argument, kOpenBackupSemantics | kOpenNormal);
+            order.push_back(call.path);
+        }
+    }
+    EXPECT_THAT(order, ElementsAre("C:\\top\\", "C:\\top\\a.txt", "C:\\top\\sub\\",
+                                   "C:\\top\\sub\\b.txt", "C:\\top\\sub\\deep\\"));
+}
+
+TEST_F(StampTest, MessagesRunAtTheSamePointsAsInCounting) {
+    const auto points = [this](auto&& start) {
+        system.files.ClearCalls();
+        std::vector<std::string> trace;
+        system.pump.AtEveryCall([&] {
+            std::string last = "nothing";
+            for (const KernelCallRecord& call : system.files.Calls()) {
+                if (call.call <= KernelCall::kSearchClose) {
+                    last = std::string(NameOf(call.call)) + " " + call.path;
+                }
+            }
+            trace.push_back(last);
+        });
+        const auto item = NewItem("C:\\top");
+        start(*item);
+        system.pump.RunUntilIdle();
+        system.pump.AtEveryCall({});
+        return trace;
+    };
+    const auto counting = points([](TidemarkItem& item) { item.Count(); });
+    const auto stamping = points([this](TidemarkItem& item) { Stamp(item); });
+    EXPECT_EQ(counting, stamping);
+    // One in the tick, one for each of three folders, two for each of ten entries.
+    EXPECT_EQ(counting.size(), 1U + 3U + 20U);
+}
+
+TEST_F(StampTest, CreatedZeroWithoutSyncLeavesEveryCreatedTime) {
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item);
+    for (const char* path : {"C:\\top", "C:\\top\\a.txt", "C:\\top\\sub", "C:\\top\\sub\\b.txt"}) {
+        EXPECT_EQ(Created(path), untouched) << path;
+    }
+    EXPECT_EQ(system.files.CallCount(KernelCall::kSetCreationTime), 0U);
+}
+
+TEST_F(StampTest, SyncGivesFoldersTheirLastModifiedAsCreatedAndFilesKeepTheirs) {
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item, 0, false, /*sync_folders=*/true);
+    for (const char* path : {"C:\\top", "C:\\top\\sub", "C:\\top\\sub\\deep"}) {
+        EXPECT_EQ(Created(path), modified_time) << path;
+    }
+    for (const char* path : {"C:\\top\\a.txt", "C:\\top\\sub\\b.txt"}) {
+        EXPECT_EQ(Created(path), untouched) << path;
+    }
+}
+
+TEST_F(StampTest, AGivenCreatedGoesBeforeSync) {
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item, created_date, false, /*sync_folders=*/true);
+    for (const char* path : {"C:\\top", "C:\\top\\a.txt", "C:\\top\\sub"}) {
+        EXPECT_EQ(Created(path), created_time) << path;
+    }
+}
+
+TEST_F(StampTest, AnyCreatedButExactlyZeroIsSet) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item, 1e-12);
+    EXPECT_EQ(Created("C:\\top\\a.txt"), SystemTime(1899, 12, 30));
+}
+
+TEST_F(StampTest, DotFoldersAreNeitherStampedNorEnteredAndDotFilesAre) {
+    system.volume.AddFile("C:\\top\\.git\\config");
+    system.volume.AddFile("C:\\top\\.profile");
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item, created_date, true, true);
+    EXPECT_EQ(system.volume.TimesOf("C:\\top\\.git"),
+              (MemoryTimes{untouched, untouched, untouched}));
+    EXPECT_EQ(Written("C:\\top\\.git\\config"), untouched);
+    EXPECT_TRUE(IsStamped("C:\\top\\.profile"));
+}
+
+TEST_F(StampTest, ProgressReachesAtMostTheShareWithoutTheItemsOwnFolder) {
+    for (const char* path : {"C:\\three\\a", "C:\\three\\b", "C:\\three\\c"}) {
+        system.volume.AddFile(path);
+    }
+    const auto item = NewItem("C:\\three");
+    item->Count();
+    system.pump.RunUntilIdle();
+    Stamp(*item);
+    EXPECT_EQ(item->StatusString(), "Stamping - 0%");
+    std::vector<std::string> texts;
+    system.pump.AtEveryCall([&] {
+        const std::string text = item->StatusString();
+        if (texts.empty() || texts.back() != text) {
+            texts.push_back(text);
+        }
+    });
+    system.pump.RunUntilIdle();
+    EXPECT_THAT(texts,
+                ElementsAre("Stamping - 0%", "Stamping - 25%", "Stamping - 50%", "Stamping - 75%"));
+    EXPECT_EQ(item->StatusString(), "Complete");
+}
+
+TEST_F(StampTest, ProgressWithoutAFinishedCountIsANumberOfItems) {
+    const auto item = NewItem("C:\\top");
+    Stamp(*item);
+    TidemarkItemTestPeer::SetStampedFileCount(*item, 1200);
+    TidemarkItemTestPeer::SetStampedFolderCount(*item, 34);
+    EXPECT_EQ(item->StatusString(), "Stamping - 1,234 items");
+}
+
+TEST_F(StampTest, ProgressIsRoundedToAWholeNumberHalvesUp) {
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    system.pump.RunUntilIdle();
+    Stamp(*item);
+    const auto text = [&](std::int32_t done, std::int32_t total) {
+        TidemarkItemTestPeer::SetFileCount(*item, total);
+        TidemarkItemTestPeer::SetFolderCount(*item, 0);
+        TidemarkItemTestPeer::SetStampedFileCount(*item, done);
+        return item->StatusString();
+    };
+    EXPECT_EQ(text(1, 8), "Stamping - 13%");
+    EXPECT_EQ(text(45, 100), "Stamping - 45%");
+    EXPECT_EQ(text(1, 3), "Stamping - 33%");
+    EXPECT_EQ(text(5, 0), "Stamping - 0%");
+    EXPECT_EQ(text(1500, 100), "Stamping - 1,500%");
+}
+
+TEST_F(StampTest, AVanishedEntryWithReadOnlyClearingReportsTheAttributeWrite) {
+    const auto item = NewItem("C:\\top");
+    system.files.Before({KernelCall::kReadAttributes, "C:\\top\\a.txt", 0},
+                        [&] { system.volume.Remove("C:\\top\\a.txt"); });
+    StampToTheEnd(*item, 0, /*remove_read_only=*/true);
+    EXPECT_EQ(Describe(*item->StampErrors()),
+              "C:\\top\\a.txt|stamp|2|The system cannot find the file specified.\n");
+    const auto& calls = system.files.Calls();
+    const auto write = std::find_if(calls.begin(), calls.end(), [](const auto& call) {
+        return call.call == KernelCall::kWriteAttributes;
+    });
+    ASSERT_NE(write, calls.end());
+    EXPECT_EQ(write->argument, 0xFFFFFFFEU);
+    EXPECT_TRUE(IsStamped("C:\\top\\sub\\b.txt"));
+    EXPECT_EQ(item->StampedFileCount(), 2);
+}
+
+TEST_F(StampTest, AVanishedEntryReportsTheOpen) {
+    const auto item = NewItem("C:\\top");
+    system.files.Before({KernelCall::kOpenForTimes, "C:\\top\\sub\\", 0},
+                        [&] { system.volume.Remove("C:\\top\\sub"); });
+    StampToTheEnd(*item);
+    EXPECT_EQ(Describe(*item->StampErrors()),
+              "C:\\top\\sub\\|stamp|2|The system cannot find the file specified.\n");
+    EXPECT_EQ(item->StampedFolderCount(), 1);
+    EXPECT_TRUE(item->StampComplete());
+}
+
+TEST_F(StampTest, ALockedFileIsRecordedAndTheWalkGoesOn) {
+    system.volume.Lock("C:\\top\\a.txt");
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item);
+    EXPECT_EQ(Describe(*item->StampErrors()),
+              "C:\\top\\a.txt|stamp|32|The process cannot access the file because it is being "
+              "used by another process.\n");
+    EXPECT_TRUE(IsStamped("C:\\top\\sub\\b.txt"));
+    EXPECT_EQ(item->StampedFileCount(), 2);
+    EXPECT_EQ(item->StatusString(), "Complete (with errors)");
+}
+
+TEST_F(StampTest, ACodeWithoutATextHasAnEmptyDescription) {
+    system.files.Fail({KernelCall::kOpenForTimes, "C:\\top\\a.txt", 0}, 0xA0001234);
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item);
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+    EXPECT_EQ(item->StampErrors()->front()->ErrorNumber, static_cast<std::int32_t>(0xA0001234));
+    EXPECT_EQ(item->StampErrors()->front()->ErrorDescription, "");
+}
+
+TEST_F(StampTest, OutsideTheNtFamilyFilesOpenPlainlyAndFailSilently) {
+    system.volume.SetNtFamily(false);
+    system.volume.Lock("C:\\top\\a.txt");
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item);
+    for (const KernelCallRecord& call : system.files.Calls()) {
+        if (call.call == KernelCall::kOpenForTimes) {
+            EXPECT_EQ(call.argument, kOpenNormal);
+        }
+    }
+    // There folders cannot be opened at all, and say so.
+    EXPECT_EQ(Describe(*item->StampErrors()),
+              "C:\\top\\|stamp|5|Access is denied.\n"
+              "C:\\top\\sub\\|stamp|5|Access is denied.\n"
+              "C:\\top\\sub\\deep\\|stamp|5|Access is denied.\n");
+    EXPECT_TRUE(IsStamped("C:\\top\\sub\\b.txt"));
+    EXPECT_EQ(item->StampedFileCount(), 2);
+}
+
+TEST_F(StampTest, AFailureAfterTheOpenLeavesExactlyThatHandleOpen) {
+    system.files.Fail({KernelCall::kSetLastWriteTime, "C:\\top\\a.txt", 0}, 87);
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item);
+    EXPECT_EQ(system.volume.OpenFileCount(), 1U);
+    EXPECT_EQ(Describe(*item->StampErrors()),
+              "C:\\top\\a.txt|stamp|87|The parameter is incorrect.\n");
+    // The handle that is still open lets nobody else write, the program included.
+    system.files.ClearFaults();
+    StampToTheEnd(*item);
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+    EXPECT_EQ(item->StampErrors()->front()->ErrorNumber, 32);
+    EXPECT_EQ(system.volume.OpenFileCount(), 1U);
+}
+
+TEST_F(StampTest, AFailedCreatedKeepsTheNewLastModified) {
+    system.files.Fail({KernelCall::kSetCreationTime, "C:\\top\\a.txt", 0}, 5);
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item, created_date);
+    EXPECT_EQ(Written("C:\\top\\a.txt"), modified_time);
+    EXPECT_EQ(Created("C:\\top\\a.txt"), untouched);
+    EXPECT_EQ(Describe(*item->StampErrors()), "C:\\top\\a.txt|stamp|5|Access is denied.\n");
+    EXPECT_EQ(system.files.CallCount(KernelCall::kCloseFile), 0U);
+}
+
+TEST_F(StampTest, AFailedConversionIsThatEntrysFailure) {
+    system.files.Fail({KernelCall::kLocalToSystemTime, {}, 1}, 87);
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item);
+    EXPECT_EQ(Describe(*item->StampErrors()),
+              "C:\\top\\a.txt|stamp|87|The parameter is incorrect.\n");
+    EXPECT_EQ(system.volume.OpenFileCount(), 1U);
+}
+
+TEST_F(StampTest, ADateThatNoFileTimeHoldsIsARecordToo) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    item->Stamp(1e12, 0, false, false);
+    EXPECT_EQ(Describe(*item->StampErrors()), "C:\\top\\a.txt|stamp|6|Overflow\n");
+    item->Stamp(std::nan(""), 0, false, false);
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+}
+
+TEST_F(StampTest, AFailedCloseIsNoFailureOfTheStamp) {
+    system.files.Fail({KernelCall::kCloseFile, "C:\\top\\a.txt", 0}, 6);
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item);
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    EXPECT_TRUE(IsStamped("C:\\top\\a.txt"));
+}
+
+TEST_F(StampTest, AFolderThatCannotBeListedAddsNoRecord) {
+    system.volume.DenyListing("C:\\top\\sub");
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item);
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    EXPECT_TRUE(IsStamped("C:\\top\\sub"));
+    EXPECT_FALSE(IsStamped("C:\\top\\sub\\b.txt"));
+    EXPECT_TRUE(item->StampComplete());
+}
+
+TEST_F(StampTest, CancelIsNoticedOnEntryToAFolderOnly) {
+    system.volume.AddFile("C:\\top\\z.txt");
+    const auto item = NewItem("C:\\top");
+    Stamp(*item);
+    // Call 3 is before "." in the top folder.
+    system.pump.AtCall(3, [&] {
+        item->CancelStamp();
+        EXPECT_EQ(item->StatusString(), "Ready");
+    });
+    system.pump.RunUntilIdle();
+    EXPECT_TRUE(item->StampCancelled());
+    EXPECT_FALSE(item->StampComplete() || item->StampInProgress());
+    EXPECT_TRUE(IsStamped("C:\\top\\a.txt") && IsStamped("C:\\top\\z.txt"));
+    EXPECT_TRUE(IsStamped("C:\\top\\sub"));
+    EXPECT_FALSE(IsStamped("C:\\top\\sub\\b.txt"));
+    EXPECT_EQ(item->StampedFileCount(), 2);
+    EXPECT_EQ(item->StampedFolderCount(), 1);
+    EXPECT_EQ(item->StatusString(), "Ready");
+}
+
+TEST_F(StampTest, CancelWhileOnlyPendingDropsTheStampUnmarked) {
+    const auto item = NewItem("C:\\top");
+    Stamp(*item);
+    item->CancelStamp();
+    system.pump.RunUntilIdle();
+    EXPECT_TRUE(IsStamped("C:\\top"));
+    EXPECT_FALSE(IsStamped("C:\\top\\a.txt"));
+    EXPECT_FALSE(item->StampCancelled() || item->StampComplete() || item->StampInProgress());
+}
+
+TEST_F(StampTest, CancelStampLeavesACountAlone) {
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    Stamp(*item);
+    item->CancelStamp();
+    system.pump.RunUntilIdle();
+    EXPECT_TRUE(item->CountComplete());
+    EXPECT_FALSE(IsStamped("C:\\top\\a.txt"));
+}
+
+TEST_F(StampTest, StampKeepsTheCountAndReplacesTheErrors) {
+    system.volume.Lock("C:\\top\\a.txt");
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    system.pump.RunUntilIdle();
+    StampToTheEnd(*item);
+    const auto first = item->StampErrors();
+    EXPECT_EQ(first->size(), 1U);
+    system.volume.Unlock("C:\\top\\a.txt");
+    StampToTheEnd(*item);
+    EXPECT_TRUE(item->CountComplete());
+    EXPECT_EQ(item->CountString(), "2 files; 3 folders");
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    EXPECT_EQ(first->size(), 1U);
+    EXPECT_EQ(item->StampedFileCount(), 2);
+}
+
+TEST_F(StampTest, AnItemThatIsGoneIsNotStamped) {
+    const auto item = NewItem("C:\\top");
+    system.volume.Remove("C:\\top");
+    StampToTheEnd(*item);
+    EXPECT_FALSE(item->StampComplete() || item->StampInProgress());
+    EXPECT_TRUE(system.files.Calls().empty());
+    EXPECT_EQ(item->StatusString(), "Ready");
+}
+
+TEST_F(StampTest, OverflowEndsTheStampNeitherRunningNorComplete) {
+    const auto item = NewItem("C:\\top");
+    Stamp(*item);
+    TidemarkItemTestPeer::SetStampedFileCount(*item, 0x7FFFFFFF);
+    system.pump.RunUntilIdle();
+    EXPECT_THAT(system.pump.Failures(), ElementsAre("Overflow"));
+    EXPECT_FALSE(item->StampInProgress() || item->StampComplete());
+    EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+    EXPECT_EQ(item->StampedFileCount(), 0x7FFFFFFF);
+}
+
+TEST_F(StampTest, TimesFollowTheZone) {
+    system.volume.SetLocalTimeAhead(-330);
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item);
+    EXPECT_EQ(Written("C:\\top\\a.txt"), SystemTime(2021, 3, 2, 13, 45, -330));
+}
+
+TEST_F(StampTest, AwkwardNamesAreStampedUnderTheirOwnNames) {
+    std::u16string longest(255, u'\u6F22');
+    std::u16string emoji;
+    for (int i = 0; i < 127; ++i) {
+        emoji += u"\U0001F600";
+    }
+    const std::vector<std::u16string> names = {longest,
+                                               std::u16string(87, u'\u8A9E') + u".txt",
+                                               emoji,
+                                               std::u16string{u'l', 0xD800, u'x'},
+                                               std::u16string{0xDC00},
+                                               std::u16string{0xDFFF, 0xD800},
+                                               u"e\u0301\u0323 combining",
+                                               u"\u05D0\u05D1\u202E\u0627 right to left",
+                                               u"trailing dot.",
+                                               u"trailing blank ",
+                                               u"100% & more, 'quoted'; (x)",
+                                               u"con.txt",
+                                               u"nul"};
+    for (const std::u16string& name : names) {
+        system.volume.AddFile("C:\\names\\" + Utf8FromUtf16(name));
+        system.volume.AddFile("C:\\names\\folder-" + Utf8FromUtf16(name.substr(0, 240)) + "\\in");
+    }
+    const auto item = NewItem("C:\\names");
+    item->Count();
+    system.pump.RunUntilIdle();
+    StampToTheEnd(*item, created_date);
+    EXPECT_EQ(item->FileCount(), static_cast<std::int32_t>(2 * names.size()));
+    EXPECT_EQ(item->StampedFileCount(), item->FileCount());
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    for (const std::u16string& name : names) {
+        const std::string path = "C:\\names\\" + Utf8FromUtf16(name);
+        EXPECT_TRUE(IsStamped(path));
+        EXPECT_EQ(Created(path), created_time);
+        EXPECT_TRUE(IsStamped("C:\\names\\folder-" + Utf8FromUtf16(name.substr(0, 240)) + "\\in"));
+    }
+}
+
+TEST_F(StampTest, ErrorsKeepAwkwardNamesWhole) {
+    const std::string path = "C:\\names\\" + Utf8FromUtf16(std::u16string{u'a', 0xD801, u'b'});
+    system.volume.AddFile(path);
+    system.volume.Lock(path);
+    const auto item = NewItem("C:\\names");
+    StampToTheEnd(*item);
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+    EXPECT_EQ(item->StampErrors()->front()->ItemName, path);
+}
+
+TEST_F(StampTest, ALinkToItsOwnParentEndsWhereTheSystemEndsIt) {
+    system.volume.AddFile("C:\\loop\\x.txt");
+    system.volume.AddFolderLink("C:\\loop\\self", "C:\\loop");
+    const auto item = NewItem("C:\\loop");
+    item->Count();
+    system.pump.RunUntilIdle();
+    EXPECT_TRUE(item->CountComplete());
+    EXPECT_EQ(item->FolderCount(), 65);
+    EXPECT_EQ(item->FileCount(), 64);
+    StampToTheEnd(*item);
+    EXPECT_TRUE(item->StampComplete());
+    EXPECT_EQ(item->StampedFolderCount() + 1, item->FolderCount());
+    ASSERT_EQ(item->StampErrors()->size(), 1U);
+    EXPECT_EQ(item->StampErrors()->front()->ErrorNumber, 1921);
+}
+
+TEST_F(StampTest, ALinkToItsOwnParentCanBeCancelled) {
+    system.volume.AddFolderLink("C:\\top\\zelf", "C:\\top");
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    system.pump.AtCall(60, [&] { item->CancelCount(); });
+    system.pump.RunUntilIdle();
+    EXPECT_TRUE(item->CountCancelled());
+    EXPECT_LT(item->FolderCount(), 40);
+    EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+}
+
+class DeepChainTest : public EngineTest, public testing::WithParamInterface<int> {};
+
+TEST_P(DeepChainTest, IsCountedAndStampedToItsEnd) {
+    std::string path = "C:\\";
+    for (int i = 0; i < GetParam(); ++i) {
+        path += "d\\";
+    }
+    system.volume.AddFile(path + "last.txt");
+    system.files.SetRecording(false);
+    const auto item = NewItem("C:\\d");
+    item->Count();
+    system.pump.RunUntilIdle();
+    StampToTheEnd(*item);
+    EXPECT_TRUE(item->CountComplete() && item->StampComplete());
+    EXPECT_EQ(item->FolderCount(), GetParam());
+    EXPECT_EQ(item->StampedFolderCount(), GetParam() - 1);
+    EXPECT_EQ(item->StampedFileCount(), 1);
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    EXPECT_TRUE(IsStamped(path + "last.txt"));
+    EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Depths, DeepChainTest, testing::Values(1, 1000, 5000),
+                         testing::PrintToStringParamName());
+
+// Entries that come, go and change while their folder is being listed.
+TEST_F(StampTest, EntriesThatChangeUnderTheWalkStopNothing) {
+    for (char c = 'a'; c <= 'j'; ++c) {
+        system.volume.AddFile(std::string("C:\\churn\\") + c + "\\file");
+    }
+    const auto item = NewItem("C:\\churn");
+    Stamp(*item);
+    system.pump.AtCall(20, [&] { system.volume.Remove("C:\\churn\\d"); });
+    system.pump.AtCall(22, [&] {
+        system.volume.Remove("C:\\churn\\e");
+        system.volume.AddFile("C:\\churn\\e");
+    });
+    system.pump.AtCall(24, [&] { system.volume.Move("C:\\churn\\f", "C:\\churn\\z"); });
+    system.pump.AtCall(26, [&] { system.volume.AddFile("C:\\churn\\g\\new"); });
+    system.pump.RunUntilIdle();
+    EXPECT_TRUE(item->StampComplete());
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    for (const char* path : {"C:\\churn\\c\\file", "C:\\churn\\e", "C:\\churn\\g\\new",
+                             "C:\\churn\\z\\file", "C:\\churn\\j\\file"}) {
+        EXPECT_TRUE(IsStamped(path)) << path;
+    }
+}
+
+}  // namespace
+}  // namespace tidemark
