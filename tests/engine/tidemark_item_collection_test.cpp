@@ -358,7 +358,20 @@ TEST_F(CollectionTest, DestructionCancelsTheWorkOfItsItems) {
     EXPECT_FALSE(item->CountInProgress());
 }
 
-// Every thousandth removal of a hundred thousand items must not cost what the first hundred do.
+// What an item and a record take beyond their texts.
+TEST_F(CollectionTest, ItemsAndRecordsAreSmall) {
+    EXPECT_LE(sizeof(TidemarkItem), 384U);
+    EXPECT_LE(sizeof(StampError), 128U);
+}
+
+TEST_F(CollectionTest, AskingForErrorsOfItemsWithoutAnyMakesNone) {
+    const auto item = Add("C:\\top");
+    EXPECT_FALSE(item->HasErrors());
+    EXPECT_TRUE(item->StampErrors()->empty());
+    EXPECT_FALSE(items.ErrorsExist());
+    EXPECT_THAT(items.ErrorList(), IsEmpty());
+}
+
 TEST_F(CollectionTest, RemovingManyAmongManyIsAboutLinear) {
     constexpr int kItems = 20'000;
     std::vector<std::string> paths;
