@@ -3,26 +3,9 @@
 #include <cstddef>
 #include <optional>
 
+#include "lists/list_helpers.h"
+
 namespace tidemark {
-namespace {
-
-const ListRow* SelectedRow(const ListModel& list) {
-    if (list.SelectedCount() == 0) {
-        return nullptr;
-    }
-    const ListRow* const current = list.Current();
-    if (current != nullptr && current->selected) {
-        return current;
-    }
-    for (std::size_t position = 0; position < list.Count(); ++position) {
-        if (list.At(position).selected) {
-            return &list.At(position);
-        }
-    }
-    return nullptr;
-}
-
-}  // namespace
 
 std::string ContainingFolderCommand(const ListModel* list, FileSystemObject& file_system) {
     const ListRow* const row = list == nullptr ? nullptr : SelectedRow(*list);

@@ -8,6 +8,7 @@
 #include "lists/fakes.h"
 #include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
+#include "support/held_keys.h"
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/test_form.h"
@@ -17,26 +18,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// Holds modifier keys down for this thread while alive.
-class HeldKeys {
-  public:
-    explicit HeldKeys(std::initializer_list<int> keys) {
-        ::GetKeyboardState(before_);
-        BYTE state[256];
-        ::GetKeyboardState(state);
-        for (const int key : keys) {
-            state[key] = 0x80;
-        }
-        ::SetKeyboardState(state);
-    }
-    HeldKeys(const HeldKeys&) = delete;
-    HeldKeys& operator=(const HeldKeys&) = delete;
-    ~HeldKeys() { ::SetKeyboardState(before_); }
-
-  private:
-    BYTE before_[256]{};
-};
 
 class ListViewTest : public testing::Test {
   protected:

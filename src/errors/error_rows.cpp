@@ -1,0 +1,224 @@
+#include "errors/error_rows.h"
+
+#include <charconv>
+#include <utility>
+
+#include "engine/numbers.h"
+#include "lists/list_helpers.h"
+
+namespace tidemark {
+
+namespace {
+
+std::size_t Index(ErrorColumn column) {
+    return static_cast<std::size_t>(column);
+}
+
+// Sub-items count from the second column.
+constexpr std::size_t kErrorCell = 0;
+constexpr std::size_t kDescriptionCell = 1;
+
+std::int64_t NumberIn(const std::string& text) {
+    std::int64_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+std::string PlainNumber(std::int64_t number) {
+    return std::to_string(number);
+}
+
+}  // namespace
+
+// One run over a collection. Everything in it may end up on the stack below a later run.
+class ErrorRows::Fill {
+  public:
+    explicit Fill(ErrorRows& rows)
+        : rows_(rows), errors_(rows.errors_), collection_(rows.collections_) {}
+
+    void Run() {
+        if (errors_ == nullptr || errors_->empty()) {
+            return;
+        }
+        rows_.list_.Clear();
+        AddKeys();
+        AttachIcons();
+        rows_.platform_.pump.RunPendingMessagesNow();
+        if (!Superseded()) {
+            FillIn();
+        }
+    }
+
+  private:
+    // Keeps the list from drawing while alive.
+    class RedrawOff {
+      public:
+        explicit RedrawOff(ErrorRows& rows) : rows_(rows) { rows_.display_.SetListRedraw(false); }
+        RedrawOff(const RedrawOff&) = delete;
+        RedrawOff& operator=(const RedrawOff&) = delete;
+        ~RedrawOff() {
+            if (!rows_.detached_) {
+                rows_.display_.SetListRedraw(true);
+            }
+        }
+
+      private:
+        ErrorRows& rows_;
+    };
+
+    // Another collection was handed over, or the window is gone: the rows are not this run's.
+    [[nodiscard]] bool Superseded() const {
+        return rows_.detached_ || rows_.collections_ != collection_;
+    }
+
+    void AddKeys() {
+        for (const auto& error : *errors_) {
+            rows_.list_.Add(error->ItemName, "");
+        }
+        rows_.list_.SetText(rows_.list_.At(0), "Adding items");
+    }
+
+    void AttachIcons() {
+        AddIcon(rows_.images_, rows_.platform_.file_system, rows_.platform_.locale,
+                errors_->front()->ItemName);
+        rows_.list_.AttachSmallIcons(&rows_.images_);
+    }
+
+    void FillIn() {
+        {
+            const RedrawOff redraw_off(rows_);
+            rows_.platform_.pump.RunPendingMessagesNow();
+            if (!Superseded()) {
+                FillCells();
+            }
+            if (!Superseded()) {
+                ChooseIcons();
+            }
+        }
+        if (!Superseded()) {
+            rows_.display_.SetStatusText(
+                "  " +
+                FormatWholeNumber(rows_.platform_.locale,
+                                  static_cast<std::int64_t>(errors_->size())) +
+                " items had errors.");
+        }
+    }
+
+    void FillCells() {
+        for (const auto& error : *errors_) {
+            const ListRow& row = FindOrAddRow(rows_.list_, error->ItemName, error->ItemName);
+            rows_.list_.SetText(row, error->ItemName);
+            rows_.list_.SetSubItem(row, kErrorCell, PlainNumber(error->ErrorNumber));
+            rows_.list_.SetSubItem(row, kDescriptionCell, error->ErrorDescription);
+            AddPicture(row, error->ItemName);
+            rows_.platform_.pump.LetPendingMessagesRun();
+            if (rows_.cancelled_ || Superseded()) {
+                return;
+            }
+        }
+    }
+
+    // The key is kept for the last pass: finding it takes the shell, and that pass lets no messages
+    // run.
+    void AddPicture(const ListRow& row, const std::string& path) {
+        const auto& key =
+            *keys_.insert(IconKey(rows_.platform_.file_system, rows_.platform_.locale, path, ""))
+                 .first;
+        AddIcon(rows_.images_, key, path);
+        icon_keys_.emplace_back(&row, &key);
+    }
+
+    // A cancelled run chooses for the rows that it reached.
+    void ChooseIcons() {
+        for (const auto& [row, key] : icon_keys_) {
+            const int index = IconIndex(rows_.images_, *key);
+            rows_.list_.SetSmallIcon(*row, index == -1 ? 1 : index);
+        }
+    }
+
+    ErrorRows& rows_;
+    const std::shared_ptr<const StampErrorList> errors_;
+    const std::uint64_t collection_;
+    std::unordered_set<std::string> keys_;
+    std::vector<std::pair<const ListRow*, const std::string*>> icon_keys_;
+};
+
+std::shared_ptr<ErrorRows> ErrorRows::Create(const Platform& platform, KeyedImageList& images,
+                                             ErrorsDisplay& display) {
+    return std::shared_ptr<ErrorRows>(new ErrorRows(platform, images, display));
+}
+
+ErrorRows::ErrorRows(const Platform& platform, KeyedImageList& images, ErrorsDisplay& display)
+    : platform_(platform),
+      images_(images),
+      display_(display),
+      list_(platform.locale),
+      Timer1(platform.timers.NewTimer()) {
+    Timer1->SetInterval(kFillDelay);
+    Timer1->SetSink(this);
+}
+
+void ErrorRows::AddFromCollection(StampErrorList errors) {
+    list_.Clear();
+    ++collections_;
+    Timer1->SetEnabled(false);
+    errors_ = std::make_shared<const StampErrorList>(std::move(errors));
+    if (errors_->empty()) {
+        return;
+    }
+    cancelled_ = false;
+    display_.SetStatusText("  Collecting error data...");
+    Timer1->SetEnabled(true);
+}
+
+void ErrorRows::Cancel() {
+    cancelled_ = true;
+    Timer1->SetEnabled(false);
+}
+
+void ErrorRows::Detach() {
+    Cancel();
+    detached_ = true;
+}
+
+void ErrorRows::ITimerObjectSink_Timer() {
+    Timer1->SetEnabled(false);
+    if (!cancelled_) {
+        // Messages run in there, which may be the end of the window that holds this.
+        const std::shared_ptr<ErrorRows> self = shared_from_this();
+        Fill(*self).Run();
+    }
+}
+
+void ErrorRows::ColumnClick(ErrorColumn column) {
+    sort_.Click(Index(column));
+    const bool by_number = column == ErrorColumn::kError;
+    if (by_number) {
+        RewriteNumbers(SortableNumber);
+    }
+    list_.Sort(sort_.Column(), sort_.Descending());
+    if (by_number) {
+        RewriteNumbers(PlainNumber);
+    }
+}
+
+void ErrorRows::RewriteNumbers(std::string (*form)(std::int64_t)) {
+    for (std::size_t i = 0; i < list_.Count(); ++i) {
+        const ListRow& row = list_.At(i);
+        list_.SetSubItem(row, kErrorCell, form(NumberIn(row.sub_items[kErrorCell])));
+    }
+}
+
+std::vector<std::string> ErrorRows::ExistingSelectedPaths() {
+    std::vector<std::string> paths;
+    for (std::size_t i = 0; i < list_.Count(); ++i) {
+        const ListRow& row = list_.At(i);
+        if (row.selected && (platform_.file_system.FileExists(row.key) ||
+                             platform_.file_system.FolderExists(row.key))) {
+            paths.push_back(row.key);
+        }
+    }
+    return paths;
+}
+
+}  // namespace tidemark

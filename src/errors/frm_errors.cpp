@@ -1,0 +1,204 @@
+#include "errors/frm_errors.h"
+
+#include <array>
+#include <utility>
+
+#include "errors/errors_layout.h"
+#include "lists/list_helpers.h"
+#include "lists/shell_services.h"
+#include "settings/mod_options.h"
+
+namespace tidemark {
+
+namespace {
+
+// A popup at these coordinates opens at the pointer.
+constexpr Point kAtPointer{-1, -1};
+
+constexpr int kOpenContainingFolder = 1;  // item data of the popup's own entry
+
+constexpr Size kWindowSize{640, 480};
+constexpr Bounds kLabelBounds{8, 8, 600, 16};
+
+// The widths of a list whose window is about to go.
+class WidthsBeforeTheEnd final : public ListColumns {
+  public:
+    explicit WidthsBeforeTheEnd(const ListColumns& list) {
+        for (int i = 0; i < kCount; ++i) {
+            widths_[static_cast<std::size_t>(i)] = list.ColumnWidth(i);
+        }
+    }
+    std::int32_t ColumnWidth(int column) const override {
+        return widths_.at(static_cast<std::size_t>(column));
+    }
+    void SetColumnWidth(int column, std::int32_t width) override {
+        widths_.at(static_cast<std::size_t>(column)) = width;
+    }
+
+  private:
+    std::array<std::int32_t, kCount> widths_{};
+};
+
+}  // namespace
+
+frmErrors::frmErrors(const ErrorsWindowServices& services)
+    : menu({{0, "mnuBadItemPopup", "BadItemPopup"},
+            {1, "mnuBadItemPopup1", "No valid items selected"}}),
+      rows(ErrorRows::Create(services.platform, ImageList1.Keyed(), *this)),
+      lvwErrors(rows->List(), ImageList1),
+      services_(services) {}
+
+frmErrors::~frmErrors() {
+    rows->Detach();
+    Destroy();
+}
+
+void frmErrors::Form_Load() {
+    font_ = MakeFont("Tahoma", 8.25);
+    SetFormFont(font_.Get());
+    FormSpec spec;
+    spec.caption = "errors: tidemark";
+    spec.bounds.width = kWindowSize.width;
+    spec.bounds.height = kWindowSize.height;
+    Create(L"TidemarkErrors", spec);
+    CreateControls();
+    WireList();
+    message_font_.Adopt(*this);
+    LoadColumnWidths(services_.settings, *this, ColumnSet::kErrorsList, /*useDefault=*/false);
+    MinMax1.AttachTo(Handle());
+    OnResize(ClientSize());
+}
+
+void frmErrors::Unload() {
+    if (!Exists()) {
+        return;
+    }
+    const WidthsBeforeTheEnd widths(*this);
+    Destroy();
+    SaveColumnWidths(services_.settings, widths, ColumnSet::kErrorsList);
+}
+
+void frmErrors::AddFromCollection(StampErrorList errors) {
+    rows->AddFromCollection(std::move(errors));
+}
+
+void frmErrors::CreateControls() {
+    ControlSpec label;
+    label.text = "The following errors occurred during stamping:";
+    label.bounds = kLabelBounds;
+    Label1.Create(*this, label);
+    ControlSpec list;
+    list.extended_style = WS_EX_CLIENTEDGE;
+    lvwErrors.Create(*this, list,
+                     {{"Name", 300}, {"Error", 96, /*right_aligned=*/true}, {"Description", 400}});
+    ControlSpec status_bar;
+    // The list reaches over its upper edge.
+    status_bar.style = WS_CLIPSIBLINGS;
+    StatusBar1.Create(*this, status_bar);
+}
+
+void frmErrors::WireList() {
+    lvwErrors.on_column_click = [this](std::size_t column) { lvwErrors_ColumnClick(column); };
+    lvwErrors.on_key_down = [this](UINT key, int shift) { lvwErrors_KeyDown(key, shift); };
+    lvwErrors.on_mouse_down = [this](const MouseEvent& event) {
+        bRightButtonDown = bRightButtonDown || event.button == kRightButton;
+    };
+    lvwErrors.on_mouse_move = [this](const MouseEvent& event) { lvwErrors_MouseMove(event); };
+    lvwErrors.on_mouse_up = [this](const MouseEvent& event) { lvwErrors_MouseUp(event); };
+    lvwErrors.on_context_key = [this](Point at) { ShowPopup(at); };
+}
+
+void frmErrors::OnResize(Size client) {
+    StatusBar1.FollowForm();
+    lvwErrors.Move(ErrorsListBounds(Label1.Position(), client.width, StatusBar1.Position().top));
+}
+
+void frmErrors::OnClose() {
+    rows->Cancel();
+    SetVisible(false);
+    services_.platform.pump.RunPendingMessagesNow();
+}
+
+void frmErrors::SetListRedraw(bool on) {
+    lvwErrors.Send(WM_SETREDRAW, on ? TRUE : FALSE);
+    if (on) {
+        lvwErrors.Invalidate();
+    }
+}
+
+std::int32_t frmErrors::ColumnWidth(int column) const {
+    return lvwErrors.ColumnWidth(static_cast<std::size_t>(column));
+}
+
+void frmErrors::SetColumnWidth(int column, std::int32_t width) {
+    lvwErrors.SetColumnWidth(static_cast<std::size_t>(column), width);
+}
+
+void frmErrors::lvwErrors_ColumnClick(std::size_t column) {
+    rows->ColumnClick(static_cast<ErrorColumn>(column));
+    lvwErrors.ShowSortArrow(rows->Sorting().Column(), rows->Sorting().Descending());
+}
+
+void frmErrors::lvwErrors_KeyDown(UINT key, int shift) {
+    if (key == 'A' && shift == kControlKey) {
+        SelectAllRows(rows->List());
+    }
+}
+
+void frmErrors::lvwErrors_MouseMove(const MouseEvent& event) {
+    if (event.button == kRightButton && bRightButtonDown) {
+        services_.drag_files(*this, kRightButton);
+    }
+}
+
+void frmErrors::lvwErrors_MouseUp(const MouseEvent& event) {
+    const bool pressed_here = std::exchange(bRightButtonDown, false);
+    if (event.button == kRightButton && pressed_here) {
+        ShowPopup(kAtPointer);
+    }
+}
+
+void frmErrors::ShowPopup(Point at) {
+    if (lvwErrors.Visible()) {
+        lvwErrors.Focus();
+    }
+    if (SelectedRowCount(rows->List()) == 0) {
+        POINT pointer{at.x, at.y};
+        if (at == kAtPointer) {
+            ::GetCursorPos(&pointer);
+        }
+        menu.PopUp(menu["mnuBadItemPopup"], *this, {pointer.x, pointer.y});
+        return;
+    }
+    // A second popup may take the member's place while this one is open.
+    const auto popup = std::make_shared<ShellContextMenu>(services_.popup_menus);
+    oContextMenu = popup;
+    popup->AddMenuItem("Open Containing Folder", MFT_STRING, MFS_ENABLED, kOpenContainingFolder);
+    popup->AddMenuItem("", MFT_SEPARATOR, MFS_ENABLED, /*ItemData=*/0);
+    for (const std::string& path : rows->ExistingSelectedPaths()) {
+        popup->AddFile(path);
+    }
+    popup->UseShellDefault = true;
+    popup->MenuItemInvoked = [this](const std::string& /*caption*/, std::int32_t item_data) {
+        oContextMenu_MenuItemInvoked(item_data);
+    };
+    popup->PopupMenu(lvwErrors.Handle(), /*Flags=*/0, at.x, at.y);
+}
+
+void frmErrors::oContextMenu_MenuItemInvoked(std::int32_t item_data) {
+    if (item_data != kOpenContainingFolder) {
+        return;
+    }
+    const std::string command =
+        ContainingFolderCommand(&rows->List(), services_.platform.file_system);
+    if (!command.empty()) {
+        services_.commands.Run(command);
+    }
+}
+
+void frmErrors::StartDrag(DragSourceData& data, std::int32_t& allowed_effects) {
+    data.SetFiles(rows->ExistingSelectedPaths());
+    allowed_effects = kDropEffectCopy | kDropEffectMove;
+}
+
+}  // namespace tidemark

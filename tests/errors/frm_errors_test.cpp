@@ -1,0 +1,346 @@
+#include "errors/frm_errors.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "platform/memory/memory_settings_store.h"
+#include "platform/memory/memory_system.h"
+#include "platform/win32/wide_text.h"
+#include "support/held_keys.h"
+#include "support/pump.h"
+#include "ui/subclasser.h"
+
+namespace tidemark {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Files that every system has, so that the shell has icons and menus for them.
+constexpr const char* kProgram = "C:\\windows\\notepad.exe";
+constexpr const char* kOther = "C:\\windows\\system32\\kernel32.dll";
+
+class RecordedCommands final : public CommandRunner {
+  public:
+    std::vector<std::string> run;
+    void Run(const std::string& command_line) override { run.push_back(command_line); }
+};
+
+// The system's popup menus, with the user's choice made by the test.
+class ScriptedPopups final : public PopupMenuSystem {
+  public:
+    int shown = 0;
+    int defaults_set = 0;
+    std::vector<std::string> first_entries;
+    UINT choice = 0;
+
+    BOOL SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override {
+        ++defaults_set;
+        return PopupMenuSystem::SetDefaultItem(menu, item, by_position);
+    }
+    UINT Track(HMENU menu, UINT /*flags*/, POINT /*point*/, HWND /*owner*/) override {
+        ++shown;
+        for (int i = 0; i < 2; ++i) {
+            wchar_t text[100] = L"";
+            ::GetMenuStringW(menu, static_cast<UINT>(i), text, 100, MF_BYPOSITION);
+            const UINT state = ::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+            first_entries.push_back((state & MF_SEPARATOR) != 0 ? "-" : Utf8FromWide(text));
+        }
+        return choice;
+    }
+};
+
+class RecordedDragData final : public DragSourceData {
+  public:
+    std::vector<std::string> files;
+
+    bool GetFormat(std::int16_t format) override {
+        return format == kFileListFormat && !files.empty();
+    }
+    const std::vector<std::string>& Files() override { return files; }
+    void SetFiles(std::vector<std::string> paths) override { files = std::move(paths); }
+    void OfferFormat(std::int16_t /*format*/) override {}
+    void Clear() override { files.clear(); }
+};
+
+class FrmErrorsTest : public testing::Test {
+  protected:
+    FrmErrorsTest() {
+        system_.volume.AddFile(kProgram);
+        system_.volume.AddFile(kOther);
+        Load();
+    }
+
+    void Load() {
+        window_ = std::make_unique<frmErrors>(
+            ErrorsWindowServices{platform_, settings_, commands_, popups_,
+                                 [this](OleDragDropSink& source, std::int16_t) {
+                                     ++drags_;
+                                     source.StartDrag(drag_data_, allowed_);
+                                 }});
+        window_->Form_Load();
+    }
+    static std::shared_ptr<const StampError> Record(const std::string& path) {
+        return std::make_shared<StampError>(StampError{path, false, 32, "In use."});
+    }
+    void Show(const std::vector<std::string>& paths) {
+        StampErrorList errors;
+        for (const std::string& path : paths) {
+            errors.push_back(Record(path));
+        }
+        window_->AddFromCollection(std::move(errors));
+        window_->SetVisible(true);
+        system_.pump.RunFor(ErrorRows::kFillDelay);
+    }
+    ListModel& Rows() const { return window_->rows->List(); }
+    std::string Cell(int row, int column) const {
+        wchar_t text[300] = L"";
+        LVITEMW item{};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = 300;
+        window_->lvwErrors.Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                                reinterpret_cast<LPARAM>(&item));
+        return Utf8FromWide(item.pszText);
+    }
+    LPARAM InRow(int row) const {
+        RECT rect{};
+        rect.left = LVIR_LABEL;
+        window_->lvwErrors.Send(LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                                reinterpret_cast<LPARAM>(&rect));
+        return MAKELPARAM(rect.left + 5, (rect.top + rect.bottom) / 2);
+    }
+    void RightClick(LPARAM at) const {
+        window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+        window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
+    }
+    LPARAM BelowTheRows() const {
+        return MAKELPARAM(20, window_->lvwErrors.ClientSize().height - 40);
+    }
+
+    MemorySystem system_{};
+    Platform platform_ = system_.View();
+    MemorySettingsStore settings_{};
+    RecordedCommands commands_{};
+    ScriptedPopups popups_{};
+    RecordedDragData drag_data_{};
+    std::int32_t allowed_ = 0;
+    int drags_ = 0;
+    std::unique_ptr<frmErrors> window_{};
+};
+
+TEST_F(FrmErrorsTest, ItIsCreatedHiddenWithItsCaptionAndSize) {
+    EXPECT_FALSE(window_->Visible());
+    EXPECT_EQ(window_->Text(), "errors: tidemark");
+    EXPECT_EQ(window_->Position().width, 640);
+    EXPECT_EQ(window_->Position().height, 480);
+    EXPECT_EQ(window_->Label1.Text(), "The following errors occurred during stamping:");
+    EXPECT_TRUE(window_->StatusBar1.Simple());
+}
+
+TEST_F(FrmErrorsTest, TheListHasThreeColumnsWithTheNumbersToTheRight) {
+    const auto column = [this](int index) {
+        wchar_t text[50] = L"";
+        LVCOLUMNW info{};
+        info.mask = LVCF_TEXT | LVCF_FMT;
+        info.pszText = text;
+        info.cchTextMax = 50;
+        window_->lvwErrors.Send(LVM_GETCOLUMNW, static_cast<WPARAM>(index),
+                                reinterpret_cast<LPARAM>(&info));
+        const bool right = (info.fmt & LVCFMT_JUSTIFYMASK) == LVCFMT_RIGHT;
+        return Utf8FromWide(text) + (right ? " (right)" : "");
+    };
+    EXPECT_EQ(column(0), "Name");
+    EXPECT_EQ(column(1), "Error (right)");
+    EXPECT_EQ(column(2), "Description");
+}
+
+TEST_F(FrmErrorsTest, WidthsAreThoseOfTheStoreAndSavedWhenTheProgramUnloadsTheWindow) {
+    EXPECT_EQ(window_->Columns().ColumnWidth(0), 300);
+    EXPECT_EQ(window_->Columns().ColumnWidth(1), 50);
+    EXPECT_EQ(window_->Columns().ColumnWidth(2), 400);
+    window_->Columns().SetColumnWidth(1, 77);
+    window_->Close();
+    EXPECT_EQ(settings_.ReadText("2ErrorColumnWidth", "none"), "none");
+    window_->Unload();
+    EXPECT_FALSE(window_->Exists());
+    EXPECT_EQ(settings_.ReadText("1ErrorColumnWidth", "none"), "300");
+    EXPECT_EQ(settings_.ReadText("2ErrorColumnWidth", "none"), "77");
+    EXPECT_EQ(settings_.ReadText("3ErrorColumnWidth", "none"), "400");
+    window_->Unload();
+
+    Load();
+    EXPECT_EQ(window_->Columns().ColumnWidth(1), 77);
+}
+
+TEST_F(FrmErrorsTest, TheListFollowsTheWindowAndOverlapsTheStatusBarByTwoPixels) {
+    window_->SetVisible(true);
+    for (const Size size : {Size{640, 480}, Size{900, 700}, Size{400, 300}}) {
+        window_->Move({10, 10, size.width, size.height});
+        const Bounds list = window_->lvwErrors.Position();
+        EXPECT_EQ(list.left, 0);
+        EXPECT_EQ(list.top, window_->Label1.Position().Bottom() + 4);
+        EXPECT_EQ(list.width, window_->ClientSize().width);
+        EXPECT_EQ(list.Bottom(), window_->StatusBar1.Position().top + 2);
+    }
+}
+
+TEST_F(FrmErrorsTest, RowsAndStatusAreShown) {
+    Show({kProgram, kOther, "C:\\gone.txt"});
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 3);
+    EXPECT_EQ(Cell(0, 0), kProgram);
+    EXPECT_EQ(Cell(2, 0), "C:\\gone.txt");
+    EXPECT_EQ(Cell(2, 1), "32");
+    EXPECT_EQ(Cell(2, 2), "In use.");
+    EXPECT_EQ(window_->StatusBar1.SimpleText(), "  3 items had errors.");
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETIMAGELIST, LVSIL_SMALL),
+              reinterpret_cast<LRESULT>(window_->ImageList1.Handle()));
+    EXPECT_EQ(Rows().At(2).small_icon, 1);
+}
+
+TEST_F(FrmErrorsTest, ClosingHidesTheWindowAndStopsTheFillWhichAnswersMessagesMeanwhile) {
+    system_.pump.AtEveryCall(PumpPending);
+    system_.pump.AtCall(4, [this] { window_->Post(WM_CLOSE); });
+    Show({kProgram, kOther, "C:\\3.txt", "C:\\4.txt", "C:\\5.txt"});
+    EXPECT_TRUE(window_->Exists());
+    EXPECT_FALSE(window_->Visible());
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 5);
+    EXPECT_EQ(Rows().At(0).text, kProgram);
+    EXPECT_EQ(Rows().At(4).text, "");
+
+    Show({kOther});
+    EXPECT_TRUE(window_->Visible());
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 1);
+    EXPECT_EQ(Cell(0, 0), kOther);
+}
+
+TEST_F(FrmErrorsTest, TheListIsDrawnAgainWhenAFillEndsInAnError) {
+    Show({kProgram, "C:\\Windows\\NOTEPAD.EXE"});
+    EXPECT_THAT(system_.pump.Failures(), ElementsAre("Key is not unique in collection"));
+    EXPECT_TRUE(window_->lvwErrors.Visible());
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 1);
+    Show({kProgram, kOther});
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 2);
+    EXPECT_EQ(system_.pump.Failures().size(), 1U);
+}
+
+TEST_F(FrmErrorsTest, UnloadingDuringAFillEndsIt) {
+    system_.pump.AtCall(4, [this] { window_->Unload(); });
+    Show({kProgram, kOther, "C:\\3.txt", "C:\\4.txt"});
+    EXPECT_FALSE(window_->Exists());
+    EXPECT_THAT(system_.pump.Failures(), IsEmpty());
+}
+
+TEST_F(FrmErrorsTest, CtrlASelectsAllRowsAndNoOtherKeyDoes) {
+    Show({kProgram, kOther, "C:\\gone.txt"});
+    const auto press = [this](std::initializer_list<int> held) {
+        const HeldKeys keys(held);
+        window_->lvwErrors.Send(WM_KEYDOWN, 'A');
+        window_->lvwErrors.Send(WM_KEYUP, 'A');
+    };
+    press({});
+    press({VK_CONTROL, VK_SHIFT});
+    press({VK_CONTROL, VK_MENU});
+    EXPECT_EQ(Rows().SelectedCount(), 0U);
+    press({VK_CONTROL});
+    EXPECT_EQ(Rows().SelectedCount(), 3U);
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETSELECTEDCOUNT), 3);
+}
+
+TEST_F(FrmErrorsTest, AHeaderClickSortsAndShowsTheArrow) {
+    Show({kProgram, "C:\\a.txt"});
+    window_->lvwErrors.on_column_click(0);
+    EXPECT_EQ(Cell(0, 0), "C:\\a.txt");
+    window_->lvwErrors.on_column_click(0);
+    EXPECT_EQ(Cell(0, 0), kProgram);
+    HDITEMW item{};
+    item.mask = HDI_FORMAT;
+    const Window header(reinterpret_cast<HWND>(window_->lvwErrors.Send(LVM_GETHEADER)));
+    header.Send(HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    EXPECT_NE(item.fmt & HDF_SORTDOWN, 0);
+}
+
+TEST_F(FrmErrorsTest, ARightClickWithoutASelectionOffersOnlyTheInertEntry) {
+    Show({kProgram});
+    std::vector<std::string> entries;
+    Subclasser watch;
+    watch.RegisterMessages(window_->Handle(), {WM_INITMENUPOPUP, WM_ENTERIDLE});
+    watch.WndProc = [&](HWND, UINT message, WPARAM menu, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_ENTERIDLE) {
+            ::EndMenu();  // now that its loop waits for the user
+            return std::nullopt;
+        }
+        const auto popup = reinterpret_cast<HMENU>(menu);
+        for (int i = 0; i < ::GetMenuItemCount(popup); ++i) {
+            wchar_t text[100] = L"";
+            ::GetMenuStringW(popup, static_cast<UINT>(i), text, 100, MF_BYPOSITION);
+            entries.push_back(Utf8FromWide(text));
+        }
+        return std::nullopt;
+    };
+    RightClick(BelowTheRows());
+    EXPECT_THAT(entries, ElementsAre("No valid items selected"));
+    EXPECT_EQ(popups_.shown, 0);
+    EXPECT_TRUE(window_->lvwErrors.HasFocus());
+}
+
+TEST_F(FrmErrorsTest, ARightClickOnRowsThatExistShowsTheOwnEntryAboveTheShells) {
+    Show({kProgram});
+    RightClick(InRow(0));
+    EXPECT_EQ(popups_.shown, 1);
+    EXPECT_THAT(popups_.first_entries, ElementsAre("Open Containing Folder", "-"));
+    EXPECT_EQ(popups_.defaults_set, 0);
+    EXPECT_THAT(commands_.run, IsEmpty());
+}
+
+TEST_F(FrmErrorsTest, ARightClickOnRowsThatAreGoneShowsNoMenu) {
+    Show({kProgram, "C:\\gone.txt"});
+    RightClick(InRow(1));
+    EXPECT_EQ(Rows().SelectedCount(), 1U);
+    EXPECT_EQ(popups_.shown, 0);
+}
+
+TEST_F(FrmErrorsTest, TheOwnEntryOpensTheContainingFolderOfTheSelectedRow) {
+    Show({kProgram, kOther});
+    popups_.choice = 1;
+    RightClick(InRow(1));
+    EXPECT_THAT(commands_.run,
+                ElementsAre("explorer ,\"c:\\windows\\system32\\kernel32.dll\",/select"));
+}
+
+TEST_F(FrmErrorsTest, ReleasingTheButtonWithoutAPressInTheListShowsNothing) {
+    Show({kProgram});
+    Rows().SelectAll();
+    window_->lvwErrors.Send(WM_RBUTTONUP, 0, InRow(0));
+    EXPECT_EQ(popups_.shown, 0);
+}
+
+TEST_F(FrmErrorsTest, TheContextKeyShowsTheSameMenu) {
+    Show({kProgram});
+    Rows().SelectAll();
+    window_->lvwErrors.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window_->lvwErrors.Handle()),
+                            -1);
+    EXPECT_EQ(popups_.shown, 1);
+}
+
+TEST_F(FrmErrorsTest, OnlyAHeldRightButtonDragsTheFilesThatExist) {
+    Show({kProgram, "C:\\gone.txt", kOther});
+    Rows().SelectAll();
+    const LPARAM at = InRow(0);
+    const LPARAM further = at + MAKELPARAM(30, 0);
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_LBUTTON, further);
+    EXPECT_EQ(drags_, 0);
+    window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON | MK_LBUTTON, further);
+    EXPECT_EQ(drags_, 0);
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, further);
+    EXPECT_EQ(drags_, 1);
+    EXPECT_THAT(drag_data_.files,
+                ElementsAre("c:\\windows\\notepad.exe", "c:\\windows\\system32\\kernel32.dll"));
+    EXPECT_EQ(allowed_, 3);
+}
+
+}  // namespace
+}  // namespace tidemark
