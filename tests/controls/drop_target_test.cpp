@@ -11,7 +11,7 @@
 #include "controls/drop_files.h"
 #include "controls/window_testing.h"
 #include "platform/program_error.h"
-#include "ui/last_resort.h"
+#include "support/last_resort_recorder.h"
 
 namespace tidemark {
 namespace {
@@ -218,9 +218,7 @@ TEST_F(DropTargetTest, AHostMayDropTheObjectInsideADrop) {
 }
 
 TEST_F(DropTargetTest, AnExceptionOfTheHostRefusesTheDropAndIsReported) {
-    std::vector<std::string> reports;
-    const LastResortReporter before = SetLastResortReporter(
-        [&](const LastResortReport& report) { reports.push_back(report.description); });
+    LastResortRecorder recorder;
     sink_.during = [] { throw std::runtime_error("host failed"); };
     DWORD effect = DROPEFFECT_COPY;
     EXPECT_EQ(target_->DragEnter(data_.Get(), MK_LBUTTON, AtClient(5, 6), &effect), S_OK);
@@ -228,8 +226,8 @@ TEST_F(DropTargetTest, AnExceptionOfTheHostRefusesTheDropAndIsReported) {
     effect = DROPEFFECT_COPY;
     EXPECT_EQ(target_->Drop(data_.Get(), 0, AtClient(5, 6), &effect), S_OK);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
-    SetLastResortReporter(before);
-    EXPECT_THAT(reports, ElementsAre("host failed", "host failed"));
+    ASSERT_EQ(recorder.reports.size(), 2U);
+    EXPECT_EQ(recorder.reports[0].description, "host failed");
 }
 
 TEST_F(DropTargetTest, MissingArgumentsAreRefused) {

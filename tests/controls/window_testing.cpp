@@ -16,29 +16,6 @@ void TestWindow::Destroy() {
     }
 }
 
-void PumpMessages() {
-    MSG message{};
-    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        ::TranslateMessage(&message);
-        ::DispatchMessageW(&message);
-    }
-}
-
-bool PumpUntil(const std::function<bool()>& done, DWORD timeout_ms) {
-    const ULONGLONG end = ::GetTickCount64() + timeout_ms;
-    for (;;) {
-        PumpMessages();
-        if (done()) {
-            return true;
-        }
-        if (::GetTickCount64() >= end) {
-            return false;
-        }
-        // Wakes for a message; otherwise the condition is looked at again a little later.
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-    }
-}
-
 IDropTarget* RegisteredTarget(HWND window) {
     // The property in which OLE keeps a target for its own process.
     return static_cast<IDropTarget*>(::GetPropW(window, L"OleDropTargetInterface"));

@@ -2,8 +2,6 @@
 
 #include <oleidl.h>
 
-#include <functional>
-
 #include "platform/win32/windows.h"
 #include "ui/geometry.h"
 
@@ -23,12 +21,6 @@ class TestWindow {
   private:
     HWND window_ = nullptr;
 };
-
-// Handles the messages that wait, then returns.
-void PumpMessages();
-
-// Handles messages until `done` says so; false when that takes longer than `timeout_ms`.
-bool PumpUntil(const std::function<bool()>& done, DWORD timeout_ms = 10000);
 
 // The drop target registered for a window of this process, null when there is none. Not owned.
 IDropTarget* RegisteredTarget(HWND window);

@@ -1,0 +1,87 @@
+#include "controls/modal_driver.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace tidemark {
+namespace {
+
+constexpr ULONGLONG kStepLimitMs = 10000;
+
+ModalDriver*& Current() {
+    static ModalDriver* current = nullptr;
+    return current;
+}
+
+}  // namespace
+
+ModalDriver::ModalDriver(std::vector<Step> steps, std::function<void()> give_up)
+    : steps_(std::move(steps)),
+      give_up_(std::move(give_up)),
+      deadline_(::GetTickCount64() + kStepLimitMs) {
+    Current() = this;
+    timer_ = ::SetTimer(nullptr, 0, 10, OnTimer);
+}
+
+ModalDriver::~ModalDriver() {
+    ::KillTimer(nullptr, timer_);
+    Current() = nullptr;
+}
+
+void CALLBACK ModalDriver::OnTimer(HWND /*window*/, UINT /*message*/, UINT_PTR /*id*/,
+                                   DWORD /*time*/) {
+    if (Current() != nullptr) {
+        Current()->TryStep();
+    }
+}
+
+void ModalDriver::TryStep() {
+    // A step may send what runs messages itself.
+    if (in_step_) {
+        return;
+    }
+    if (::GetTickCount64() >= deadline_) {
+        if (!Done()) {
+            ADD_FAILURE() << "step " << next_ << " of the modal loop did not come about";
+        } else {
+            ADD_FAILURE() << "the modal loop did not end after its last step";
+        }
+        deadline_ = ::GetTickCount64() + kStepLimitMs;
+        give_up_();
+        return;
+    }
+    if (Done()) {
+        return;
+    }
+    in_step_ = true;
+    if (steps_[next_]()) {
+        ++next_;
+        deadline_ = ::GetTickCount64() + kStepLimitMs;
+    }
+    in_step_ = false;
+}
+
+std::vector<HWND> ThreadWindows(const wchar_t* class_name) {
+    struct Search {
+        std::wstring_view class_name;
+        std::vector<HWND> found;
+    } search{class_name, {}};
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND window, LPARAM lparam) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(lparam);
+            std::array<wchar_t, 64> name{};
+            ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+            if (wanted.class_name == name.data() && ::IsWindowVisible(window)) {
+                wanted.found.push_back(window);
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+}  // namespace tidemark
