@@ -70,16 +70,17 @@ class ShellContextMenu::ItemIds {
     // Takes a list over; null stands for an empty one.
     void Add(ITEMIDLIST* list) { lists_.push_back(list); }
 
-    // Adds a list of just a copy of `item`; an empty one when the item is, or no memory is left.
-    void AddCopy(const SHITEMID& item) {
+    // Adds a list of just a copy of `item`; an empty one when there is no item, when it is empty,
+    // or when no memory is left.
+    void AddCopy(const SHITEMID* item) {
         constexpr std::size_t kTerminator = sizeof(USHORT);
         ITEMIDLIST* copy = nullptr;
-        if (item.cb != 0) {
-            copy = static_cast<ITEMIDLIST*>(system_.Allocate(item.cb + kTerminator));
+        if (item != nullptr && item->cb != 0) {
+            copy = static_cast<ITEMIDLIST*>(system_.Allocate(item->cb + kTerminator));
         }
         if (copy != nullptr) {
-            std::memcpy(copy, &item, item.cb);
-            std::memset(reinterpret_cast<BYTE*>(copy) + item.cb, 0, kTerminator);
+            std::memcpy(copy, item, item->cb);
+            std::memset(reinterpret_cast<BYTE*>(copy) + item->cb, 0, kTerminator);
         }
         lists_.push_back(copy);
     }
@@ -173,7 +174,7 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
     }
     ItemIds children(system_);
     for (const ITEMIDLIST* item : items.Lists()) {
-        children.AddCopy(item != nullptr ? LastItem(*item) : SHITEMID{});
+        children.AddCopy(item != nullptr ? &LastItem(*item) : nullptr);
     }
     if (children.Lists().front() == nullptr) {
         return;
@@ -206,7 +207,7 @@ ComPtr<IShellFolder> ShellContextMenu::ParentFolder(const ITEMIDLIST& item) cons
     }
     for (const SHITEMID* level = &item.mkid; !IsLast(*level); level = &NextItem(*level)) {
         ItemIds step(system_);
-        step.AddCopy(*level);
+        step.AddCopy(level);
         const ITEMIDLIST* const list = step.Lists().front();
         ComPtr<IShellFolder> next;
         if (list == nullptr ||
