@@ -1,13 +1,12 @@
 #include "controls/browse_for_folder.h"
 
-#include <shlobj.h>
-
 #include <array>
 #include <utility>
 
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
 #include "platform/win32/wide_text.h"
+#include "settings/mod_monitor_info.h"
 #include "ui/last_resort.h"
 
 namespace tidemark {
@@ -36,7 +35,7 @@ class BrowseForFolder::Dialog {
         info.lpszTitle = prompt.c_str();
         info.ulFlags = static_cast<UINT>(browse_.Flags);
         info.lpfn = Callback;
-        const UniqueItemIdList chosen(::SHBrowseForFolderW(&info));
+        const UniqueItemIdList chosen(browse_.show_dialog_(info));
         return PathFromItemIdList(chosen.Get());
     }
 
@@ -105,7 +104,7 @@ class BrowseForFolder::Dialog {
         Bounds dialog = ScreenBounds(window);
         dialog.left = owner.left + (owner.width - dialog.width) / 2;
         dialog.top = owner.top + (owner.height - dialog.height) / 2;
-        browse_.keep_rect_on_monitor_(dialog);
+        KeepRectOnMonitor(browse_.screen_, dialog);
         ::MoveWindow(window, dialog.left, dialog.top, dialog.width, dialog.height,
                      /*bRepaint=*/FALSE);
     }
@@ -120,8 +119,11 @@ class BrowseForFolder::Dialog {
     UniqueItemIdList selection_;
 };
 
-BrowseForFolder::BrowseForFolder(KeepOnMonitor keep_rect_on_monitor)
-    : keep_rect_on_monitor_(std::move(keep_rect_on_monitor)) {}
+BrowseForFolder::BrowseForFolder(const Screen& screen)
+    : BrowseForFolder(screen, [](BROWSEINFOW& info) { return ::SHBrowseForFolderW(&info); }) {}
+
+BrowseForFolder::BrowseForFolder(const Screen& screen, ShowDialog show_dialog)
+    : screen_(screen), show_dialog_(std::move(show_dialog)) {}
 
 std::string BrowseForFolder::GetSpecialFolderLocation(std::int32_t SpecialFolder) {
     return SpecialFolderPath(SpecialFolder);

@@ -4,8 +4,10 @@
 #include <functional>
 #include <string>
 
+#include "platform/screen.h"
 #include "platform/win32/windows.h"
-#include "ui/geometry.h"
+// After the system's main header.
+#include <shlobj.h>
 
 namespace tidemark {
 
@@ -17,10 +19,12 @@ class BrowseForFolder {
     // Folders of the file system, their ancestors, the resizable dialog, and its usage hint.
     static constexpr std::int32_t kDefaultFlags = 0x1 | 0x8 | 0x40 | 0x100;
 
-    // Moves a rectangle, in pixels of the screen, onto a monitor.
-    using KeepOnMonitor = std::function<void(Bounds&)>;
+    // The shell's dialog, or a stand-in with its argument and result.
+    using ShowDialog = std::function<PIDLIST_ABSOLUTE(BROWSEINFOW&)>;
 
-    explicit BrowseForFolder(KeepOnMonitor keep_rect_on_monitor);
+    // The dialog is kept on a monitor of `screen`, which is not owned and outlives the object.
+    explicit BrowseForFolder(const Screen& screen);
+    BrowseForFolder(const Screen& screen, ShowDialog show_dialog);
 
     std::string DialogTitle;             // caption of the dialog; empty: the shell's own
     std::int32_t Flags = kDefaultFlags;  // of BROWSEINFO, passed as they are
@@ -41,7 +45,8 @@ class BrowseForFolder {
   private:
     class Dialog;
 
-    KeepOnMonitor keep_rect_on_monitor_;
+    const Screen& screen_;
+    ShowDialog show_dialog_;
 };
 
 }  // namespace tidemark

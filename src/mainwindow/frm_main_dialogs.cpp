@@ -14,7 +14,6 @@
 #include "mainwindow/frm_main.h"
 #include "mainwindow/send_to_shortcut.h"
 #include "platform/win32/wide_text.h"
-#include "settings/mod_monitor_info.h"
 
 namespace tidemark {
 namespace {
@@ -59,8 +58,7 @@ void frmMain::mnuFileAddFiles_Click() {
 }
 
 void frmMain::mnuFileAddFolder_Click() {
-    BrowseForFolder chooser(
-        [this](Bounds& bounds) { KeepRectOnMonitor(services_.screen, bounds); });
+    BrowseForFolder chooser(services_.screen);
     chooser.hWndOwner = Handle();
     chooser.DialogTitle = "Add Folder";
     chooser.Prompt = "Select a folder to be stamped.";

@@ -9,7 +9,8 @@ namespace tidemark {
 
 // Acts inside a modal loop of this thread (a menu, a dialog, a drag) while a test waits for the
 // call that runs it. Each step is tried again and again, from a timer, until it answers true; then
-// comes the next one. When a step takes too long the test fails, and `give_up` has to end the loop.
+// comes the next one. When a step takes too long the test fails, and `give_up` has to end the loop;
+// when it cannot, the whole test program ends.
 class ModalDriver {
   public:
     using Step = std::function<bool()>;
@@ -30,6 +31,7 @@ class ModalDriver {
     std::size_t next_ = 0;
     ULONGLONG deadline_;
     bool in_step_ = false;
+    int times_given_up_ = 0;
     UINT_PTR timer_;
 };
 

@@ -1,0 +1,478 @@
+#include "controls/browse_for_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <shlobj.h>
+// After the system's main header.
+#include <commctrl.h>
+
+#include <array>
+#include <string_view>
+
+#include "controls/item_id_list.h"
+#include "controls/modal_driver.h"
+#include "controls/ole_session.h"
+#include "controls/test_folder.h"
+#include "platform/win32/wide_text.h"
+#include "support/test_form.h"
+
+namespace tidemark {
+namespace {
+
+constexpr int kEditOfDialog = 0x3744;  // where a name is typed
+
+bool OnWine() {
+    return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+// One monitor of any size, that counts how often it is asked for.
+class OneMonitor final : public Screen {
+  public:
+    double Width() const override { return 15.0 * monitor.right; }
+    double Height() const override { return 15.0 * monitor.bottom; }
+    double TwipsPerPixelX() const override { return 15; }
+    double TwipsPerPixelY() const override { return 15; }
+    std::optional<MonitorHandle> NearestMonitor(Point) const override {
+        ++questions;
+        return MonitorHandle{1};
+    }
+    std::optional<Rect> MonitorRect(MonitorHandle) const override { return monitor; }
+
+    Rect monitor{-5000, -5000, 5000, 5000};
+    mutable int questions = 0;
+};
+
+class BrowseForFolderTest : public ::testing::Test {
+  protected:
+    BrowseForFolderTest() {
+        first_ = folder_.AddFolder("first");
+        second_ = folder_.AddFolder("second \u6f6e");
+        form_.SetVisible(true);
+    }
+
+    static HWND Dialog() {
+        const std::vector<HWND> dialogs = ThreadWindows(L"#32770");
+        return dialogs.empty() ? nullptr : dialogs.front();
+    }
+    static void Press(int button) {
+        ::PostMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                       reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), button)));
+    }
+    static bool OkEnabled() { return ::IsWindowEnabled(::GetDlgItem(Dialog(), IDOK)) != FALSE; }
+    static void SelectPath(const std::string& path) {
+        ::SendMessageW(Dialog(), BFFM_SETSELECTIONW, TRUE,
+                       reinterpret_cast<LPARAM>(WideFromUtf8(path).c_str()));
+    }
+    // The text of the selected item of the dialog's tree.
+    static std::string SelectedText() {
+        struct Search {
+            HWND tree = nullptr;
+        } search;
+        ::EnumChildWindows(
+            Dialog(),
+            [](HWND child, LPARAM lparam) -> BOOL {
+                std::array<wchar_t, 32> name{};
+                ::GetClassNameW(child, name.data(), static_cast<int>(name.size()));
+                if (name.data() != std::wstring_view(WC_TREEVIEWW)) {
+                    return TRUE;
+                }
+                reinterpret_cast<Search*>(lparam)->tree = child;
+                return FALSE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        std::array<wchar_t, MAX_PATH> text{};
+        TVITEMW item{};
+        item.mask = TVIF_TEXT;
+        item.hItem = TreeView_GetSelection(search.tree);
+        item.pszText = text.data();
+        item.cchTextMax = MAX_PATH;
+        ::SendMessageW(search.tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        return Utf8FromWide(text.data());
+    }
+    // Waits until the item that ends the path is selected: the dialog fills its tree over time.
+    static bool IsSelected(const std::string& path) {
+        return SelectedText() == path.substr(path.rfind('\\') + 1) && OkEnabled();
+    }
+    static ModalDriver::Step WaitForSelected(const std::string& path) {
+        return [path] { return IsSelected(path); };
+    }
+    static ModalDriver::Step Select(const std::string& path) {
+        return [path] {
+            SelectPath(path);
+            return IsSelected(path);
+        };
+    }
+    static ModalDriver::Step WaitForDialog() {
+        return [] { return Dialog() != nullptr; };
+    }
+    static ModalDriver::Step PressNow(int button) {
+        return [button] {
+            Press(button);
+            return true;
+        };
+    }
+
+    // Runs the dialog with these steps after it has come up.
+    bool BrowseWith(std::vector<ModalDriver::Step> steps) {
+        steps.insert(steps.begin(), WaitForDialog());
+        ModalDriver driver(std::move(steps), [] { Press(IDCANCEL); });
+        const bool chosen = browse_.Browse();
+        EXPECT_TRUE(driver.Done());
+        EXPECT_EQ(Dialog(), nullptr) << "the dialog has closed";
+        return chosen;
+    }
+
+    OleSession ole_;
+    TestFolder folder_;
+    std::string first_;
+    std::string second_;
+    TestForm form_;
+    OneMonitor screen_;
+    BrowseForFolder browse_{screen_};
+};
+
+TEST_F(BrowseForFolderTest, TheFieldsHaveTheirDefaults) {
+    EXPECT_EQ(browse_.DialogTitle, "");
+    EXPECT_EQ(browse_.Flags, 329);
+    EXPECT_EQ(browse_.hWndOwner, nullptr);
+    EXPECT_EQ(browse_.OKText, "");
+    EXPECT_EQ(browse_.RootFolder, "");
+    EXPECT_EQ(browse_.Prompt, "Choose a folder");
+    EXPECT_EQ(browse_.SelectedFolder, "");
+}
+
+TEST_F(BrowseForFolderTest, TheChosenFolderIsReturned) {
+    EXPECT_TRUE(BrowseWith({Select(second_), PressNow(IDOK)}));
+    EXPECT_EQ(browse_.SelectedFolder, second_);
+}
+
+TEST_F(BrowseForFolderTest, TheSelectedFolderIsSelectedAtFirst) {
+    browse_.SelectedFolder = first_;
+    EXPECT_TRUE(BrowseWith({WaitForSelected(first_), PressNow(IDOK)}));
+    EXPECT_EQ(browse_.SelectedFolder, first_);
+}
+
+TEST_F(BrowseForFolderTest, CancellingLeavesTheSelectedFolderAsItWas) {
+    browse_.SelectedFolder = first_;
+    EXPECT_FALSE(BrowseWith({Select(second_), PressNow(IDCANCEL)}));
+    EXPECT_EQ(browse_.SelectedFolder, first_);
+}
+
+TEST_F(BrowseForFolderTest, TitleOkTextAndPromptAreShown) {
+    browse_.DialogTitle = "Title \u6f6e";
+    browse_.OKText = "Take it";
+    browse_.Prompt = "Select a folder to be stamped.";
+    std::string title;
+    std::string ok;
+    bool prompt_found = false;
+    BrowseWith({[&] {
+                    title = Window(Dialog()).Text();
+                    ok = Window(::GetDlgItem(Dialog(), IDOK)).Text();
+                    for (HWND child = ::GetWindow(Dialog(), GW_CHILD); child != nullptr;
+                         child = ::GetWindow(child, GW_HWNDNEXT)) {
+                        prompt_found |= Window(child).Text() == "Select a folder to be stamped.";
+                    }
+                    return true;
+                },
+                PressNow(IDCANCEL)});
+    EXPECT_EQ(title, "Title \u6f6e");
+    EXPECT_EQ(ok, "Take it");
+    EXPECT_TRUE(prompt_found);
+}
+
+TEST_F(BrowseForFolderTest, EmptyTextsKeepTheShellsOwn) {
+    std::string title;
+    std::string ok;
+    BrowseWith({[&] {
+                    title = Window(Dialog()).Text();
+                    ok = Window(::GetDlgItem(Dialog(), IDOK)).Text();
+                    return true;
+                },
+                PressNow(IDCANCEL)});
+    EXPECT_NE(title, "");
+    EXPECT_NE(ok, "");
+}
+
+TEST_F(BrowseForFolderTest, AVirtualFolderDisablesOkAndAFolderEnablesIt) {
+    if (OnWine()) {
+        GTEST_SKIP() << "OK stays enabled in Wine's dialog, whatever the callback asks for";
+    }
+    // Without the flags by which the shell itself refuses virtual folders.
+    browse_.Flags = BIF_NEWDIALOGSTYLE;
+    PIDLIST_ABSOLUTE computer = nullptr;
+    ASSERT_EQ(::SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &computer), S_OK);
+    const UniqueItemIdList owned(computer);
+    EXPECT_FALSE(BrowseWith({Select(first_),
+                             [computer] {
+                                 ::SendMessageW(Dialog(), BFFM_SETSELECTIONW, FALSE,
+                                                reinterpret_cast<LPARAM>(computer));
+                                 return !OkEnabled();
+                             },
+                             Select(second_), PressNow(IDCANCEL)}));
+}
+
+TEST_F(BrowseForFolderTest, WithoutAnOwnerTheDialogKeepsTheShellsPosition) {
+    BrowseWith({PressNow(IDCANCEL)});
+    EXPECT_EQ(screen_.questions, 0);
+}
+
+TEST_F(BrowseForFolderTest, TheDialogIsCentredOverItsOwner) {
+    browse_.hWndOwner = form_.Handle();
+    RECT owner{};
+    ::GetWindowRect(form_.Handle(), &owner);
+    RECT dialog{};
+    BrowseWith({[&dialog] {
+                    ::GetWindowRect(Dialog(), &dialog);
+                    return true;
+                },
+                PressNow(IDCANCEL)});
+    EXPECT_EQ(dialog.left,
+              owner.left + ((owner.right - owner.left) - (dialog.right - dialog.left)) / 2);
+    EXPECT_EQ(dialog.top,
+              owner.top + ((owner.bottom - owner.top) - (dialog.bottom - dialog.top)) / 2);
+    EXPECT_EQ(screen_.questions, 2) << "the monitors of both corners";
+}
+
+TEST_F(BrowseForFolderTest, TheDialogIsKeptOnTheMonitorWithItsSize) {
+    browse_.hWndOwner = form_.Handle();
+    screen_.monitor = {0, 0, 560, 480};
+    form_.Move({500, 420, 200, 150});
+    RECT dialog{};
+    BrowseWith({[&dialog] {
+                    ::GetWindowRect(Dialog(), &dialog);
+                    return true;
+                },
+                PressNow(IDCANCEL)});
+    EXPECT_EQ(dialog.right, 560);
+    EXPECT_EQ(dialog.bottom, 480);
+    EXPECT_GT(dialog.right - dialog.left, 50);
+}
+
+TEST_F(BrowseForFolderTest, ATypedNameThatDoesNotExistClosesTheDialogWithNothing) {
+    if (OnWine()) {
+        GTEST_SKIP() << "Wine's dialog does not check typed names";
+    }
+    browse_.Flags |= BIF_EDITBOX | BIF_VALIDATE;
+    browse_.SelectedFolder = first_;
+    EXPECT_FALSE(BrowseWith({[this] {
+                                 const HWND edit = ::GetDlgItem(Dialog(), kEditOfDialog);
+                                 if (edit == nullptr) {
+                                     return false;
+                                 }
+                                 ::SetWindowTextW(edit, WideFromUtf8(first_ + "\\nowhere").c_str());
+                                 return true;
+                             },
+                             PressNow(IDOK)}));
+    EXPECT_EQ(browse_.SelectedFolder, first_);
+}
+
+TEST_F(BrowseForFolderTest, RootAndSelectionThatTheShellDoesNotKnowAreLeftUnset) {
+    browse_.RootFolder = folder_.Path() + "\\nowhere";
+    browse_.SelectedFolder = folder_.Path() + "\\neither";
+    EXPECT_TRUE(BrowseWith({Select(second_), PressNow(IDOK)}));
+    EXPECT_EQ(browse_.SelectedFolder, second_);
+}
+
+TEST_F(BrowseForFolderTest, TheRootFolderIsTheTopOfTheTree) {
+    browse_.RootFolder = second_;
+    EXPECT_TRUE(BrowseWith({WaitForSelected(second_), PressNow(IDOK)}));
+    EXPECT_EQ(browse_.SelectedFolder, second_);
+}
+
+TEST_F(BrowseForFolderTest, OnlyOneDialogIsOpenAtATime) {
+    bool second_answer = true;
+    BrowseWith({[&] {
+                    BrowseForFolder second(screen_);
+                    second_answer = second.Browse();
+                    return true;
+                },
+                PressNow(IDCANCEL)});
+    EXPECT_FALSE(second_answer);
+}
+
+TEST_F(BrowseForFolderTest, ANumberedFolderGivesItsPath) {
+    std::array<wchar_t, MAX_PATH> windows{};
+    ::GetWindowsDirectoryW(windows.data(), MAX_PATH);
+    EXPECT_EQ(BrowseForFolder::GetSpecialFolderLocation(CSIDL_WINDOWS),
+              Utf8FromWide(windows.data()));
+}
+
+TEST_F(BrowseForFolderTest, AFolderWithoutAPathAndAnUnknownNumberGiveNothing) {
+    EXPECT_EQ(BrowseForFolder::GetSpecialFolderLocation(CSIDL_DRIVES), "");
+    EXPECT_EQ(BrowseForFolder::GetSpecialFolderLocation(0x7777), "");
+}
+
+TEST_F(BrowseForFolderTest, PathsAndIdentifierListsConvertBothWays) {
+    const UniqueItemIdList list = ItemIdListFromPath(nullptr, second_);
+    ASSERT_TRUE(list);
+    EXPECT_EQ(PathFromItemIdList(list.Get()), second_);
+    EXPECT_FALSE(ItemIdListFromPath(nullptr, folder_.Path() + "\\nowhere"));
+    EXPECT_EQ(PathFromItemIdList(nullptr), "");
+}
+
+// A stand-in for the shell's dialog: a window that notes what the callback sends it.
+class FakeDialogTest : public BrowseForFolderTest {
+  protected:
+    struct Sent {
+        UINT message;
+        WPARAM wparam;
+        LPARAM lparam;
+        bool operator==(const Sent&) const = default;
+    };
+
+    FakeDialogTest() {
+        dialog_.on_message = [this](UINT message, WPARAM wparam,
+                                    LPARAM lparam) -> std::optional<LRESULT> {
+            if (message < WM_USER) {
+                return std::nullopt;
+            }
+            sent_.push_back({message, wparam, lparam});
+            if (message == BFFM_SETSELECTIONW) {
+                selected_ = PathFromItemIdList(reinterpret_cast<PCIDLIST_ABSOLUTE>(lparam));
+            } else if (message == BFFM_SETOKTEXT) {
+                ok_text_ = Utf8FromWide(reinterpret_cast<const wchar_t*>(lparam));
+            }
+            return 0;
+        };
+    }
+
+    int Tell(UINT message, LPARAM lparam = 0) {
+        return info_.lpfn(dialog_.Handle(), message, lparam, info_.lParam);
+    }
+
+    TestForm dialog_;
+    std::vector<Sent> sent_;
+    std::string selected_;
+    std::string ok_text_;
+    BROWSEINFOW info_{};
+    std::function<PIDLIST_ABSOLUTE()> run_ = [] { return nullptr; };
+    BrowseForFolder fake_{screen_, [this](BROWSEINFOW& info) {
+                              info_ = info;
+                              return run_();
+                          }};
+};
+
+TEST_F(FakeDialogTest, TheDialogIsAskedForWithTheFields) {
+    fake_.hWndOwner = form_.Handle();
+    fake_.Flags = 0x12345;
+    fake_.Prompt = "Prompt \u6f6e";
+    std::string prompt;
+    std::wstring display_name;
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        prompt = Utf8FromWide(info_.lpszTitle);
+        display_name.assign(info_.pszDisplayName, MAX_PATH);
+        return nullptr;
+    };
+    EXPECT_FALSE(fake_.Browse());
+    EXPECT_EQ(info_.hwndOwner, form_.Handle());
+    EXPECT_EQ(info_.pidlRoot, nullptr);
+    EXPECT_EQ(prompt, "Prompt \u6f6e");
+    EXPECT_EQ(display_name, std::wstring(MAX_PATH, L'\0'));
+    EXPECT_EQ(info_.ulFlags, 0x12345U);
+    EXPECT_NE(info_.lpfn, nullptr);
+    EXPECT_EQ(info_.lParam, 0);
+    EXPECT_EQ(info_.iImage, 0);
+}
+
+TEST_F(FakeDialogTest, RootFolderBecomesTheRootsIdentifierList) {
+    fake_.RootFolder = second_;
+    std::string root;
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        root = PathFromItemIdList(info_.pidlRoot);
+        return nullptr;
+    };
+    fake_.Browse();
+    EXPECT_EQ(root, second_);
+}
+
+TEST_F(FakeDialogTest, InitializingSendsSelectionTitleAndOkText) {
+    fake_.SelectedFolder = first_;
+    fake_.DialogTitle = "Title";
+    fake_.OKText = "Take \u6f6e";
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        EXPECT_EQ(Tell(BFFM_INITIALIZED), 0);
+        return nullptr;
+    };
+    fake_.Browse();
+    ASSERT_EQ(sent_.size(), 2U);
+    EXPECT_EQ(sent_[0].message, static_cast<UINT>(BFFM_SETSELECTIONW));
+    EXPECT_EQ(sent_[0].wparam, 0U) << "an identifier list, not a path";
+    EXPECT_EQ(sent_[1].message, static_cast<UINT>(BFFM_SETOKTEXT));
+    EXPECT_EQ(selected_, first_);
+    EXPECT_EQ(ok_text_, "Take \u6f6e");
+    EXPECT_EQ(dialog_.Text(), "Title");
+}
+
+TEST_F(FakeDialogTest, InitializingWithEmptyFieldsSendsNothing) {
+    const Bounds before = dialog_.Position();
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        Tell(BFFM_INITIALIZED);
+        return nullptr;
+    };
+    fake_.Browse();
+    EXPECT_TRUE(sent_.empty());
+    EXPECT_EQ(dialog_.Position(), before);
+    EXPECT_EQ(dialog_.Text(), "form under test");
+}
+
+TEST_F(FakeDialogTest, AVirtualFolderDisablesOkAndAFolderEnablesIt) {
+    PIDLIST_ABSOLUTE computer = nullptr;
+    ASSERT_EQ(::SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &computer), S_OK);
+    const UniqueItemIdList virtual_folder(computer);
+    const UniqueItemIdList real_folder = ItemIdListFromPath(nullptr, first_);
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        EXPECT_EQ(Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(virtual_folder.Get())), 0);
+        EXPECT_EQ(Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(real_folder.Get())), 0);
+        return nullptr;
+    };
+    fake_.Browse();
+    EXPECT_THAT(sent_,
+                ::testing::ElementsAre(Sent{BFFM_ENABLEOK, 0, 0}, Sent{BFFM_ENABLEOK, 0, 1}));
+}
+
+TEST_F(FakeDialogTest, ATypedNameThatIsNotValidDisablesOkAndClosesTheDialog) {
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        EXPECT_EQ(Tell(BFFM_VALIDATEFAILEDW), 0) << "0 closes the dialog";
+        EXPECT_EQ(Tell(BFFM_VALIDATEFAILEDA), 0);
+        return nullptr;
+    };
+    EXPECT_FALSE(fake_.Browse());
+    EXPECT_THAT(sent_,
+                ::testing::ElementsAre(Sent{BFFM_ENABLEOK, 0, 0}, Sent{BFFM_ENABLEOK, 0, 0}));
+}
+
+TEST_F(FakeDialogTest, OtherMessagesAreIgnored) {
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        EXPECT_EQ(Tell(BFFM_IUNKNOWN), 0);
+        EXPECT_EQ(Tell(99), 0);
+        return nullptr;
+    };
+    fake_.Browse();
+    EXPECT_TRUE(sent_.empty());
+}
+
+TEST_F(FakeDialogTest, AVirtualFolderThatIsReturnedAllTheSameIsNotAChoice) {
+    fake_.SelectedFolder = first_;
+    run_ = [] {
+        PIDLIST_ABSOLUTE computer = nullptr;
+        ::SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &computer);
+        return computer;
+    };
+    EXPECT_FALSE(fake_.Browse());
+    EXPECT_EQ(fake_.SelectedFolder, first_);
+}
+
+TEST_F(FakeDialogTest, AnOwnerThatIsGoneDoesNotMoveTheDialog) {
+    fake_.hWndOwner = form_.Handle();
+    const Bounds before = dialog_.Position();
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        form_.Destroy();
+        Tell(BFFM_INITIALIZED);
+        return nullptr;
+    };
+    fake_.Browse();
+    EXPECT_EQ(dialog_.Position(), before);
+}
+
+}  // namespace
+}  // namespace tidemark

@@ -1,0 +1,263 @@
+// Real drag and drop operations, made by moving the mouse.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+
+#include "controls/file_drag_source.h"
+#include "controls/modal_driver.h"
+#include "controls/ole_dropper.h"
+#include "platform/win32/unique_handle.h"
+#include "platform/win32/wide_text.h"
+#include "support/pump.h"
+#include "support/test_form.h"
+
+namespace tidemark {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+void SendMouse(DWORD flags, int x = 0, int y = 0) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = x;
+    input.mi.dy = y;
+    input.mi.dwFlags = flags;
+    ::SendInput(1, &input, sizeof input);
+}
+
+void MoveMouseTo(POINT point) {
+    const int width = ::GetSystemMetrics(SM_CXSCREEN);
+    const int height = ::GetSystemMetrics(SM_CYSCREEN);
+    // The screen counts from 0 to 65535 here; half a pixel more hits its middle.
+    SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, (point.x * 65536 + 32768) / width,
+              (point.y * 65536 + 32768) / height);
+}
+
+class DragAndDropTest : public ::testing::Test {
+  protected:
+    DragAndDropTest() {
+        FormSpec spec = TestForm::DefaultSpec();
+        spec.extended_style |= WS_EX_TOPMOST;
+        form_ = std::make_unique<TestForm>(spec);
+        form_->SetVisible(true);
+        ControlSpec area;
+        area.bounds = {100, 100, 300, 200};
+        dropper_.Create(*form_, area);
+        dropper_.OLEDragOver = [this](DragData& data, std::int32_t& effect, std::int16_t button,
+                                      std::int16_t, float& x, float& y, std::int16_t state) {
+            AcceptFiles(data, effect);
+            over_ = state != drag_state::kLeave;
+            over_button_ = button;
+            over_at_ = {static_cast<int>(x), static_cast<int>(y)};
+        };
+        dropper_.OLEDragDrop = [this](DragData& data, std::int32_t& effect, std::int16_t,
+                                      std::int16_t, float&, float&) {
+            AcceptFiles(data, effect);
+            dropped_ = data.Files();
+        };
+        ::UpdateWindow(form_->Handle());
+        PumpPending();
+    }
+    ~DragAndDropTest() override {
+        // Whatever happened, no button stays down for the next test.
+        SendMouse(MOUSEEVENTF_LEFTUP);
+        SendMouse(MOUSEEVENTF_RIGHTUP);
+        MoveMouseTo({0, 0});
+        PumpPending();
+    }
+
+    POINT InForm(int x, int y) const {
+        POINT point{x, y};
+        ::ClientToScreen(form_->Handle(), &point);
+        return point;
+    }
+    POINT InDropper(int x, int y) const { return InForm(x + 100, y + 100); }
+    POINT OnLabel() const {
+        const Bounds label = dropper_.Label1().Position();
+        return InDropper(label.left + label.width / 2, label.top + label.height / 2);
+    }
+
+    // Presses at a point until `started`; again after a while, for a press that a window that is
+    // just going or coming swallowed.
+    ModalDriver::Step PressUntil(POINT at, bool right, std::function<bool()> started) {
+        return [this, at, right, started = std::move(started)] {
+            if (started()) {
+                return true;
+            }
+            if (const ULONGLONG now = ::GetTickCount64(); now >= press_again_at_) {
+                if (press_again_at_ != 0) {
+                    SendMouse(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
+                }
+                step_ = !step_;
+                MoveMouseTo({at.x + (step_ ? 1 : 0), at.y});
+                SendMouse(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
+                press_again_at_ = now + 2000;
+            }
+            return false;
+        };
+    }
+    // Moves to and fro around a point until it is reported as dragged over.
+    ModalDriver::Step MoveOver(POINT at) {
+        return [this, at] {
+            step_ = !step_;
+            MoveMouseTo({at.x + (step_ ? 1 : 0), at.y});
+            return over_;
+        };
+    }
+    ModalDriver::Step Release(bool right) {
+        return [right] {
+            SendMouse(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
+            return true;
+        };
+    }
+
+    std::unique_ptr<TestForm> form_;
+    OLEDropper dropper_;
+    bool over_ = false;
+    int over_button_ = 0;
+    Point over_at_;
+    std::vector<std::string> dropped_;
+    ULONGLONG press_again_at_ = 0;
+    bool step_ = false;
+};
+
+// Drags that start in this process, by pressing beside the drop area.
+class DragFromHereTest : public DragAndDropTest, protected OleDragDropSink {
+  protected:
+    DragFromHereTest() {
+        form_->on_message = [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN) {
+                effect_ = DragFiles(*this, message == WM_RBUTTONDOWN ? 2 : 1);
+                ended_ = true;
+                return 0;
+            }
+            return std::nullopt;
+        };
+    }
+
+    void StartDrag(DragSourceData& data, std::int32_t& allowed) override {
+        log_.emplace_back("start");
+        if (late_) {
+            data.OfferFormat(kFileListFormat);
+        } else {
+            data.SetFiles({"C:\\a", "C:\\\u6f6e"});
+        }
+        allowed = allowed_;
+    }
+    void SetData(DragSourceData& data, std::int16_t format) override {
+        log_.push_back("data " + std::to_string(format));
+        data.SetFiles({"C:\\late"});
+    }
+    void GiveFeedback(std::int32_t& effect, bool&) override { feedback_ |= effect; }
+    void CompleteDrag(std::int32_t& effect) override {
+        log_.push_back("complete " + std::to_string(effect));
+    }
+
+    bool Started() const { return !log_.empty(); }
+    void RunDrag(std::vector<ModalDriver::Step> steps) {
+        ModalDriver driver(std::move(steps), [] {
+            SendMouse(MOUSEEVENTF_LEFTUP);
+            SendMouse(MOUSEEVENTF_RIGHTUP);
+        });
+        EXPECT_TRUE(PumpUntil([&] { return ended_ && driver.Done(); }, std::chrono::seconds(25)));
+    }
+
+    std::int32_t allowed_ = kDropEffectCopy | kDropEffectMove;
+    bool late_ = false;
+    std::vector<std::string> log_;
+    std::int32_t feedback_ = 0;
+    std::int32_t effect_ = -1;
+    bool ended_ = false;
+};
+
+TEST_F(DragFromHereTest, FilesDraggedWithTheRightButtonAreDroppedOnTheLabel) {
+    RunDrag({PressUntil(InForm(30, 30), true, [this] { return Started(); }), MoveOver(OnLabel()),
+             Release(true)});
+    EXPECT_THAT(dropped_, ElementsAre("C:\\a", "C:\\\u6f6e"));
+    EXPECT_EQ(effect_, kDropEffectCopy);
+    EXPECT_EQ(over_button_, 2);
+    EXPECT_THAT(log_, ElementsAre("start", "complete 1"));
+    EXPECT_EQ(feedback_, kDropEffectCopy);
+}
+
+TEST_F(DragFromHereTest, FilesDraggedWithTheLeftButtonAreDroppedOnTheSurface) {
+    RunDrag({PressUntil(InForm(30, 30), false, [this] { return Started(); }),
+             MoveOver(InDropper(10, 12)), Release(false)});
+    EXPECT_THAT(dropped_, ElementsAre("C:\\a", "C:\\\u6f6e"));
+    EXPECT_EQ(effect_, kDropEffectCopy);
+    EXPECT_EQ(over_at_.y, 12);
+}
+
+TEST_F(DragFromHereTest, AFormatOfferedWithoutDataIsAskedForByTheTarget) {
+    late_ = true;
+    RunDrag({PressUntil(InForm(30, 30), false, [this] { return Started(); }), MoveOver(OnLabel()),
+             Release(false)});
+    EXPECT_THAT(dropped_, ElementsAre("C:\\late"));
+    EXPECT_THAT(log_, ElementsAre("start", "data 15", "complete 1"));
+}
+
+TEST_F(DragFromHereTest, WhatIsReleasedBesideATargetIsNotDropped) {
+    RunDrag({PressUntil(InForm(30, 30), false, [this] { return Started(); }), Release(false)});
+    EXPECT_THAT(dropped_, IsEmpty());
+    EXPECT_EQ(effect_, kDropEffectNone);
+    EXPECT_THAT(log_, ElementsAre("start", "complete 0"));
+}
+
+TEST_F(DragFromHereTest, WithoutAnAllowedEffectNoDragStarts) {
+    allowed_ = kDropEffectNone;
+    RunDrag({PressUntil(InForm(30, 30), false, [this] { return Started(); }), Release(false)});
+    EXPECT_THAT(log_, ElementsAre("start"));
+    EXPECT_EQ(effect_, kDropEffectNone);
+}
+
+struct ProcessTraits {
+    using Type = HANDLE;
+    static Type None() noexcept { return nullptr; }
+    static void Close(Type handle) noexcept {
+        // It would end by itself, but the test is over.
+        ::TerminateProcess(handle, 0);
+        ::CloseHandle(handle);
+    }
+};
+
+TEST_F(DragAndDropTest, FilesOfAnotherProcessAreDroppedOnTheLabel) {
+    std::array<wchar_t, MAX_PATH> own{};
+    ::GetModuleFileNameW(nullptr, own.data(), MAX_PATH);
+    const std::filesystem::path program =
+        std::filesystem::path(own.data()).replace_filename(L"drag_source.exe");
+    std::wstring command = L"\"" + program.wstring() + L"\" 700 200 \"C:\\from afar\" C:\\\u6f6e";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    ASSERT_TRUE(::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0,
+                                 nullptr, nullptr, &startup, &started));
+    ::CloseHandle(started.hThread);
+    const UniqueHandle<ProcessTraits> process(started.hProcess);
+
+    HWND source = nullptr;
+    const auto caption = [&] {
+        std::array<wchar_t, 32> text{};
+        ::GetWindowTextW(source, text.data(), static_cast<int>(text.size()));
+        return Utf8FromWide(text.data());
+    };
+    ASSERT_TRUE(PumpUntil(
+        [&] {
+            source = ::FindWindowW(L"TidemarkDragSource", nullptr);
+            return source != nullptr && caption() == "ready";
+        },
+        std::chrono::seconds(20)));
+
+    ModalDriver driver({PressUntil({750, 240}, false, [&] { return caption() == "dragging"; }),
+                        MoveOver(OnLabel()), Release(false)},
+                       [] { SendMouse(MOUSEEVENTF_LEFTUP); });
+    EXPECT_TRUE(PumpUntil([&] { return caption() == "done 1"; }, std::chrono::seconds(35)))
+        << caption();
+    EXPECT_TRUE(driver.Done());
+    EXPECT_THAT(dropped_, ElementsAre("C:\\from afar", "C:\\\u6f6e"));
+}
+
+}  // namespace
+}  // namespace tidemark
