@@ -1,0 +1,179 @@
+// What the user sets in the window is there again after a restart.
+
+#include <gmock/gmock.h>
+
+#include "endtoend/end_to_end.h"
+#include "platform/win32/registry_settings_store.h"
+#include "platform/win32/win32_screen.h"
+#include "settings/mod_options.h"
+#include "settings/stored_text.h"
+
+// Needs the system's main header before it.
+#include <commctrl.h>
+
+namespace tidemark {
+namespace {
+
+// Items of the menus, counted from 0 without the separators.
+enum ViewItem { kControlsOnBottom = 1, kDateCreated = 2, kAlwaysOnTop = 5 };
+enum OptionsItem {
+    kClearReadOnly = 0,
+    kSyncFolders = 1,
+    kPrompt = 2,
+    kClearAutomatically = 3,
+    kShowErrors = 4,
+    kReset = 6,
+};
+
+class SettingsEndToEnd : public EndToEnd {
+  protected:
+    [[nodiscard]] std::string Stored(const char* key) const {
+        return store_.ReadText(key, "(missing)");
+    }
+    // Waits until the program has stored the text under the key.
+    [[nodiscard]] bool WaitForStored(const char* key, const std::string& text) const {
+        return PollUntil(kWait, [&] { return Stored(key) == text; });
+    }
+
+    // Opens a menu of the bar by its letter and chooses an item with the keyboard.
+    static void Choose(const RemoteTidemark& program, char menu, int item) {
+        const RemoteWindow main = program.Main();
+        main.Post(WM_SYSCOMMAND, SC_KEYMENU, menu);
+        ASSERT_TRUE(PollUntil(kWait, [&] { return MenuIsOpen(program); }));
+        main.Post(WM_KEYDOWN, VK_HOME);
+        for (int i = 0; i < item; ++i) {
+            main.Post(WM_KEYDOWN, VK_DOWN);
+        }
+        main.Post(WM_KEYDOWN, VK_RETURN);
+        ASSERT_TRUE(PollUntil(kWait, [&] { return !MenuIsOpen(program); }));
+    }
+    static bool MenuIsOpen(const RemoteTidemark& program) {
+        for (const RemoteWindow& window : TopLevelWindows(program.Process())) {
+            if (window.Visible() && window.ClassName() == L"#32768") {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    static Bounds PlaceOf(const RemoteTidemark& program) {
+        RECT rect{};
+        ::GetWindowRect(program.Main().Handle(), &rect);
+        return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+    }
+    // Moves the window, and tells it that the user has let go of it.
+    static void MoveByUser(const RemoteTidemark& program, const Bounds& bounds) {
+        ::SetWindowPos(program.Main().Handle(), nullptr, bounds.left, bounds.top, bounds.width,
+                       bounds.height, SWP_NOZORDER | SWP_NOACTIVATE);
+        ASSERT_TRUE(PollUntil(kWait, [&] { return PlaceOf(program) == bounds; }));
+        program.Main().Send(WM_EXITSIZEMOVE);
+    }
+    [[nodiscard]] std::string Twips(int pixels) const {
+        return TextFromSingle(static_cast<float>(pixels * screen_.TwipsPerPixelX()));
+    }
+    static LRESULT WidthOf(const RemoteTidemark& program, int column) {
+        return program.lvwItems().Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column));
+    }
+
+    RegistrySettingsStore store_;
+    Win32Screen screen_;
+};
+
+TEST_F(SettingsEndToEnd, FirstRunLeavesAllEightOptionsInTheirCanonicalForm) {
+    const RemoteTidemark program = Start("");
+    for (const OptionDefinition& definition : OptionDefinitions()) {
+        EXPECT_TRUE(WaitForStored(definition.key, definition.default_text)) << definition.key;
+    }
+    for (int column = 0; column < 3; ++column) {
+        EXPECT_EQ(WidthOf(program, column), 300);
+    }
+    EXPECT_EQ(Stored("Left"), "(missing)");
+    Close(program);
+    EXPECT_EQ(Stored("Left"), "(missing)");
+}
+
+TEST_F(SettingsEndToEnd, OptionsWidthsPlaceAndSizeAreFoundAgain) {
+    const Bounds place = {120, 90, 700, 500};
+    {
+        const RemoteTidemark program = Start("");
+        Choose(program, 'o', kClearReadOnly);
+        EXPECT_TRUE(WaitForStored("ClearReadOnlyAttribute", "True"));
+        Choose(program, 'o', kSyncFolders);
+        EXPECT_TRUE(WaitForStored("SyncFolderCreatedDates", "False"));
+        Choose(program, 'o', kPrompt);
+        EXPECT_TRUE(WaitForStored("PromptWhenDone", "False"));
+        Choose(program, 'o', kClearAutomatically);
+        EXPECT_TRUE(WaitForStored("ClearAutomatically", "False"));
+        Choose(program, 'o', kShowErrors);
+        EXPECT_TRUE(WaitForStored("ShowErrorsAutomatically", "False"));
+        Choose(program, 'v', kDateCreated);
+        EXPECT_TRUE(WaitForStored("ShowDateCreated", "True"));
+        Choose(program, 'v', kControlsOnBottom);
+        EXPECT_TRUE(WaitForStored("ControlsOnTop", "False"));
+        Choose(program, 'v', kAlwaysOnTop);
+        EXPECT_TRUE(WaitForStored("AlwaysOnTop", "True"));
+        MoveByUser(program, place);
+        for (int column = 0; column < 3; ++column) {
+            program.lvwItems().Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column),
+                                    200 + 10 * column);
+        }
+        Close(program);
+    }
+    EXPECT_EQ(Stored("Left"), Twips(place.left));
+    EXPECT_EQ(Stored("Top"), Twips(place.top));
+    EXPECT_EQ(Stored("Width"), Twips(place.width));
+    EXPECT_EQ(Stored("Height"), Twips(place.height));
+    EXPECT_EQ(Stored("2ColumnWidth"), "210");
+
+    const RemoteTidemark program = Start("");
+    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(program) == place; }));
+    for (int column = 0; column < 3; ++column) {
+        EXPECT_EQ(WidthOf(program, column), 200 + 10 * column);
+    }
+    EXPECT_TRUE(program.dtDateCreated().Visible());
+    // The panel stands below the list.
+    RECT list{};
+    RECT stamp{};
+    ::GetWindowRect(program.lvwItems().Handle(), &list);
+    ::GetWindowRect(program.cmdStamp().Handle(), &stamp);
+    EXPECT_GE(stamp.top, list.bottom);
+    // A second choice of each takes the option back from what was found in the store.
+    Choose(program, 'o', kPrompt);
+    EXPECT_TRUE(WaitForStored("PromptWhenDone", "True"));
+    Choose(program, 'o', kReset);
+    ASSERT_EQ(program.WaitForBox(kWait).value_or("no message"), "Set default visuals and options?");
+    ASSERT_TRUE(program.AnswerBox(IDYES, kWait));
+    for (const OptionDefinition& definition : OptionDefinitions()) {
+        EXPECT_TRUE(WaitForStored(definition.key, TextFromTruth(definition.reset_value)))
+            << definition.key;
+    }
+    EXPECT_TRUE(PollUntil(kWait, [&] { return WidthOf(program, 2) == 100; }));
+    EXPECT_EQ(WidthOf(program, 0), 300);
+    EXPECT_EQ(WidthOf(program, 1), 150);
+    EXPECT_EQ(PlaceOf(program), place);
+    Close(program);
+}
+
+TEST_F(SettingsEndToEnd, BadTextsInTheStoreStopNothing) {
+    for (const OptionDefinition& definition : OptionDefinitions()) {
+        store_.WriteText(definition.key, "maybe");
+    }
+    store_.WriteText("1ColumnWidth", "12px");
+    store_.WriteText("2ColumnWidth", "1e40");
+    store_.WriteText("3ColumnWidth", "250.5");
+    store_.WriteText("Left", "1e40");
+    const RemoteTidemark program = Start("");
+    for (const OptionDefinition& definition : OptionDefinitions()) {
+        EXPECT_TRUE(WaitForStored(definition.key, "False")) << definition.key;
+    }
+    EXPECT_EQ(WidthOf(program, 0), 12);
+    EXPECT_EQ(WidthOf(program, 1), 10);
+    EXPECT_EQ(WidthOf(program, 2), 250);
+    const Bounds centred = {(::GetSystemMetrics(SM_CXSCREEN) - 640) / 2,
+                            (::GetSystemMetrics(SM_CYSCREEN) - 480) / 2, 640, 480};
+    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(program) == centred; }));
+    Close(program);
+}
+
+}  // namespace
+}  // namespace tidemark
