@@ -6,7 +6,8 @@ cd "$(dirname "$0")/.."
 runs=${1:-10000000}
 shift $(($# > 0 ? 1 : 0))
 fuzzers=("$@")
-[ ${#fuzzers[@]} -gt 0 ] || fuzzers=(truth_value_fuzzer leading_number_fuzzer placement_fuzzer options_fuzzer)
+[ ${#fuzzers[@]} -gt 0 ] || fuzzers=(
+    command_line_fuzzer truth_value_fuzzer leading_number_fuzzer placement_fuzzer options_fuzzer)
 
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target "${fuzzers[@]}"

@@ -17,7 +17,7 @@ class LoadedWindows {
   public:
     virtual ~LoadedWindows() = default;
 
-    // Names of the windows that are loaded now, in the order they were loaded.
+    // Names of the windows that are loaded now.
     [[nodiscard]] virtual std::vector<std::string> Names() const = 0;
     virtual void Hide(const std::string& name) = 0;
     // Closes the window without asking it whether it may be closed.
