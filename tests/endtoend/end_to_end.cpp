@@ -9,17 +9,6 @@
 namespace tidemark {
 namespace {
 
-// The program stands in the folder above that of the test programs.
-std::string ProgramPath() {
-    std::array<wchar_t, 4096> path{};
-    ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    std::string program = Utf8FromWide(path.data());
-    for (int level = 0; level < 2; ++level) {
-        program.erase(program.rfind('\\'));
-    }
-    return program + "\\tidemark.exe";
-}
-
 std::string EnvironmentText(const wchar_t* name) {
     std::array<wchar_t, 4096> value{};
     const DWORD length =
@@ -28,6 +17,17 @@ std::string EnvironmentText(const wchar_t* name) {
 }
 
 }  // namespace
+
+std::string ProgramPath() {
+    std::array<wchar_t, 4096> path{};
+    ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    // The folder above that of the test programs.
+    std::string program = Utf8FromWide(path.data());
+    for (int level = 0; level < 2; ++level) {
+        program.erase(program.rfind('\\'));
+    }
+    return program + "\\tidemark.exe";
+}
 
 FileTime FromLocal(const SYSTEMTIME& local) {
     FILETIME local_time{};

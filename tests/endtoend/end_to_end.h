@@ -11,6 +11,9 @@
 
 namespace tidemark {
 
+// Full path of the program that ships.
+[[nodiscard]] std::string ProgramPath();
+
 // The time that trees have before they are stamped.
 [[nodiscard]] FileTime LongAgo();
 // A local date and time of day.

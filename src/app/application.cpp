@@ -1,0 +1,116 @@
+#include "app/application.h"
+
+#include <commctrl.h>
+#include <ole2.h>
+
+#include "app/app_path.h"
+#include "app/startup.h"
+#include "app/version.h"
+#include "app/version_text.h"
+#include "ui/last_resort.h"
+#include "ui/message_loop.h"
+#include "ui/topmost.h"
+
+namespace tidemark {
+namespace {
+
+std::string Version() {
+    return VersionText(kVersionMajor, kVersionMinor, kBuildNumber);
+}
+
+void InitialiseCommonControls() {
+    const INITCOMMONCONTROLSEX controls{
+        sizeof(controls), ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS |
+                              ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+    ::InitCommonControlsEx(&controls);
+}
+
+}  // namespace
+
+Application::OleSession::OleSession() {
+    const HRESULT result = ::OleInitialize(nullptr);
+    if (FAILED(result)) {
+        ThrowSystemError(static_cast<DWORD>(result), "Starting OLE");
+    }
+}
+
+Application::OleSession::~OleSession() {
+    ::OleUninitialize();
+}
+
+Application::Application()
+    : system_(Hooks()),
+      platform_(system_.Parts()),
+      shut_down_(windows_, platform_.pump, process_),
+      splash_(platform_.timers, Version()),
+      main_window_(Services()),
+      about_(Version()),
+      startup_splash_(splash_, main_window_),
+      startup_main_window_(main_window_) {
+    windows_.Add("frmSplash", splash_, [this] { splash_.Destroy(); });
+    windows_.Add(kMainWindowName, main_window_, [this] { main_window_.Close(); });
+    windows_.Add("frmAbout", about_, [this] { about_.Destroy(); });
+}
+
+Application::~Application() = default;
+
+int Application::Run() {
+    if (!Startup(PartsOfStartup()).Run()) {
+        return 0;
+    }
+    return RunMessageLoop();
+}
+
+Win32PlatformHooks Application::Hooks() {
+    return {.dispatch = [](MSG& message) { RouteMessage(message); },
+            .on_quit = [this] { shut_down_.ShutDown(/*unload_main=*/true); },
+            .report_exception = [] { ReportToLastResort(nullptr); }};
+}
+
+MainWindowServices Application::Services() {
+    return {.platform = platform_,
+            .boxes = boxes_,
+            .settings = settings_,
+            .screen = screen_,
+            .process = process_,
+            .command_runner = command_runner_,
+            .errors_list_columns = {},
+            .show_errors = {},
+            .show_about = [this](bool topmost) { ShowAbout(topmost); },
+            .shut_down = [this](bool unload_main) { shut_down_.ShutDown(unload_main); },
+            .closed =
+                [this] {
+                    if (startup_main_window_.Loaded()) {
+                        ::PostQuitMessage(0);
+                    }
+                }};
+}
+
+StartupParts Application::PartsOfStartup() {
+    return {.process = process_,
+            .pump = platform_.pump,
+            .boxes = boxes_,
+            .file_system = platform_.file_system,
+            .splash = startup_splash_,
+            .main_window = startup_main_window_,
+            .errors_window = nullptr,
+            .shut_down = shut_down_,
+            .initialise_common_controls = InitialiseCommonControls,
+            .register_app_path = [this](const std::string& exe_name, const std::string& folder) {
+                RegisterAppPath(machine_registry_, platform_.files, exe_name, folder);
+            }};
+}
+
+void Application::ShowAbout(bool topmost) {
+    if (about_.Exists()) {
+        return;
+    }
+    about_.Form_Load(main_window_);
+    if (topmost) {
+        SetTopmost(about_, true);
+    }
+    about_.ShowModal(main_window_);
+    about_.Destroy();
+}
+
+}  // namespace tidemark

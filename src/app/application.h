@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+
+#include "app/frm_about.h"
+#include "app/frm_splash.h"
+#include "app/loaded_forms.h"
+#include "app/shut_down.h"
+#include "app/startup_windows.h"
+#include "mainwindow/frm_main.h"
+#include "platform/win32/registry_settings_store.h"
+#include "platform/win32/win32_command_runner.h"
+#include "platform/win32/win32_machine_registry.h"
+#include "platform/win32/win32_platform.h"
+#include "platform/win32/win32_process.h"
+#include "platform/win32/win32_screen.h"
+#include "ui/message_box.h"
+
+namespace tidemark {
+
+// The program: owns the system's parts, the settings and every window.
+class Application {
+  public:
+    Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+    ~Application();
+
+    // Starts up, runs the message loop, and returns the process's exit code.
+    [[nodiscard]] int Run();
+
+  private:
+    // OLE on this thread: the clipboard's and drag and drop's part of COM included. Throws
+    // ProgramError when the system refuses.
+    class OleSession {
+      public:
+        OleSession();
+        ~OleSession();
+        OleSession(const OleSession&) = delete;
+        OleSession& operator=(const OleSession&) = delete;
+    };
+
+    [[nodiscard]] Win32PlatformHooks Hooks();
+    [[nodiscard]] MainWindowServices Services();
+    [[nodiscard]] StartupParts PartsOfStartup();
+    void ShowAbout(bool topmost);
+
+    // In order of dependence: each needs some of those before it.
+    OleSession ole_;
+    Win32Platform system_;
+    Platform platform_;
+    Win32Process process_;
+    Win32Screen screen_;
+    Win32CommandRunner command_runner_;
+    Win32MachineRegistry machine_registry_;
+    RegistrySettingsStore settings_;
+    SystemMessageBoxes boxes_;
+    LoadedForms windows_;
+    ShutDownSequence shut_down_;
+    frmSplash splash_;
+    frmMain main_window_;
+    frmAbout about_;
+    SplashAtStartup startup_splash_;
+    MainWindowAtStartup startup_main_window_;
+};
+
+}  // namespace tidemark

@@ -1,0 +1,79 @@
+#include "app/startup_windows.h"
+
+#include "platform/program_error.h"
+#include "ui/topmost.h"
+
+namespace tidemark {
+namespace {
+
+template <typename Load>
+void LoadForm(Form& form, Load&& load) {
+    try {
+        load();
+    } catch (...) {
+        form.Destroy();
+        throw;
+    }
+}
+
+}  // namespace
+
+void SplashAtStartup::Load() {
+    if (!splash_.Exists()) {
+        LoadForm(splash_, [this] { splash_.Form_Load(); });
+    }
+}
+
+void SplashAtStartup::ShowAboveMainWindow() {
+    if (splash_.Exists() && main_window_.Exists()) {
+        splash_.StayAbove(main_window_);
+        splash_.SetVisible(true);
+    }
+}
+
+void SplashAtStartup::SetTopmost(bool on) {
+    if (splash_.Exists()) {
+        tidemark::SetTopmost(splash_, on);
+    }
+}
+
+void MainWindowAtStartup::Load() {
+    if (!Loaded()) {
+        loaded_ = false;
+        LoadForm(main_window_, [this] { main_window_.Form_Load(); });
+        loaded_ = true;
+    }
+}
+
+void MainWindowAtStartup::InitializeDisplay() {
+    Window().InitializeDisplay();
+}
+
+void MainWindowAtStartup::LoadPosition(bool reset) {
+    Window().LoadPosition(reset);
+}
+
+bool MainWindowAtStartup::AlwaysOnTopChecked() const {
+    return Window().IsChecked(OptionItem::mnuViewAlwaysOnTop);
+}
+
+void MainWindowAtStartup::Show() {
+    Window().SetVisible(true);
+}
+
+Bounds MainWindowAtStartup::Position() const {
+    return Window().Position();
+}
+
+void MainWindowAtStartup::AddItems(const std::vector<std::string>& paths) {
+    Window().AddItems(paths);
+}
+
+frmMain& MainWindowAtStartup::Window() const {
+    if (!Loaded()) {
+        throw ProgramError(error_number::kObjectNotSet, "The main window is not loaded");
+    }
+    return main_window_;
+}
+
+}  // namespace tidemark

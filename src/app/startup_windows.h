@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/frm_splash.h"
+#include "app/startup.h"
+#include "mainwindow/frm_main.h"
+
+namespace tidemark {
+
+// The program's windows, as start-up sees them. The forms are not owned. A form whose loading fails
+// half-way is not loaded, so that loading it can be tried again.
+
+class SplashAtStartup final : public StartupSplash {
+  public:
+    SplashAtStartup(frmSplash& splash, frmMain& main_window)
+        : splash_(splash), main_window_(main_window) {}
+
+    void Load() override;
+    void Show() override { splash_.SetVisible(true); }
+    void FadeIn() override { splash_.FadeIn(); }
+    [[nodiscard]] bool FadingIn() const override { return splash_.FadingIn(); }
+    void ShowAboveMainWindow() override;
+    void SetTopmost(bool on) override;
+    void FadeOut() override { splash_.FadeOut(); }
+
+  private:
+    frmSplash& splash_;
+    frmMain& main_window_;
+};
+
+class MainWindowAtStartup final : public StartupMainWindow {
+  public:
+    explicit MainWindowAtStartup(frmMain& main_window) : main_window_(main_window) {}
+
+    void Load() override;
+    [[nodiscard]] bool Loaded() const override { return loaded_ && main_window_.Exists(); }
+    void InitializeDisplay() override;
+    void LoadPosition(bool reset) override;
+    [[nodiscard]] bool AlwaysOnTopChecked() const override;
+    void Show() override;
+    [[nodiscard]] Bounds Position() const override;
+    void AddItems(const std::vector<std::string>& paths) override;
+
+  private:
+    // The main window; throws ProgramError when it is not loaded.
+    [[nodiscard]] frmMain& Window() const;
+
+    frmMain& main_window_;
+    bool loaded_ = false;
+};
+
+}  // namespace tidemark
