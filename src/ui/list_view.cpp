@@ -112,18 +112,15 @@ void ListView::RowChanged(std::size_t position) {
 }
 
 void ListView::RowAppended() {
-    rows_appended_ = true;
-    CatchUpLater();
+    CatchUpLater(rows_appended_);
 }
 
 void ListView::RowsChanged() {
-    rows_changed_ = true;
-    CatchUpLater();
+    CatchUpLater(rows_changed_);
 }
 
 void ListView::SelectionChanged() {
-    selection_changed_ = true;
-    CatchUpLater();
+    CatchUpLater(selection_changed_);
 }
 
 void ListView::SmallIconsAttached() {
@@ -137,11 +134,11 @@ void ListView::EmptyStateChanged() {
 }
 
 // Any message makes the window catch up, before the message itself; this sees to it that one comes.
-void ListView::CatchUpLater() {
-    const int waiting = (rows_appended_ ? 1 : 0) + (rows_changed_ ? 1 : 0);
-    if (waiting + (selection_changed_ ? 1 : 0) == 1) {
+void ListView::CatchUpLater(bool& with) {
+    if (!rows_appended_ && !rows_changed_ && !selection_changed_) {
         Post(WM_NULL);
     }
+    with = true;
 }
 
 void ListView::CatchUp() {

@@ -89,7 +89,7 @@ class ListView : public Control, private ListModelObserver {
     void PressRight(Point at, int shift);
     bool MovedEnough(Point at, WPARAM buttons) const;
 
-    void CatchUpLater();
+    void CatchUpLater(bool& with);
     void CatchUp();
     void ShowRowCount();
     void ShowSelection();

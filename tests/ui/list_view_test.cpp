@@ -117,6 +117,20 @@ TEST_F(ListViewTest, TenThousandRowsShowTheModelsTexts) {
     EXPECT_EQ(Cell(9'999, 2), "caf\xC3\xA9 \xF0\x9F\x98\x80");
 }
 
+TEST_F(ListViewTest, AnyNumberOfChangesWakesTheWindowOnce) {
+    PumpPending();
+    Fill(100);
+    model_.Remove(Name(3));
+    model_.SelectAll();
+    int wakes = 0;
+    MSG message{};
+    while (::PeekMessageW(&message, list_->Handle(), WM_NULL, WM_NULL, PM_REMOVE)) {
+        ++wakes;
+    }
+    EXPECT_EQ(wakes, 1);
+    EXPECT_EQ(Count(), 99);
+}
+
 TEST_F(ListViewTest, ATextLongerThanAnyPathOfOldIsShownWhole) {
     const std::string path(400, 'p');
     model_.Add(path, path);
