@@ -1,12 +1,12 @@
 #include "app/application.h"
 
 #include <commctrl.h>
-#include <ole2.h>
 
 #include "app/app_path.h"
 #include "app/startup.h"
 #include "app/version.h"
 #include "app/version_text.h"
+#include "controls/file_drag_source.h"
 #include "ui/last_resort.h"
 #include "ui/message_loop.h"
 #include "ui/topmost.h"
@@ -27,28 +27,20 @@ void InitialiseCommonControls() {
 
 }  // namespace
 
-Application::OleSession::OleSession() {
-    const HRESULT result = ::OleInitialize(nullptr);
-    if (FAILED(result)) {
-        ThrowSystemError(static_cast<DWORD>(result), "Starting OLE");
-    }
-}
-
-Application::OleSession::~OleSession() {
-    ::OleUninitialize();
-}
-
 Application::Application()
     : system_(Hooks()),
       platform_(system_.Parts()),
       shut_down_(windows_, platform_.pump, process_),
       splash_(platform_.timers, Version()),
       main_window_(Services()),
+      errors_window_(ErrorsServices()),
       about_(Version()),
       startup_splash_(splash_, main_window_),
-      startup_main_window_(main_window_) {
+      startup_main_window_(main_window_),
+      startup_errors_window_(errors_window_) {
     windows_.Add("frmSplash", splash_, [this] { splash_.Destroy(); });
     windows_.Add(kMainWindowName, main_window_, [this] { main_window_.Close(); });
+    windows_.Add("frmErrors", errors_window_, [this] { errors_window_.Unload(); });
     windows_.Add("frmAbout", about_, [this] { about_.Destroy(); });
 }
 
@@ -68,22 +60,46 @@ Win32PlatformHooks Application::Hooks() {
 }
 
 MainWindowServices Application::Services() {
+    return {
+        .platform = platform_,
+        .boxes = boxes_,
+        .settings = settings_,
+        .screen = screen_,
+        .process = process_,
+        .command_runner = command_runner_,
+        .errors_list_columns = [this]() -> ListColumns& { return LoadedErrorsWindow().Columns(); },
+        .show_errors = [this](const StampErrorList& errors,
+                              bool topmost) { ShowErrors(errors, topmost); },
+        .show_about = [this](bool topmost) { ShowAbout(topmost); },
+        .shut_down = [this](bool unload_main) { shut_down_.ShutDown(unload_main); },
+        .closed =
+            [this] {
+                if (startup_main_window_.Loaded()) {
+                    ::PostQuitMessage(0);
+                }
+            }};
+}
+
+ErrorsWindowServices Application::ErrorsServices() {
     return {.platform = platform_,
-            .boxes = boxes_,
             .settings = settings_,
-            .screen = screen_,
-            .process = process_,
-            .command_runner = command_runner_,
-            .errors_list_columns = {},
-            .show_errors = {},
-            .show_about = [this](bool topmost) { ShowAbout(topmost); },
-            .shut_down = [this](bool unload_main) { shut_down_.ShutDown(unload_main); },
-            .closed =
-                [this] {
-                    if (startup_main_window_.Loaded()) {
-                        ::PostQuitMessage(0);
-                    }
-                }};
+            .commands = command_runner_,
+            .popup_menus = popup_menus_,
+            .drag_files = [](OleDragDropSink& source, std::int16_t button) {
+                DragFiles(source, button);
+            }};
+}
+
+frmErrors& Application::LoadedErrorsWindow() {
+    startup_errors_window_.Load();
+    return errors_window_;
+}
+
+void Application::ShowErrors(const StampErrorList& errors, bool topmost) {
+    frmErrors& window = LoadedErrorsWindow();
+    SetTopmost(window, topmost);
+    window.AddFromCollection(errors);
+    window.SetVisible(true);
 }
 
 StartupParts Application::PartsOfStartup() {
@@ -93,7 +109,7 @@ StartupParts Application::PartsOfStartup() {
             .file_system = platform_.file_system,
             .splash = startup_splash_,
             .main_window = startup_main_window_,
-            .errors_window = nullptr,
+            .errors_window = startup_errors_window_,
             .shut_down = shut_down_,
             .initialise_common_controls = InitialiseCommonControls,
             .register_app_path = [this](const std::string& exe_name, const std::string& folder) {

@@ -7,6 +7,9 @@
 #include "app/loaded_forms.h"
 #include "app/shut_down.h"
 #include "app/startup_windows.h"
+#include "controls/ole_session.h"
+#include "controls/popup_menu_system.h"
+#include "errors/frm_errors.h"
 #include "mainwindow/frm_main.h"
 #include "platform/win32/registry_settings_store.h"
 #include "platform/win32/win32_command_runner.h"
@@ -30,19 +33,13 @@ class Application {
     [[nodiscard]] int Run();
 
   private:
-    // OLE on this thread: the clipboard's and drag and drop's part of COM included. Throws
-    // ProgramError when the system refuses.
-    class OleSession {
-      public:
-        OleSession();
-        ~OleSession();
-        OleSession(const OleSession&) = delete;
-        OleSession& operator=(const OleSession&) = delete;
-    };
-
     [[nodiscard]] Win32PlatformHooks Hooks();
     [[nodiscard]] MainWindowServices Services();
+    [[nodiscard]] ErrorsWindowServices ErrorsServices();
     [[nodiscard]] StartupParts PartsOfStartup();
+    // The errors window, loaded (not shown) if it is not yet.
+    frmErrors& LoadedErrorsWindow();
+    void ShowErrors(const StampErrorList& errors, bool topmost);
     void ShowAbout(bool topmost);
 
     // In order of dependence: each needs some of those before it.
@@ -59,9 +56,12 @@ class Application {
     ShutDownSequence shut_down_;
     frmSplash splash_;
     frmMain main_window_;
+    PopupMenuSystem popup_menus_;
+    frmErrors errors_window_;
     frmAbout about_;
     SplashAtStartup startup_splash_;
     MainWindowAtStartup startup_main_window_;
+    ErrorsWindowAtStartup startup_errors_window_;
 };
 
 }  // namespace tidemark

@@ -191,11 +191,9 @@ Startup::Road Startup::ShowMainWindow() {
 }
 
 Startup::Road Startup::LoadErrorsWindow() {
-    if (parts_.errors_window != nullptr) {
-        parts_.errors_window->Load();
-        parts_.errors_window->MoveTo(
-            CentredOver(parts_.main_window.Position(), parts_.errors_window->Position()));
-    }
+    parts_.errors_window.Load();
+    parts_.errors_window.MoveTo(
+        CentredOver(parts_.main_window.Position(), parts_.errors_window.Position()));
     return Road::kNext;
 }
 

@@ -63,7 +63,7 @@ struct StartupParts {
     FileSystemObject& file_system;
     StartupSplash& splash;
     StartupMainWindow& main_window;
-    StartupErrorsWindow* errors_window;  // null when there is none
+    StartupErrorsWindow& errors_window;
     ShutDownSequence& shut_down;
     std::function<void()> initialise_common_controls;
     std::function<void(const std::string& exe_name, const std::string& folder)> register_app_path;

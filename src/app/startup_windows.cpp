@@ -76,4 +76,15 @@ frmMain& MainWindowAtStartup::Window() const {
     return main_window_;
 }
 
+void ErrorsWindowAtStartup::Load() {
+    if (!errors_window_.Exists()) {
+        LoadForm(errors_window_, [this] { errors_window_.Form_Load(); });
+    }
+}
+
+void ErrorsWindowAtStartup::MoveTo(Point place) {
+    const Bounds now = errors_window_.Position();
+    errors_window_.Move({place.x, place.y, now.width, now.height});
+}
+
 }  // namespace tidemark

@@ -5,6 +5,7 @@
 
 #include "app/frm_splash.h"
 #include "app/startup.h"
+#include "errors/frm_errors.h"
 #include "mainwindow/frm_main.h"
 
 namespace tidemark {
@@ -49,6 +50,18 @@ class MainWindowAtStartup final : public StartupMainWindow {
 
     frmMain& main_window_;
     bool loaded_ = false;
+};
+
+class ErrorsWindowAtStartup final : public StartupErrorsWindow {
+  public:
+    explicit ErrorsWindowAtStartup(frmErrors& errors_window) : errors_window_(errors_window) {}
+
+    void Load() override;
+    [[nodiscard]] Bounds Position() const override { return errors_window_.Position(); }
+    void MoveTo(Point place) override;
+
+  private:
+    frmErrors& errors_window_;
 };
 
 }  // namespace tidemark

@@ -233,7 +233,7 @@ class StartupWorld {
     }
 
     bool Run() {
-        return Startup({process, pump, boxes, file_system, splash, main_window, &errors_window,
+        return Startup({process, pump, boxes, file_system, splash, main_window, errors_window,
                         shut_down, [this] { log.Note("common controls"); },
                         [this](const std::string& name, const std::string& folder) {
                             log.Note("register " + name + " in " + folder);
