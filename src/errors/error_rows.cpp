@@ -209,16 +209,4 @@ void ErrorRows::RewriteNumbers(std::string (*form)(std::int64_t)) {
     }
 }
 
-std::vector<std::string> ErrorRows::ExistingSelectedPaths() {
-    std::vector<std::string> paths;
-    for (std::size_t i = 0; i < list_.Count(); ++i) {
-        const ListRow& row = list_.At(i);
-        if (row.selected && (platform_.file_system.FileExists(row.key) ||
-                             platform_.file_system.FolderExists(row.key))) {
-            paths.push_back(row.key);
-        }
-    }
-    return paths;
-}
-
 }  // namespace tidemark

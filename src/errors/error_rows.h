@@ -63,9 +63,6 @@ class ErrorRows final : public std::enable_shared_from_this<ErrorRows>, private 
     void ColumnClick(ErrorColumn column);
     [[nodiscard]] const ColumnSort& Sorting() const { return sort_; }
 
-    // The keys of the selected rows that exist, in list order.
-    [[nodiscard]] std::vector<std::string> ExistingSelectedPaths();
-
   private:
     class Fill;
 

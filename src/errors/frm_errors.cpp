@@ -175,7 +175,8 @@ void frmErrors::ShowPopup(Point at) {
     oContextMenu = popup;
     popup->AddMenuItem("Open Containing Folder", MFT_STRING, MFS_ENABLED, kOpenContainingFolder);
     popup->AddMenuItem("", MFT_SEPARATOR, MFS_ENABLED, /*ItemData=*/0);
-    for (const std::string& path : rows->ExistingSelectedPaths()) {
+    for (const std::string& path :
+         ExistingSelectedPaths(rows->List(), services_.platform.file_system)) {
         popup->AddFile(path);
     }
     popup->UseShellDefault = true;
@@ -197,7 +198,7 @@ void frmErrors::oContextMenu_MenuItemInvoked(std::int32_t item_data) {
 }
 
 void frmErrors::StartDrag(DragSourceData& data, std::int32_t& allowed_effects) {
-    data.SetFiles(rows->ExistingSelectedPaths());
+    data.SetFiles(ExistingSelectedPaths(rows->List(), services_.platform.file_system));
     allowed_effects = kDropEffectCopy | kDropEffectMove;
 }
 

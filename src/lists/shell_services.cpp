@@ -7,12 +7,20 @@
 
 namespace tidemark {
 
+namespace {
+
+bool Exists(FileSystemObject& file_system, const std::string& path) {
+    return file_system.FileExists(path) || file_system.FolderExists(path);
+}
+
+}  // namespace
+
 std::string ContainingFolderCommand(const ListModel* list, FileSystemObject& file_system) {
     const ListRow* const row = list == nullptr ? nullptr : SelectedRow(*list);
     if (row == nullptr) {
         return {};
     }
-    if (!file_system.FileExists(row->key) && !file_system.FolderExists(row->key)) {
+    if (!Exists(file_system, row->key)) {
         return {};
     }
     return "explorer ,\"" + row->key + "\",/select";
@@ -26,7 +34,7 @@ bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_syst
         if (!row.selected) {
             continue;
         }
-        if (!file_system.FileExists(row.key) && !file_system.FolderExists(row.key)) {
+        if (!Exists(file_system, row.key)) {
             return false;
         }
         const std::string parent = locale.LowerCase(file_system.ParentFolder(row.key));
@@ -36,6 +44,21 @@ bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_syst
         common = parent;
     }
     return true;
+}
+
+std::vector<std::string> ExistingSelectedPaths(const ListModel& list,
+                                               FileSystemObject& file_system) {
+    std::vector<std::string> paths;
+    if (list.SelectedCount() == 0) {
+        return paths;
+    }
+    for (std::size_t position = 0; position < list.Count(); ++position) {
+        const ListRow& row = list.At(position);
+        if (row.selected && Exists(file_system, row.key)) {
+            paths.push_back(row.key);
+        }
+    }
+    return paths;
 }
 
 }  // namespace tidemark

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "lists/list_model.h"
 #include "platform/file_system_object.h"
@@ -20,5 +21,9 @@ namespace tidemark {
 // when nothing is selected.
 [[nodiscard]] bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system,
                                             UserLocale& locale);
+
+// The keys of the selected rows that exist as a file or a folder, in list order.
+[[nodiscard]] std::vector<std::string> ExistingSelectedPaths(const ListModel& list,
+                                                             FileSystemObject& file_system);
 
 }  // namespace tidemark

@@ -144,7 +144,6 @@ class frmMain final : public Form,
     void PopUpForSelection(Point at);  // on the screen; (-1, -1) is the pointer
     void PopUp(const char* name, Point at);
     void oContextMenu_MenuItemInvoked(std::int32_t item_data);
-    [[nodiscard]] std::vector<std::string> ExistingSelectedPaths();
 
     // frm_main_dialogs.cpp
     void WireDialogs();

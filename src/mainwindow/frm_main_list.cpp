@@ -1,7 +1,6 @@
 // The item list: sorting, keys, the right-click popup, and files dragged in and out.
 
 #include "controls/file_drag_source.h"
-#include "engine/paths.h"
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
 #include "mainwindow/frm_main.h"
@@ -52,23 +51,12 @@ void frmMain::WireList() {
     list_drag_events_.OLEDragOver = drag_over;
     list_drag_events_.OLEDragDrop = drop;
     list_drag_events_.OLEStartDrag = [this](DragSourceData& data, std::int32_t& allowed_effects) {
-        data.SetFiles(ExistingSelectedPaths());
+        data.SetFiles(ExistingSelectedPaths(rows, services_.platform.file_system));
         allowed_effects = kDropEffectCopy | kDropEffectMove;
     };
     OLEDropper1.OLEDragOver = drag_over;
     OLEDropper1.OLEDragDrop = drop;
     list_target_ = std::make_unique<DropTarget>(lvwItems.Handle(), list_drag_);
-}
-
-std::vector<std::string> frmMain::ExistingSelectedPaths() {
-    std::vector<std::string> paths;
-    for (std::size_t position = 0; position < rows.Count(); ++position) {
-        const ListRow& row = rows.At(position);
-        if (row.selected && PathExists(services_.platform.file_system, row.key)) {
-            paths.push_back(row.key);
-        }
-    }
-    return paths;
 }
 
 void frmMain::lvwItems_ColumnClick(std::size_t column) {
@@ -122,7 +110,7 @@ void frmMain::PopUpForSelection(Point at) {
     };
     oContextMenu->AddMenuItem("Open Containing Folder", 0, 0, kOpenContainingFolderData);
     oContextMenu->AddMenuItem("", kSeparatorType, 0, 0);
-    for (const std::string& path : ExistingSelectedPaths()) {
+    for (const std::string& path : ExistingSelectedPaths(rows, file_system)) {
         oContextMenu->AddFile(path);
     }
     shell_menu->PopupMenu(lvwItems.Handle(), 0, at.x, at.y);

@@ -279,22 +279,6 @@ TEST_F(ErrorRowsTest, TheRowsMayBeLetGoDuringTheFill) {
     EXPECT_EQ(rows, nullptr);
 }
 
-TEST_F(ErrorRowsTest, SelectedPathsThatExistAreGivenInListOrder) {
-    StampErrorList errors = Records(3);
-    system.volume.AddFolder("C:\\d");
-    errors.push_back(Record("C:\\D\\"));
-    errors.push_back(Record("C:\\gone.txt"));
-    Show(errors);
-    EXPECT_THAT(rows->ExistingSelectedPaths(), IsEmpty());
-    List().SelectAll();
-    List().SetSelected(1, false);
-    EXPECT_THAT(rows->ExistingSelectedPaths(),
-                ElementsAre("c:\\dir\\0.txt", "c:\\dir\\2.txt", "c:\\d\\"));
-    system.volume.Remove("C:\\dir");
-    system.volume.Remove("C:\\d");
-    EXPECT_THAT(rows->ExistingSelectedPaths(), IsEmpty());
-}
-
 TEST_F(ErrorRowsTest, AHundredThousandRecordsAreAllShown) {
     // Quicker look-ups than a whole volume's.
     FakeFileSystem files;

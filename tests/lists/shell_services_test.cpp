@@ -152,5 +152,18 @@ TEST_F(ShellServicesTest, ParentsAreComparedWithoutRegardToCase) {
     EXPECT_TRUE(SelectionLiesInOneFolder(list_, file_system, locale_));
 }
 
+TEST_F(ShellServicesTest, SelectedPathsThatExistAreGivenInListOrder) {
+    AddFile(R"(c:\a\2)");
+    AddFile(R"(c:\a\1)");
+    AddFolder(R"(c:\b\)");
+    AddFile(R"(c:\a\gone)");
+    EXPECT_TRUE(ExistingSelectedPaths(list_, file_system_).empty());
+    list_.SelectAll();
+    list_.SetSelected(1, false);
+    file_system_.files.erase(R"(c:\a\gone)");
+    EXPECT_EQ(ExistingSelectedPaths(list_, file_system_),
+              (std::vector<std::string>{R"(c:\a\2)", R"(c:\b\)"}));
+}
+
 }  // namespace
 }  // namespace tidemark
