@@ -61,6 +61,7 @@ struct SeenStart {
     milliseconds opaque_to_main{0};
     milliseconds main_to_fade{0};
     HWND main = nullptr;
+    HWND errors = nullptr;
 };
 
 // Watches a process until its splash has gone. Nothing when it does not within the time.
@@ -117,6 +118,9 @@ std::optional<SeenStart> WatchStart(const RemoteProcess& process, milliseconds l
     if (fading) {
         seen.main_to_fade = std::chrono::duration_cast<milliseconds>(*fading - *main_shown);
     }
+    if (const auto errors = FindWindowOf(process, L"TidemarkErrors")) {
+        seen.errors = errors->Handle();
+    }
     return seen;
 }
 
@@ -160,6 +164,19 @@ TEST_F(StartupEndToEnd, WindowsCarryTheirTexts) {
     EXPECT_EQ(RemoteWindow(*process_, seen.main).Text(), "tidemark clock");
     EXPECT_THAT(seen.version, testing::MatchesRegex("version \\d+\\.\\d+  build \\d+"));
     EXPECT_EQ(seen.hint, "Hold SHIFT to reset window location.");
+    CloseMain(seen);
+}
+
+TEST_F(StartupEndToEnd, TheErrorsWindowIsLoadedUnseenInTheMiddleOfTheMainWindow) {
+    const SeenStart seen = StartWatched();
+    ASSERT_NE(seen.errors, nullptr);
+    const RemoteWindow errors(*process_, seen.errors);
+    EXPECT_EQ(errors.Text(), "errors: tidemark");
+    EXPECT_FALSE(errors.Visible());
+    const RECT main = PlaceOf(seen.main);
+    const RECT place = PlaceOf(seen.errors);
+    EXPECT_NEAR(main.left + main.right, place.left + place.right, 2);
+    EXPECT_NEAR(main.top + main.bottom, place.top + place.bottom, 2);
     CloseMain(seen);
 }
 
@@ -262,6 +279,20 @@ TEST_F(StartupEndToEnd, ClosingInTheMiddleOfACountEndsTheProgram) {
     EXPECT_EQ(process_->WaitForExit(kWait), 0U);
 }
 
+TEST_F(StartupEndToEnd, ExitInTheMiddleOfAStampEndsTheProgram) {
+    SetOption(L"PromptWhenDone", L"False");  // also when the stamp turns out to be the quicker one
+    RealTree tree;
+    MakeManyFiles(tree, /*folders=*/60, /*files_in_each=*/40);
+    const SeenStart seen = StartWatched(Quoted(tree.Root()));
+    const RemoteTidemark program;
+    ASSERT_TRUE(program.WaitForCounts(1, kWait));
+    program.cmdStamp().Click();
+    program.Main().Post(WM_SYSCOMMAND, SC_KEYMENU, 'f');
+    ASSERT_TRUE(PollUntil(kWait, [&] { return FindWindowOf(*process_, L"#32768").has_value(); }));
+    program.Main().Post(WM_KEYDOWN, 'X');
+    EXPECT_EQ(process_->WaitForExit(kWait), 0U);
+}
+
 // Makes the Scripting Runtime's component one that cannot be created, while alive. The user's own
 // registration of it comes before the machine's; where the system does not look there (Wine), the
 // machine's is changed and put back.
@@ -271,6 +302,9 @@ class MissingRuntime {
         Set(HKEY_CURRENT_USER, kNowhere);
         if (Read(HKEY_CLASSES_ROOT, kComponent) != kNowhere) {
             machines_own_ = Read(HKEY_LOCAL_MACHINE, kKey);
+            if (machines_own_ == kNowhere) {
+                machines_own_ = kGenuine;  // a run that was killed has left it so
+            }
             Set(HKEY_LOCAL_MACHINE, kNowhere);
         }
     }
@@ -285,6 +319,7 @@ class MissingRuntime {
 
   private:
     static constexpr const wchar_t* kNowhere = L"{7E0F9C7A-51A5-4D7C-9C8E-3F2B4C0F1D55}";
+    static constexpr const wchar_t* kGenuine = L"{0D43FE01-F093-11CF-8940-00A0C9054228}";
     static constexpr const wchar_t* kParent = L"Software\\Classes\\Scripting.FileSystemObject";
     static constexpr const wchar_t* kKey = L"Software\\Classes\\Scripting.FileSystemObject\\CLSID";
     static constexpr const wchar_t* kComponent = L"Scripting.FileSystemObject\\CLSID";
