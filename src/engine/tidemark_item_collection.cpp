@@ -161,15 +161,15 @@ void TidemarkItemCollection::ShowItemRow(TidemarkItem& item, ListModel* list,
     if (images == nullptr) {
         return;
     }
-    AddIcon(*images, platform_.file_system, platform_.locale, path);
+    const std::string icon_key = IconKey(platform_.file_system, platform_.locale, path, "");
+    AddIcon(*images, icon_key, path);
     // A list takes no image list that is still without a picture.
     if (list->SmallIcons() == nullptr && images->Count() > 0) {
         list->AttachSmallIcons(images);
     }
-    const int icon = RowIcon(*images, platform_.file_system, platform_.locale, path);
     // Asking the shell may let messages run, and the row may be gone.
     if (const ListRow* still_there = FindRow(*list, path)) {
-        list->SetSmallIcon(*still_there, icon);
+        list->SetSmallIcon(*still_there, RowIcon(*images, icon_key));
     }
 }
 
@@ -188,10 +188,12 @@ void TidemarkItemCollection::Remove(const std::string& key, ListModel* list) {
     if (item == nullptr) {
         return;
     }
+    // Now: the key may be the row's own, which goes with it.
+    const std::string lower_key = platform_.locale.LowerCase(key);
     item->CancelCount();
     item->CancelStamp();
     RemoveItemRow(*item, list);
-    Take(platform_.locale.LowerCase(key));
+    Take(lower_key);
 }
 
 // Takes the item under the key out of the slots. Closing the gaps only when they are half of all

@@ -131,8 +131,7 @@ class ErrorRows::Fill {
     // A cancelled run chooses for the rows that it reached.
     void ChooseIcons() {
         for (const auto& [row, key] : icon_keys_) {
-            const int index = IconIndex(rows_.images_, *key);
-            rows_.list_.SetSmallIcon(*row, index == -1 ? 1 : index);
+            rows_.list_.SetSmallIcon(*row, RowIcon(rows_.images_, *key));
         }
     }
 

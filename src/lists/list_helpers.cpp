@@ -76,7 +76,11 @@ int RowIcon(const KeyedImageList& images, FileSystemObject& file_system, UserLoc
             const std::string& path) {
     // A path that exists as neither a file nor a folder has no type name either: with that as the
     // fallback its key is empty, which no picture has.
-    const int index = IconIndex(images, IconKey(file_system, locale, path, ""));
+    return RowIcon(images, IconKey(file_system, locale, path, ""));
+}
+
+int RowIcon(const KeyedImageList& images, const std::string& key) {
+    const int index = IconIndex(images, key);
     return index == -1 ? 1 : index;
 }
 

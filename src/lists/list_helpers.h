@@ -40,6 +40,8 @@ void AddIcon(KeyedImageList& images, const std::string& key, const std::string& 
 // The picture for the row of a path: the one under its icon key, or 1 when there is none.
 [[nodiscard]] int RowIcon(const KeyedImageList& images, FileSystemObject& file_system,
                           UserLocale& locale, const std::string& path);
+// The same for a caller that knows the path's icon key.
+[[nodiscard]] int RowIcon(const KeyedImageList& images, const std::string& key);
 
 void SelectAllRows(ListModel& list);
 void ClearRowSelection(ListModel& list);

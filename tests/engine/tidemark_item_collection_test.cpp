@@ -176,6 +176,14 @@ TEST_F(CollectionTest, RemovingTakesTheRowAndTheLastOneEmptiesTheList) {
     EXPECT_EQ(items.Count(), 0U);
 }
 
+TEST_F(CollectionTest, AnItemIsRemovedByTheKeyOfItsOwnRow) {
+    items.Add("C:\\top", &list, &images);
+    items.Add("C:\\Other\\c.exe", &list, &images);
+    items.Remove(list.At(1).key, &list);
+    EXPECT_THAT(Paths(), ElementsAre("C:\\top\\"));
+    EXPECT_EQ(list.Count(), 1U);
+}
+
 TEST_F(CollectionTest, AnUnknownKeyChangesNothing) {
     items.Add("C:\\top", &list, &images);
     items.Remove("C:\\none", &list);
