@@ -13,7 +13,7 @@ namespace tidemark {
 // panels, the first of a given width, the second taking the rest.
 class StatusBar : public Control {
   public:
-    // The text of the spec is the first simple text; the bounds are the bar's own affair.
+    // The control's text is the first simple text; the bar finds its bounds itself.
     void Create(ControlSite& site, const ControlSpec& spec);
     // Places the bar again after the form's size changed.
     void FollowForm() const;
