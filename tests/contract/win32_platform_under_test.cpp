@@ -8,6 +8,7 @@
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
+#include "support/com_apartment.h"
 
 namespace tidemark {
 namespace {
@@ -61,14 +62,6 @@ void RemoveAll(const std::wstring& folder) {
     }
     ::RemoveDirectoryW(folder.c_str());
 }
-
-class ComApartment {
-  public:
-    ComApartment() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~ComApartment() { ::CoUninitialize(); }
-    ComApartment(const ComApartment&) = delete;
-    ComApartment& operator=(const ComApartment&) = delete;
-};
 
 class Win32PlatformUnderTest final : public PlatformUnderTest {
   public:

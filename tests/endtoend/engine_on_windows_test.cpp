@@ -1,8 +1,13 @@
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "endtoend/end_to_end.h"
 #include "engine/tidemark_item.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
+#include "support/com_apartment.h"
 
 namespace tidemark {
 namespace {
@@ -13,14 +18,6 @@ FileTime Chosen() {
     return FromLocal(LocalTime(2019, 5, 17, 13, 45));
 }
 
-class ComApartment {
-  public:
-    ComApartment() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~ComApartment() { ::CoUninitialize(); }
-    ComApartment(const ComApartment&) = delete;
-    ComApartment& operator=(const ComApartment&) = delete;
-};
-
 // The engine in this process, on Windows itself and a real tree.
 class EngineOnWindows : public testing::Test {
   protected:
@@ -29,18 +26,21 @@ class EngineOnWindows : public testing::Test {
         item->SetRootItem(path);
         return item;
     }
-    // Stamps the item and lets messages run until that has ended.
-    static void StampAndWait(TidemarkItem& item) {
-        item.Stamp(kChosenDate, /*dateCreated=*/0, /*RemoveReadOnlyAttribute=*/false,
-                   /*SyncFolderCreatedDate=*/false);
+    // Lets messages run until the item has ended what it was asked for.
+    static void WaitFor(const TidemarkItem& item) {
         const bool ended = PollUntil(std::chrono::seconds(60), [&item] {
             MSG message;
             while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
                 ::DispatchMessageW(&message);
             }
-            return !item.StampInProgress();
+            return !item.CountInProgress() && !item.StampInProgress();
         });
         ASSERT_TRUE(ended);
+    }
+    static void StampAndWait(TidemarkItem& item) {
+        item.Stamp(kChosenDate, /*dateCreated=*/0, /*RemoveReadOnlyAttribute=*/false,
+                   /*SyncFolderCreatedDate=*/false);
+        WaitFor(item);
     }
 
     ComApartment apartment_;
@@ -95,24 +95,56 @@ TEST_F(EngineOnWindows, AFileThatMayNotBeWrittenBecomesARecordWithTheSystemsCode
     EXPECT_EQ(EntryOf(path).written, before.written);
 }
 
-TEST_F(EngineOnWindows, AChainOfAHundredFoldersIsStampedToItsEnd) {
-    std::string path = "d";
-    for (int depth = 0; depth < 100; ++depth) {
+TEST_F(EngineOnWindows, AChainOfAHundredFoldersIsCountedAndStampedToItsEnd) {
+    constexpr int kDepth = 100;
+    std::string path = "folder 1";
+    for (int depth = 2; depth <= kDepth; ++depth) {
         path += "\\folder " + std::to_string(depth);
     }
     tree_.MakeFile(path + "\\at the end.txt");
     tree_.SetTimes(LongAgo());
     const auto item = NewItem(tree_.Root());
 
+    item->Count();
+    WaitFor(*item);
     StampAndWait(*item);
 
+    EXPECT_EQ(item->CountString(), "1 file; 101 folders");
     EXPECT_EQ(item->StatusString(), "Complete");
+    EXPECT_EQ(item->StampedFolderCount(), kDepth);
     const FileTime minute = Chosen();
     int others = 0;
     for (const auto& [below, entry] : tree_.Entries()) {
         others += entry.written == minute ? 0 : 1;
     }
     EXPECT_EQ(others, 0);
+}
+
+// Each folder is an item of its own, and all their ticks are due at about the same time.
+TEST_F(EngineOnWindows, FiveThousandFoldersAtOnceAreAllCountedAndStamped) {
+    constexpr int kFolders = 5000;
+    std::vector<std::shared_ptr<TidemarkItem>> items;
+    for (int i = 0; i < kFolders; ++i) {
+        const std::string below = "folder " + std::to_string(i);
+        tree_.MakeFolder(below);
+        items.push_back(NewItem(tree_.Path(below)));
+    }
+    tree_.SetTimes(LongAgo());
+
+    for (const auto& item : items) {
+        item->Count();
+        item->Stamp(kChosenDate, /*dateCreated=*/0, /*RemoveReadOnlyAttribute=*/false,
+                    /*SyncFolderCreatedDate=*/false);
+    }
+
+    for (const auto& item : items) {
+        WaitFor(*item);
+        ASSERT_EQ(item->CountString(), "no files; 1 folder") << item->RootItem();
+        ASSERT_EQ(item->StatusString(), "Complete") << item->RootItem();
+    }
+    for (const auto& [below, entry] : tree_.Entries()) {
+        ASSERT_EQ(entry.written, Chosen()) << below;
+    }
 }
 
 }  // namespace
