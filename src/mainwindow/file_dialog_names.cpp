@@ -5,11 +5,8 @@
 namespace tidemark {
 
 std::vector<std::string> PathsFromFileDialog(std::string_view names) {
-    while (!names.empty() && names.back() == '\0') {
-        names.remove_suffix(1);
-    }
     std::vector<std::string> parts;
-    while (!names.empty()) {
+    while (!names.empty() && names.front() != '\0') {
         const std::size_t end = names.find('\0');
         parts.emplace_back(names.substr(0, end));
         names.remove_prefix(end == std::string_view::npos ? names.size() : end + 1);

@@ -13,7 +13,8 @@ namespace tidemark {
 namespace {
 
 constexpr const wchar_t* kClassName = L"frmMain";
-constexpr std::uint32_t kPollInterval = 400;  // milliseconds
+constexpr std::uint32_t kPollInterval = 400;         // milliseconds
+constexpr const char* kDesignFont = "MS Shell Dlg";  // the message font takes its place
 constexpr double kFontPoints = 8.25;
 constexpr int kDateWidth = 111;
 constexpr int kTimeWidth = 90;
@@ -40,7 +41,7 @@ frmMain::~frmMain() {
 
 void frmMain::Form_Load() {
     Create(kClassName, {.caption = "tidemark clock"});
-    font_ = MakeFont(MessageFontName(), kFontPoints);
+    font_ = MakeFont(kDesignFont, kFontPoints);
     SetFormFont(font_.Get());
     CreateControls();
     WireMenus();
@@ -62,6 +63,10 @@ void frmMain::CreateControls() {
     SetMenuBar(&menu);
     picControls.Create(*this, {});
     lblLastModified.Create(picControls, {.text = "Last &Modified:"});
+    // A control that nothing visible names has a hidden label before it.
+    const auto name_next = [](ControlSite& site, Label& label, const char* name) {
+        label.Create(site, {.text = name, .visible = false});
+    };
     const auto create_picker = [this](DateTimePicker& picker, DateTimePicker::Kind kind) {
         const bool date = kind == DateTimePicker::Kind::kDate;
         picker.Create(picControls, kind,
@@ -70,11 +75,14 @@ void frmMain::CreateControls() {
                                   .height = kPickerHeight}});
     };
     create_picker(dtDateLastModified, DateTimePicker::Kind::kDate);
+    name_next(picControls, lblTimeLastModified, "Last Modified time");
     create_picker(dtTimeLastModified, DateTimePicker::Kind::kTime);
     chkCreated.Create(picControls, {.text = "&Created:"});
     chkCreated.SetChecked(true);
     chkCreated.on_click = [this] { chkCreated_Click(); };
+    name_next(picControls, lblDateCreated, "Created date");
     create_picker(dtDateCreated, DateTimePicker::Kind::kDate);
+    name_next(picControls, lblTimeCreated, "Created time");
     create_picker(dtTimeCreated, DateTimePicker::Kind::kTime);
     cmdStamp.Create(picControls,
                     {.text = "&Stamp",
@@ -82,14 +90,17 @@ void frmMain::CreateControls() {
     cmdStamp.on_click = [this] { cmdStamp_Click(); };
     SetDefaultButton(&cmdStamp);
 
+    name_next(*this, lblItems, "Items");
     lvwItems.Create(*this, {.extended_style = WS_EX_CLIENTEDGE},
                     {{.header = "Name", .width = 300},
                      {.header = "Contains", .width = 300},
                      {.header = "Status", .width = 300}});
     OLEDropper1.Create(*this, {.extended_style = WS_EX_CLIENTEDGE});
-    StatusBar1.Create(*this, {.text = "  Ready"});
     ProgressBar1.Create(*this, {.visible = false});
+    // It must not paint over the progress bar.
+    StatusBar1.Create(*this, {.text = "  Ready", .style = WS_CLIPSIBLINGS});
 
+    message_font_.Adopt(*this);
     const auto fit = [](Control& control, int beside_text) {
         const Size text = control.TextSize(control.Text());
         control.Move({.width = text.width + beside_text, .height = text.height});
@@ -99,7 +110,7 @@ void frmMain::CreateControls() {
 }
 
 void frmMain::InitializeDisplay() {
-    lvwItems.SetVisible(false);
+    ShowListOrLabel(/*list=*/false);
     LoadOptions(services_.settings, *this);
     const PickedDateTime now = LocalNow();
     const PickedDateTime one_o_clock = {
@@ -115,13 +126,18 @@ void frmMain::InitializeDisplay() {
     menu["mnuBadItemPopup"].SetVisible(false);
     oTimer_Timer();
     UpdateControls();
+    bRestoringPlacement = false;
 }
 
 void frmMain::LoadPosition(bool reset) {
+    struct Restoring {
+        bool& flag;
+        ~Restoring() { flag = false; }
+    };
     bRestoringPlacement = true;
+    const Restoring restoring{bRestoringPlacement};
     Win32PlacedWindow window(Handle(), services_.screen);
     LoadWindowPlacement(services_.settings, services_.screen, window, reset);
-    bRestoringPlacement = false;
 }
 
 void frmMain::OnExitSizeMove() {

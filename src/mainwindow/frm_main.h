@@ -96,19 +96,25 @@ class frmMain final : public Form,
     Panel picControls;
     Label lblLastModified;
     DateTimePicker dtDateLastModified;
+    Label lblTimeLastModified;  // hidden, as the next two: names for assistive technology
     DateTimePicker dtTimeLastModified;
     CheckBox chkCreated;
+    Label lblDateCreated;
     DateTimePicker dtDateCreated;
+    Label lblTimeCreated;
     DateTimePicker dtTimeCreated;
     Button cmdStamp;
     ListModel rows;  // what lvwItems shows
     ImageList ImageList1;
+    Label lblItems;  // hidden
     ListView lvwItems;
-    OLEDropper OLEDropper1;  // stands in the list's place while the list is empty
+    OLEDropper OLEDropper1;    // stands in the list's place while the list is empty
+    ProgressBar ProgressBar1;  // in front of the status bar's second panel
     StatusBar StatusBar1;
-    ProgressBar ProgressBar1;
 
     [[nodiscard]] TidemarkItemCollection& Items() { return oItems; }
+    // What files dragged out of the list and into it raise.
+    [[nodiscard]] const OleDragDropEvents& ListDragEvents() const { return list_drag_events_; }
 
   private:
     void ITimerObjectSink_Timer() override { oTimer_Timer(); }
@@ -129,6 +135,7 @@ class frmMain final : public Form,
 
     // frm_main_layout.cpp
     void PositionProgressBar();
+    void ShowListOrLabel(bool list);
 
     // frm_main_work.cpp
     void RefreshRows();
@@ -168,6 +175,7 @@ class frmMain final : public Form,
 
     MainWindowServices services_;
     UniqueFont font_;
+    MessageFont message_font_;
     TidemarkItemCollection oItems;
     std::unique_ptr<TimerObject> oTimer;
     Subclasser oSubclasser;
@@ -177,9 +185,9 @@ class frmMain final : public Form,
     OleDragDropForwarder list_drag_{list_drag_events_};
     std::unique_ptr<DropTarget> list_target_;
     ColumnSort sort_;
-    bool bRestoringPlacement = false;
+    bool bRestoringPlacement = false;  // what moves the window now is not the user
     bool bRightButtonDown = false;
-    bool bStampRequested = false;
+    bool bStampRequested = false;  // the end of this stamp is still to be handled
     bool stamp_starting_ = false;  // between the press of Stamp and the last item's start
 };
 

@@ -21,15 +21,25 @@ void frmMain::WireMenus() {
     menu["mnuEditClearSelections"].on_click = [this] { ClearRowSelection(rows); };
     menu["mnuView"].on_open = [this] { mnuView_Click(); };
     menu["mnuViewRefresh"].on_click = [this] { mnuViewRefresh_Click(); };
-    const auto set_layout = [this](bool controls_on_top) {
-        ApplyOption(services_.settings, *this, Option::ControlsOnTop, controls_on_top);
+    // The window follows the panel also when the option could not be saved.
+    const auto lay_out_after = [this](const auto& command) {
+        try {
+            command();
+        } catch (...) {
+            Form_Resize();
+            throw;
+        }
         Form_Resize();
+    };
+    const auto set_layout = [this, lay_out_after](bool controls_on_top) {
+        lay_out_after([this, controls_on_top] {
+            ApplyOption(services_.settings, *this, Option::ControlsOnTop, controls_on_top);
+        });
     };
     menu["mnuViewControlsOnTop"].on_click = [set_layout] { set_layout(true); };
     menu["mnuViewControlsOnBottom"].on_click = [set_layout] { set_layout(false); };
-    menu["mnuViewDateCreated"].on_click = [this] {
-        ToggleOption(services_.settings, *this, Option::ShowDateCreated);
-        Form_Resize();
+    menu["mnuViewDateCreated"].on_click = [this, lay_out_after] {
+        lay_out_after([this] { ToggleOption(services_.settings, *this, Option::ShowDateCreated); });
     };
     const auto toggles = [this](const char* name, Option option) {
         menu[name].on_click = [this, option] { ToggleOption(services_.settings, *this, option); };
@@ -150,7 +160,7 @@ void frmMain::HandleEndOfStamp() {
         case EndOfStampStep::kNothing:
             break;
     }
-    if (menu["mnuOptionsShowErrorsAutomatically"].Checked()) {
+    if (oTimer && menu["mnuOptionsShowErrorsAutomatically"].Checked()) {
         mnuView_Click();
         if (menu["mnuViewErrors"].Enabled()) {
             mnuViewErrors_Click();

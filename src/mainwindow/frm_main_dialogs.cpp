@@ -78,6 +78,9 @@ void frmMain::mnuOptionsCreateSendTo_Click() {
 
 void frmMain::mnuViewErrors_Click() {
     services_.platform.pump.RunPendingMessagesNow();
+    if (!oTimer) {
+        return;  // closed meanwhile, and the errors window with it
+    }
     services_.show_errors(oItems.ErrorList(), menu["mnuViewAlwaysOnTop"].Checked());
 }
 

@@ -49,6 +49,12 @@ void frmMain::ArrangeControls(bool showDateCreated, bool controlsOnTop) {
         move_to(dtTimeCreated, kTimeColumn, places.created_row_top);
         move_to(chkCreated, places.check_box_left, places.check_box_top);
     }
+    // Tab follows the eye.
+    if (controlsOnTop) {
+        picControls.BringToFront();
+    } else {
+        picControls.PlaceAfter(OLEDropper1);
+    }
     picControls.Move({.left = panel.left,
                       .top = panel.top,
                       .width = panel.width,
@@ -63,6 +69,14 @@ void frmMain::ArrangeControls(bool showDateCreated, bool controlsOnTop) {
         LoadOption(services_.settings, *this, Option::SyncFolderCreatedDates,
                    /*useDefault=*/false);
     }
+}
+
+void frmMain::ShowListOrLabel(bool list) {
+    if (!list && lvwItems.HasFocus()) {
+        picControls.Focus();  // no key would reach anything in a hidden list
+    }
+    lvwItems.SetVisible(list);
+    OLEDropper1.SetVisible(!list);
 }
 
 void frmMain::PositionProgressBar() {

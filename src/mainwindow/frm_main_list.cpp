@@ -15,6 +15,8 @@ constexpr std::uint32_t kSeparatorType = 0x800;
 }  // namespace
 
 void frmMain::WireList() {
+    // The list appears with its first row, long before the last of many is added.
+    lvwItems.on_empty_state_changed = [this] { ShowListOrLabel(rows.HoldsItems()); };
     lvwItems.on_column_click = [this](std::size_t column) { lvwItems_ColumnClick(column); };
     lvwItems.on_key_down = [this](UINT key, int /*shift*/) {
         if (key == VK_DELETE) {
@@ -45,7 +47,7 @@ void frmMain::WireList() {
     const auto drop = [this](DragData& data, std::int32_t& effect, std::int16_t /*button*/,
                              std::int16_t /*shift*/, float& /*x*/, float& /*y*/) {
         if (AcceptFiles(data, effect)) {
-            AddItems(data.Files());
+            AddItems(std::vector<std::string>(data.Files()));
         }
     };
     list_drag_events_.OLEDragOver = drag_over;
@@ -117,7 +119,7 @@ void frmMain::PopUpForSelection(Point at) {
 }
 
 void frmMain::oContextMenu_MenuItemInvoked(std::int32_t item_data) {
-    if (item_data != kOpenContainingFolderData) {
+    if (item_data != kOpenContainingFolderData || !oTimer) {
         return;
     }
     mnuFile_Click();

@@ -11,6 +11,9 @@ namespace tidemark {
 void frmMain::AddItems(const std::vector<std::string>& paths) {
     std::vector<std::shared_ptr<TidemarkItem>> added;
     for (const std::string& path : paths) {
+        if (!oTimer) {
+            return;  // the window closed meanwhile
+        }
         if (std::shared_ptr<TidemarkItem> item = oItems.Add(path, &rows, &ImageList1.Keyed())) {
             added.push_back(std::move(item));
         }
@@ -19,6 +22,7 @@ void frmMain::AddItems(const std::vector<std::string>& paths) {
         services_.platform.pump.LetPendingMessagesRun();
     }
     for (const std::shared_ptr<TidemarkItem>& item : added) {
+        // Removed meanwhile, by the user or with the window?
         const bool listed = oItems.Item(item->RootItem()) == item;
         if (listed && !item->CountInProgress() && !item->CountComplete()) {
             item->Count();
@@ -111,7 +115,7 @@ void frmMain::RefreshRows() {
 }
 
 void frmMain::ShowStatus() {
-    const StatusDisplay display = DisplayOf({.stamping = oItems.BusyStamping(),
+    const StatusDisplay display = DisplayOf({.stamping = oItems.BusyStamping() || stamp_starting_,
                                              .counting = oItems.BusyCounting(),
                                              .stamp_complete = oItems.StampComplete(),
                                              .counted = oItems.CountedItems(),
@@ -123,12 +127,12 @@ void frmMain::ShowStatus() {
         ProgressBar1.SetVisible(false);
         return;
     }
-    PositionProgressBar();
     ProgressBar1.SetMaximum(display.progress_maximum);
     ProgressBar1.SetMinimum(0);
     ProgressBar1.SetValue(display.progress_value);
     StatusBar1.SetPanelText(0, display.text);
     StatusBar1.SetSimple(false);
+    PositionProgressBar();  // the panel has a place only now
     ProgressBar1.SetVisible(true);
 }
 
@@ -165,8 +169,7 @@ void frmMain::UpdateControls() {
 
     cmdStamp.SetEnabled(states.stamp_enabled);
     menu["mnuFileStamp"].SetEnabled(states.stamp_enabled);
-    lvwItems.SetVisible(states.list_shown);
-    OLEDropper1.SetVisible(!states.list_shown);
+    ShowListOrLabel(states.list_shown);
     cmdStamp.Invalidate();
     oTimer->SetEnabled(true);
 }

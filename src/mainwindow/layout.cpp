@@ -1,5 +1,7 @@
 #include "mainwindow/layout.h"
 
+#include <algorithm>
+
 namespace tidemark {
 namespace {
 
@@ -31,12 +33,13 @@ PanelPlaces PlacesInPanel(bool show_date_created, bool controls_on_top, const Pa
     const int row_height = sizes.date_last_modified_height;
     PanelPlaces places;
     places.row_top = kMargin + (controls_on_top ? 0 : kBottomShift);
-    places.label_left = kLabelRightEdge - sizes.label_width;
+    // A label too wide for its place keeps its beginning and comes nearer to the pickers.
+    places.label_left = std::max(0, kLabelRightEdge - sizes.label_width);
     places.label_top = places.row_top + (row_height - sizes.label_height) / 2;
     places.panel_height = row_height + kMargin + kMargin + kExtraHeight;
 
     places.created_row_top = places.row_top + row_height + kRowGap;
-    places.check_box_left = kDateColumn - sizes.check_box_width;
+    places.check_box_left = std::max(0, kDateColumn - sizes.check_box_width);
     places.check_box_top =
         places.created_row_top + (sizes.date_created_height - sizes.check_box_height) / 2;
     if (show_date_created) {

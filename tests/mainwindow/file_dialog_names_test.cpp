@@ -24,6 +24,13 @@ TEST(FileDialogNames, ADrivesRootKeepsItsOneBackslash) {
     EXPECT_THAT(PathsFromFileDialog("C:\\\0one\0two"sv), ElementsAre("C:\\one", "C:\\two"));
 }
 
+TEST(FileDialogNames, WhatStandsInTheBufferAfterTheNamesIsNoName) {
+    EXPECT_THAT(PathsFromFileDialog("C:\\data\0b.txt\0\0old.txt\0"sv),
+                ElementsAre("C:\\data\\b.txt"));
+    EXPECT_THAT(PathsFromFileDialog("C:\\data\\b.txt\0\0old.txt"sv),
+                ElementsAre("C:\\data\\b.txt"));
+}
+
 TEST(FileDialogNames, NothingReturnedAddsNothing) {
     EXPECT_THAT(PathsFromFileDialog(""), IsEmpty());
     EXPECT_THAT(PathsFromFileDialog("\0\0"sv), IsEmpty());

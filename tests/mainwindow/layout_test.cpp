@@ -70,5 +70,18 @@ TEST(Layout, TheProgressBarStandsInsideItsPart) {
               (Bounds{254, 445, 288, 12}));
 }
 
+TEST(Layout, ALabelTooWideForItsPlaceIsNotCutOffAtItsBeginning) {
+    const PanelPlaces places = PlacesInPanel(true, true,
+                                             {.date_last_modified_height = 21,
+                                              .date_created_height = 21,
+                                              .label_width = 76,
+                                              .label_height = 13,
+                                              .check_box_width = 80,
+                                              .check_box_height = 13,
+                                              .button_height = 25});
+    EXPECT_EQ(places.label_left, 0);
+    EXPECT_EQ(places.check_box_left, 0);
+}
+
 }  // namespace
 }  // namespace tidemark
