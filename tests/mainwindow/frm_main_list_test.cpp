@@ -1,0 +1,275 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "controls/com_testing.h"
+#include "controls/drop_files.h"
+#include "controls/fake_drag_data.h"
+#include "controls/ole_session.h"
+#include "controls/window_testing.h"
+#include "mainwindow/main_window_fixture.h"
+
+namespace tidemark {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class MainWindowList : public MainWindowTest {
+  protected:
+    // Trees of 9, 10 and 1 files, added in this order.
+    void LoadTrees() {
+        Load();
+        AddTree("nine", 9);
+        AddTree("ten", 10);
+        AddTree("one", 1);
+        List({"C:\\trees\\nine", "C:\\trees\\ten", "C:\\trees\\one"});
+    }
+    // A click on a column's header, as the list tells of it.
+    void ClickColumn(int column) {
+        NMLISTVIEW click{};
+        click.hdr.hwndFrom = Main().lvwItems.Handle();
+        click.hdr.code = LVN_COLUMNCLICK;
+        click.iSubItem = column;
+        Main().Send(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
+    }
+    std::vector<std::string> ContainsTexts() {
+        std::vector<std::string> texts;
+        for (std::size_t i = 0; i < Main().rows.Count(); ++i) {
+            texts.push_back(Main().rows.At(i).sub_items[0]);
+        }
+        return texts;
+    }
+    // Drags files over a window's registered drop target and drops them there.
+    DWORD Drop(HWND window, const std::vector<std::string>& paths) {
+        const ComPtr<IDropTarget> target(RegisteredTarget(window));
+        const auto data = ComPtr<FakeDataObject>::Adopt(new FakeDataObject);
+        data->bytes = BuildDropFiles(paths);
+        if (!target) {
+            ADD_FAILURE() << "no drop target";
+            return 0;
+        }
+        DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+        target->DragEnter(data.Get(), MK_LBUTTON, {}, &effect);
+        const DWORD chosen = effect;
+        effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+        target->Drop(data.Get(), 0, {}, &effect);
+        return chosen;
+    }
+    // Presses and releases the right button over the list, and dismisses the popup that opens;
+    // its captions.
+    std::vector<std::string> CaptionsOfRightClick() {
+        captions_.clear();
+        self_ = this;
+        const HHOOK hook =
+            ::SetWindowsHookExW(WH_MSGFILTER, ReadPopup, nullptr, ::GetCurrentThreadId());
+        const LPARAM below_rows = MAKELPARAM(20, 200);
+        Main().lvwItems.Post(WM_NULL);
+        Main().lvwItems.on_mouse_down({.button = kRightButton, .at = {20, 200}});
+        // The menu's loop takes this message and shows its own window to the hook.
+        Main().lvwItems.Post(WM_MOUSEMOVE, 0, below_rows);
+        ::SetTimer(Main().Handle(), 1, 10, nullptr);
+        Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {20, 200}});
+        ::KillTimer(Main().Handle(), 1);
+        ::UnhookWindowsHookEx(hook);
+        PumpPending();
+        return captions_;
+    }
+
+  private:
+    static LRESULT CALLBACK ReadPopup(int code, WPARAM wparam, LPARAM lparam) {
+        if (code == MSGF_MENU && self_->captions_.empty()) {
+            const HWND popup = ::FindWindowW(L"#32768", nullptr);
+            const auto menu =
+                reinterpret_cast<HMENU>(::SendMessageW(popup, /*MN_GETHMENU=*/0x01E1, 0, 0));
+            for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+                std::array<wchar_t, 100> text{};
+                ::GetMenuStringW(menu, static_cast<UINT>(i), text.data(), 100, MF_BYPOSITION);
+                std::string caption;
+                for (const wchar_t c : std::wstring(text.data())) {
+                    caption += static_cast<char>(c);
+                }
+                self_->captions_.push_back(caption);
+                self_->enabled_ = (::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) &
+                                   (MF_GRAYED | MF_DISABLED)) == 0;
+            }
+            if (!self_->captions_.empty()) {
+                ::EndMenu();
+            }
+        }
+        return ::CallNextHookEx(nullptr, code, wparam, lparam);
+    }
+
+  protected:
+    static inline MainWindowList* self_ = nullptr;
+    std::vector<std::string> captions_;
+    bool enabled_ = false;  // of the last entry
+};
+
+TEST_F(MainWindowList, ContainsSortsByNumberAndTwiceDescendingAndShowsItsTextsAgain) {
+    LoadTrees();
+    ClickColumn(1);
+    EXPECT_THAT(ContainsTexts(),
+                ElementsAre("1 file; 1 folder", "9 files; 1 folder", "10 files; 1 folder"));
+    EXPECT_THAT(RowTexts(),
+                ElementsAre("C:\\trees\\one\\", "C:\\trees\\nine\\", "C:\\trees\\ten\\"));
+    ClickColumn(1);
+    EXPECT_THAT(ContainsTexts(),
+                ElementsAre("10 files; 1 folder", "9 files; 1 folder", "1 file; 1 folder"));
+}
+
+TEST_F(MainWindowList, AnotherColumnSortsAscendingAsText) {
+    LoadTrees();
+    ClickColumn(1);
+    ClickColumn(1);
+    ClickColumn(0);
+    EXPECT_THAT(RowTexts(),
+                ElementsAre("C:\\trees\\nine\\", "C:\\trees\\one\\", "C:\\trees\\ten\\"));
+    ClickColumn(0);
+    EXPECT_THAT(RowTexts(),
+                ElementsAre("C:\\trees\\ten\\", "C:\\trees\\one\\", "C:\\trees\\nine\\"));
+}
+
+TEST_F(MainWindowList, SortingHappensOnceAndLaterRowsAreAppended) {
+    LoadTrees();
+    ClickColumn(0);
+    system_.volume.AddFile("C:\\first.txt");
+    List({"C:\\first.txt"});
+    EXPECT_EQ(RowTexts().back(), "C:\\first.txt");
+}
+
+TEST_F(MainWindowList, SortingFromInsideACountKeepsThePollGoing) {
+    Load();
+    AddTree("big", 40);
+    AddTree("a", 1);
+    Main().AddItems({"C:\\trees\\big", "C:\\trees\\a"});
+    system_.pump.AtCall(10, [this] { ClickColumn(0); });
+    Finish();
+    EXPECT_THAT(ContainsTexts(), ElementsAre("1 file; 1 folder", "40 files; 1 folder"));
+    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+}
+
+TEST_F(MainWindowList, DeleteRemovesTheSelectedRowsWhenTheListHasTheFocus) {
+    LoadWithFiles(3);
+    SelectRow("c:\\data\\file2.txt");
+    Main().lvwItems.Focus();
+    Press(VK_DELETE);
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\data\\file1.txt", "C:\\data\\file3.txt"));
+}
+
+TEST_F(MainWindowList, DeleteElsewhereRemovesNothing) {
+    LoadWithFiles(2);
+    SelectRow("c:\\data\\file2.txt");
+    Main().dtDateLastModified.Focus();
+    Press(VK_DELETE);
+    EXPECT_EQ(Main().rows.Count(), 2U);
+}
+
+TEST_F(MainWindowList, DeleteWithNothingSelectedRemovesNothing) {
+    LoadWithFiles(2);
+    Main().lvwItems.Focus();
+    Press(VK_DELETE);
+    EXPECT_EQ(Main().rows.Count(), 2U);
+}
+
+TEST_F(MainWindowList, DeletingTheLastRowLeavesTheFocusWhereKeysReachSomething) {
+    LoadWithFiles(1);
+    SelectRow("c:\\data\\file1.txt");
+    Main().lvwItems.Focus();
+    Press(VK_DELETE);
+    EXPECT_FALSE(Main().lvwItems.Visible());
+    EXPECT_TRUE(Main().dtDateLastModified.HasFocus());
+}
+
+TEST_F(MainWindowList, FilesAndFoldersDroppedOnTheEmptyLabelAreAdded) {
+    Load();
+    system_.volume.AddFile("C:\\a.txt");
+    AddTree("t", 1);
+    EXPECT_EQ(Drop(Main().OLEDropper1.Handle(), {"C:\\a.txt", "C:\\trees\\t"}),
+              static_cast<DWORD>(DROPEFFECT_COPY));
+    Finish();
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\a.txt", "C:\\trees\\t\\"));
+}
+
+TEST_F(MainWindowList, FilesDroppedOnTheListAreAppended) {
+    LoadWithFiles(1);
+    system_.volume.AddFile("C:\\a.txt");
+    EXPECT_EQ(Drop(Main().lvwItems.Handle(), {"C:\\a.txt"}), static_cast<DWORD>(DROPEFFECT_COPY));
+    Finish();
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\data\\file1.txt", "C:\\a.txt"));
+}
+
+TEST_F(MainWindowList, ADropWithoutAFileIsRefused) {
+    LoadWithFiles(1);
+    EXPECT_EQ(Drop(Main().lvwItems.Handle(), {}), static_cast<DWORD>(DROPEFFECT_NONE));
+    EXPECT_EQ(Drop(Main().OLEDropper1.Handle(), {}), static_cast<DWORD>(DROPEFFECT_NONE));
+    EXPECT_EQ(Main().rows.Count(), 1U);
+}
+
+TEST_F(MainWindowList, DraggingOutOffersTheSelectedPathsThatExistInRowOrder) {
+    LoadWithFiles(4);
+    for (const char* key : {"c:\\data\\file4.txt", "c:\\data\\file1.txt", "c:\\data\\file2.txt"}) {
+        SelectRow(key);
+    }
+    system_.volume.Remove("C:\\data\\file2.txt");
+    FakeDragData data;
+    std::int32_t allowed = 0;
+    Main().ListDragEvents().OLEStartDrag(data, allowed);
+    EXPECT_THAT(data.Files(), ElementsAre("c:\\data\\file1.txt", "c:\\data\\file4.txt"));
+    EXPECT_EQ(allowed, 3);
+}
+
+TEST_F(MainWindowList, DraggingOutPathsThatAreGoneGivesAnEmptyFileList) {
+    LoadWithFiles(1);
+    SelectRow("c:\\data\\file1.txt");
+    system_.volume.Remove("C:\\data\\file1.txt");
+    FakeDragData data;
+    std::int32_t allowed = 0;
+    Main().ListDragEvents().OLEStartDrag(data, allowed);
+    EXPECT_THAT(data.Files(), IsEmpty());
+}
+
+TEST_F(MainWindowList, ARightClickWithNoSelectionSaysSo) {
+    LoadWithFiles(2);
+    EXPECT_THAT(CaptionsOfRightClick(), ElementsAre("No valid items selected"));
+    EXPECT_TRUE(Main().lvwItems.HasFocus());
+}
+
+TEST_F(MainWindowList, ARightClickOnRowsOfTwoFoldersOffersTheContainingFolder) {
+    LoadWithFiles(1);
+    AddTree("t", 1);
+    List({"C:\\trees\\t\\f0"});
+    SelectRow("c:\\data\\file1.txt");
+    SelectRow("c:\\trees\\t\\f0");
+    EXPECT_THAT(CaptionsOfRightClick(), ElementsAre("Open &Containing Folder"));
+    EXPECT_TRUE(enabled_);
+    EXPECT_EQ(Item("mnuItemPopupOpenContainingFolder").tag.substr(0, 11), "explorer ,\"");
+    Item("mnuItemPopupOpenContainingFolder").Click();
+    EXPECT_THAT(commands_.started, ElementsAre(Item("mnuItemPopupOpenContainingFolder").tag));
+}
+
+TEST_F(MainWindowList, ARightClickOnARowThatIsGoneCannotOpenItsFolder) {
+    LoadWithFiles(1);
+    SelectRow("c:\\data\\file1.txt");
+    system_.volume.Remove("C:\\data\\file1.txt");
+    EXPECT_THAT(CaptionsOfRightClick(), ElementsAre("Open &Containing Folder"));
+    EXPECT_FALSE(enabled_);
+}
+
+TEST_F(MainWindowList, AReleaseWithoutAPressOverTheListPopsNothingUp) {
+    LoadWithFiles(1);
+    Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {5, 5}});
+    EXPECT_FALSE(::FindWindowW(L"#32768", nullptr) != nullptr &&
+                 ::IsWindowVisible(::FindWindowW(L"#32768", nullptr)));
+}
+
+TEST_F(MainWindowList, TheListSelectsFullRowsAndHasAClientEdge) {
+    Load();
+    const auto style = static_cast<DWORD>(Main().lvwItems.Send(LVM_GETEXTENDEDLISTVIEWSTYLE));
+    EXPECT_NE(style & LVS_EX_FULLROWSELECT, 0U);
+    EXPECT_NE(Main().lvwItems.ExtendedStyle() & WS_EX_CLIENTEDGE, 0U);
+    EXPECT_NE(Main().OLEDropper1.ExtendedStyle() & WS_EX_CLIENTEDGE, 0U);
+    EXPECT_EQ(Main().lvwItems.Style() & LVS_SINGLESEL, 0U);
+}
+
+}  // namespace
+}  // namespace tidemark

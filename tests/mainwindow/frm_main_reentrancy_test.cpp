@@ -1,0 +1,265 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "mainwindow/main_window_fixture.h"
+
+namespace tidemark {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+// Whatever lets messages run can find the list changed, or the window gone, when it goes on.
+class MainWindowInside : public MainWindowTest {
+  protected:
+    void ExpectClosedCleanly() {
+        EXPECT_FALSE(Main().Exists());
+        EXPECT_EQ(Main().Items().Count(), 0U);
+        EXPECT_EQ(closed_, 1);
+        Finish();
+        EXPECT_THAT(errors_shown_, IsEmpty());
+    }
+};
+
+TEST_F(MainWindowInside, ClosingWhileIdleSavesTheColumnWidthsAndShutsDown) {
+    LoadWithFiles(1);
+    Main().lvwItems.SetColumnWidth(1, 77);
+    settings_.ForgetWrites();
+    Main().Close();
+    EXPECT_EQ(settings_.ReadText("2ColumnWidth", ""), "77");
+    EXPECT_THAT(settings_.Writes(), ElementsAre("1ColumnWidth", "2ColumnWidth", "3ColumnWidth"));
+    EXPECT_THAT(shut_downs_, ElementsAre(false));
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingIsNotRefusedWhenTheSettingsCannotBeWritten) {
+    Load();
+    settings_.FailWrites(5);
+    Main().Close();
+    EXPECT_THAT(shut_downs_, ElementsAre(false));
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingWhileCountingEndsTheCount) {
+    Load();
+    AddTree("t", 50);
+    Main().AddItems({"C:\\trees\\t"});
+    system_.pump.AtCall(10, [this] { Main().Close(); });
+    Finish();
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingWhileStampingEndsTheStamp) {
+    Load();
+    StartSlowStamp();
+    system_.pump.AtCall(10, [this] { Main().Close(); });
+    Finish();
+    ExpectClosedCleanly();
+    EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+TEST_F(MainWindowInside, ClosingFromInsideThePollIsClean) {
+    LoadWithFiles(2);
+    system_.pump.AtCall(1, [this] { Main().Close(); });
+    Main().oTimer_Timer();
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingFromInsideTheEndOfAStampOpensNothingMore) {
+    LoadWithFiles(2);
+    system_.volume.Lock("C:\\data\\file1.txt");
+    boxes_.on_show = [this] { Main().Close(); };
+    boxes_.answer = BoxAnswer::kYes;
+    Main().cmdStamp.Click();
+    Finish();
+    EXPECT_THAT(boxes_.shown, SizeIs(1));
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingWhilePathsAreAddedAddsNoMore) {
+    Load();
+    std::vector<std::string> paths;
+    for (int i = 0; i < 20; ++i) {
+        AddTree(Numbered("t", i), 1);
+        paths.push_back(Numbered("C:\\trees\\t", i));
+    }
+    system_.pump.AtCall(5, [this] { Main().Close(); });
+    Main().AddItems(paths);
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingWhileAddedPathsStartToCountEndsThat) {
+    Load();
+    AddTree("a", 1);
+    AddTree("b", 1);
+    system_.pump.AtCall(3, [this] { Main().Close(); });
+    Main().AddItems({"C:\\trees\\a", "C:\\trees\\b"});
+    ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, ClosingBetweenTwoItemsOfAStampStampsNoMore) {
+    LoadWithFiles(5);
+    const FileTime before = Written("C:\\data\\file5.txt");
+    system_.pump.AtCall(2, [this] { Main().Close(); });
+    Main().cmdStamp_Click();
+    ExpectClosedCleanly();
+    EXPECT_NE(Written("C:\\data\\file1.txt"), before);
+    EXPECT_EQ(Written("C:\\data\\file5.txt"), before);
+    EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+TEST_F(MainWindowInside, CommandsAfterTheWindowClosedDoNothing) {
+    LoadWithFiles(1);
+    Main().Close();
+    Main().AddItems({"C:\\data\\file1.txt"});
+    Main().UpdateControls();
+    Main().oTimer_Timer();
+    Main().cmdStamp_Click();
+    EXPECT_EQ(Main().Items().Count(), 0U);
+    EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(MainWindowInside, ItemsRemovedWhilePathsAreAddedAreNotCounted) {
+    Load();
+    std::vector<std::string> paths;
+    for (int i = 0; i < 6; ++i) {
+        AddTree(Numbered("t", i), 1);
+        paths.push_back(Numbered("C:\\trees\\t", i));
+    }
+    // All paths are in the list by the sixth call, and the first counts have been asked for.
+    system_.pump.AtCall(8, [this] { Choose("mnuFile", "mnuFileRemoveAll"); });
+    Main().AddItems(paths);
+    EXPECT_THAT(RowTexts(), IsEmpty());
+    EXPECT_EQ(Main().Items().Count(), 0U);
+    EXPECT_FALSE(Main().cmdStamp.Enabled());
+    Finish();
+    EXPECT_FALSE(Main().Items().Busy());
+}
+
+TEST_F(MainWindowInside, PathsDroppedWhilePathsAreAddedAreAllThere) {
+    Load();
+    for (const char* name : {"C:\\a", "C:\\b", "C:\\c", "C:\\d"}) {
+        system_.volume.AddFile(name);
+    }
+    system_.pump.AtCall(1, [this] { Main().AddItems({"C:\\c", "C:\\a", "C:\\d"}); });
+    List({"C:\\a", "C:\\b"});
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\a", "C:\\c", "C:\\d", "C:\\b"));
+    for (const auto& item : Main().Items()) {
+        EXPECT_TRUE(item->CountComplete());
+    }
+}
+
+TEST_F(MainWindowInside, TheListAppearsWithItsFirstPathAndStaysOperable) {
+    Load();
+    system_.volume.AddFile("C:\\a");
+    system_.volume.AddFile("C:\\b");
+    bool shown = false;
+    system_.pump.AtCall(1, [&] { shown = Main().lvwItems.Visible(); });
+    List({"C:\\a", "C:\\b"});
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(MainWindowInside, ASecondPressWhileItemsStartIsACancel) {
+    LoadWithFiles(5);
+    const FileTime before = Written("C:\\data\\file5.txt");
+    std::string caption;
+    system_.pump.AtCall(2, [&] {
+        caption = Main().cmdStamp.Text();
+        Main().cmdStamp.Click();
+    });
+    Main().cmdStamp.Click();
+    Finish();
+    EXPECT_EQ(caption, "Cancel");
+    EXPECT_EQ(Written("C:\\data\\file5.txt"), before);
+    EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
+    EXPECT_THAT(boxes_.shown, IsEmpty());
+    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+}
+
+TEST_F(MainWindowInside, CancelAndStampAgainWhileItemsStartStampsThemAll) {
+    LoadWithFiles(5);
+    const FileTime before = Written("C:\\data\\file5.txt");
+    Item("mnuOptionsClearAutomatically").SetChecked(false);
+    system_.pump.AtCall(2, [this] {
+        Main().cmdStamp.Click();
+        Main().cmdStamp.Click();
+    });
+    Main().cmdStamp.Click();
+    Finish();
+    EXPECT_NE(Written("C:\\data\\file5.txt"), before);
+    EXPECT_THAT(boxes_.shown, SizeIs(1)) << "the end was handled once";
+    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+}
+
+TEST_F(MainWindowInside, ItemsRemovedWhileItemsStartAreNotStamped) {
+    LoadWithFiles(5);
+    const FileTime before = Written("C:\\data\\file4.txt");
+    Item("mnuOptionsClearAutomatically").SetChecked(false);
+    system_.pump.AtCall(2, [this] {
+        SelectRow("c:\\data\\file4.txt");
+        Choose("mnuFile", "mnuFileRemoveSelected");
+    });
+    Main().cmdStamp.Click();
+    Finish();
+    EXPECT_EQ(Written("C:\\data\\file4.txt"), before);
+    EXPECT_NE(Written("C:\\data\\file5.txt"), before);
+    EXPECT_THAT(RowTexts(), SizeIs(4));
+}
+
+TEST_F(MainWindowInside, ThePollMeanwhileShowsThatStampingIsUnderWay) {
+    LoadWithFiles(3);
+    std::string text;
+    system_.pump.AtCall(2, [&] {
+        Main().oTimer_Timer();
+        text = Main().StatusBar1.PanelText(0);
+    });
+    Main().cmdStamp.Click();
+    EXPECT_EQ(text, "  Stamping (1 items remaining)");
+    Finish();
+}
+
+TEST_F(MainWindowInside, RowsRemovedFromInsideACountAreGoneAndItEnds) {
+    Load();
+    AddTree("t", 50);
+    Main().AddItems({"C:\\trees\\t"});
+    system_.pump.AtCall(10, [this] { Choose("mnuFile", "mnuFileRemoveAll"); });
+    Finish();
+    EXPECT_THAT(RowTexts(), IsEmpty());
+    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+}
+
+TEST_F(MainWindowInside, ADateThatTheLocaleCannotReadStampsNothingAndUnlocksTheControls) {
+    LoadWithFiles(2);
+    const FileTime before = Written("C:\\data\\file1.txt");
+    system_.locale.SetDateSeparator("");
+    EXPECT_ANY_THROW(Main().cmdStamp_Click());
+    Finish();
+    EXPECT_EQ(Written("C:\\data\\file1.txt"), before);
+    EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
+    EXPECT_TRUE(Main().dtDateLastModified.Enabled());
+}
+
+TEST_F(MainWindowInside, TenThousandPathsAreAllListedCountedAndStamped) {
+    Load();
+    std::vector<std::string> paths;
+    for (int i = 0; i < 10000; ++i) {
+        paths.push_back(Numbered("C:\\data\\file", i));
+        system_.volume.AddFile(paths.back());
+    }
+    const FileTime before = Written(paths.back());
+    system_.files.SetRecording(false);
+    const std::size_t calls = system_.pump.CallCount();
+    List(paths);
+    EXPECT_GE(system_.pump.CallCount() - calls, 20000U) << "messages run between the paths";
+    EXPECT_EQ(Main().rows.Count(), 10000U);
+    EXPECT_EQ(Main().Items().CountedItems(), 10000);
+    Item("mnuOptionsPrompt").SetChecked(false);
+    Main().cmdStamp.Click();
+    Finish();
+    EXPECT_NE(Written(paths.back()), before);
+    EXPECT_EQ(Main().rows.Count(), 0U) << "all complete, and cleared";
+}
+
+}  // namespace
+}  // namespace tidemark

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/scripted_process.h"
+#include "mainwindow/frm_main.h"
+#include "platform/memory/memory_screen.h"
+#include "platform/memory/memory_settings_store.h"
+#include "platform/memory/memory_system.h"
+#include "support/pump.h"
+
+namespace tidemark {
+
+// Answers message boxes in the user's place and keeps what they asked.
+class AnsweringBoxes : public MessageBoxes {
+  public:
+    BoxAnswer Show(const Window* /*owner*/, const BoxRequest& request) override {
+        shown.push_back(request);
+        if (on_show) {
+            on_show();
+        }
+        return answer;
+    }
+    std::vector<BoxRequest> shown;
+    BoxAnswer answer = BoxAnswer::kNo;
+    std::function<void()> on_show;
+};
+
+class RecordedCommands : public CommandRunner {
+  public:
+    void Run(const std::string& command_line) override { started.push_back(command_line); }
+    std::vector<std::string> started;
+};
+
+class FakeColumns final : public ListColumns {
+  public:
+    [[nodiscard]] std::int32_t ColumnWidth(int column) const override {
+        return widths.at(static_cast<std::size_t>(column));
+    }
+    void SetColumnWidth(int column, std::int32_t width) override {
+        widths.at(static_cast<std::size_t>(column)) = width;
+    }
+    std::vector<std::int32_t> widths{1, 2, 3};
+};
+
+// A text with a number behind it.
+[[nodiscard]] std::string Numbered(const std::string& text, int number);
+
+// The main window with real controls on a system in memory, whose clock moves only when told.
+class MainWindowTest : public ::testing::Test {
+  protected:
+    MainWindowTest();
+    ~MainWindowTest() override;
+
+    // Start-up's steps up to the shown window.
+    void Load(bool reset = false);
+    // The same, with this many small files "C:\data\fileN.txt" in the list, counted.
+    void LoadWithFiles(int count);
+    // Adds a folder "C:\trees\<name>\" with this many files to the volume.
+    void AddTree(const std::string& name, int files);
+    // Adds paths to the list and lets their counting end.
+    void List(const std::vector<std::string>& paths);
+
+    frmMain& Main() { return *window_; }
+    MenuItem& Item(const char* name) { return window_->menu[name]; }
+    // Lets a menu open as the system does, then chooses an item of it.
+    void Choose(const char* top, const char* name);
+    void Open(const char* top);
+    // Presses a key in the control that has the focus, the message loop's way.
+    void Press(UINT key, UINT message = WM_KEYDOWN);
+    // Lets timers run until all work is done, and then what they posted.
+    void Finish();
+    void SelectRow(const std::string& key, bool selected = true);
+    [[nodiscard]] std::vector<std::string> RowTexts() const;
+    [[nodiscard]] FileTime Written(const std::string& path) const {
+        return system_.volume.TimesOf(path).written;
+    }
+    // Starts a stamp of one slow tree and lets it come so far that it is under way.
+    void StartSlowStamp();
+
+    MemorySystem system_;
+    Platform platform_ = system_.View();
+    AnsweringBoxes boxes_;
+    MemorySettingsStore settings_;
+    MemoryScreen screen_;
+    ScriptedProcess process_;
+    RecordedCommands commands_;
+    FakeColumns errors_columns_;
+    std::vector<StampErrorList> errors_shown_;
+    bool errors_topmost_ = false;
+    std::vector<bool> about_shown_;
+    std::vector<bool> shut_downs_;
+    int closed_ = 0;
+    std::unique_ptr<frmMain> window_;
+};
+
+}  // namespace tidemark
