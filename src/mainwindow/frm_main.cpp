@@ -61,7 +61,10 @@ void frmMain::Form_Load() {
 
 void frmMain::CreateControls() {
     SetMenuBar(&menu);
-    picControls.Create(*this, {});
+    // The panel and the list overlap while one has moved and the other not yet: neither may paint
+    // over the other, nor take a picture of it along.
+    constexpr DWORD kKeepsApart = WS_CLIPSIBLINGS;
+    picControls.Create(*this, {.style = kKeepsApart});
     lblLastModified.Create(picControls, {.text = "Last &Modified:"});
     // A control that nothing visible names has a hidden label before it.
     const auto name_next = [](ControlSite& site, Label& label, const char* name) {
@@ -91,14 +94,14 @@ void frmMain::CreateControls() {
     SetDefaultButton(&cmdStamp);
 
     name_next(*this, lblItems, "Items");
-    lvwItems.Create(*this, {.extended_style = WS_EX_CLIENTEDGE},
+    lvwItems.Create(*this, {.style = kKeepsApart, .extended_style = WS_EX_CLIENTEDGE},
                     {{.header = "Name", .width = 300},
                      {.header = "Contains", .width = 300},
                      {.header = "Status", .width = 300}});
-    OLEDropper1.Create(*this, {.extended_style = WS_EX_CLIENTEDGE});
+    OLEDropper1.Create(*this, {.style = kKeepsApart, .extended_style = WS_EX_CLIENTEDGE});
     ProgressBar1.Create(*this, {.visible = false});
     // It must not paint over the progress bar.
-    StatusBar1.Create(*this, {.text = "  Ready", .style = WS_CLIPSIBLINGS});
+    StatusBar1.Create(*this, {.text = "  Ready", .style = kKeepsApart});
 
     message_font_.Adopt(*this);
     const auto fit = [](Control& control, int beside_text) {

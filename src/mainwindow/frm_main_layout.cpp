@@ -15,6 +15,7 @@ void frmMain::Form_Resize() {
         return;
     }
     picControls.Move(places.panel);
+    picControls.Invalidate();  // strips that its controls left may have moved along with it
     lvwItems.Move(places.list);
     OLEDropper1.Move(places.list);
     PositionProgressBar();
