@@ -9,7 +9,7 @@ packages_to_run=(
     wine wine64
     # What Wine's display driver loads when it is there.
     libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1
-    fonts-dejavu-core fonts-wine # Wine's own faces have the widths of the real ones
+    fonts-dejavu-core
     xvfb openbox imagemagick # a display of our own where there is none, and its pictures
 )
 # What testing takes besides.
