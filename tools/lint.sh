@@ -124,12 +124,28 @@ window_free_sources() {
         grep "^$top/src/" | sort -u
 }
 
+# What was found clean is not looked at again until it, a header or the list of checks changes.
 check_clang_tidy() {
-    window_free_sources |
-        xargs -P "$(nproc)" -n 1 clang-tidy -p "$build/host" --quiet 2>"$work/tidy.err" |
-        grep -E '(warning|error):' | sort -u
-    # What stops the tool itself is no finding of its own format.
-    grep -E '^(Error|error)|PLEASE submit' "$work/tidy.err"
+    local source stamp pending=()
+    mkdir -p "$work/tidy"
+    while IFS= read -r source; do
+        stamp=$work/tidy/$(tr / + <<<"${source#"$top"/}")
+        if [ ! -e "$stamp" ] ||
+            [ -n "$(find src .clang-tidy "$source" \( -name '*.h' -o -name .clang-tidy -o \
+                -path "$source" \) -newer "$stamp" -print -quit)" ]; then
+            pending+=("$source" "$stamp")
+        fi
+    done < <(window_free_sources)
+    ((${#pending[@]})) || return 0
+    printf '%s\n' "${pending[@]}" | xargs -P "$(nproc)" -n 2 bash -c '
+        touch "$3.new"
+        if clang-tidy -p "$1" --quiet "$2" 2>"$3.log"; then
+            mv "$3.new" "$3"
+        else
+            rm -f "$3.new" "$3"
+            grep -vE "warnings? (generated|treated)" "$3.log"
+            echo "$2: not clean"
+        fi' tidy "$build/host"
 }
 
 check_cppcheck() {

@@ -4,6 +4,7 @@
 # Everything lives under the folder given to use_prefix, the home folder that Wine links to
 # included, so that nothing reaches the user's own prefix, registry, menus or documents. Wine's
 # output always goes to files: its services inherit standard output and would keep a pipe open.
+# Descriptor 8 is closed for what may outlive its starter: ./test holds a lock with it.
 
 # use_prefix FOLDER: sets the environment for FOLDER/wine.
 use_prefix() {
@@ -27,11 +28,11 @@ start_wine() {
         rm -rf "$WINEPREFIX"
         # The server stays for a few seconds after the last program; the wait ends when it has
         # written the registry.
-        quietly "$wine_room/wineboot.log" timeout -k 5 180 wine wineboot -u
+        quietly "$wine_room/wineboot.log" timeout -k 5 180 wine wineboot -u 8>&-
         timeout 60 wineserver -w </dev/null >/dev/null 2>&1
         : >"$wine_room/prefix-is-complete"
     fi
-    wineserver -p </dev/null >/dev/null 2>&1
+    wineserver -p </dev/null >/dev/null 2>&1 8>&-
 }
 
 # Starts a display with a window manager and sets DISPLAY. Without a window manager windows have no
@@ -40,12 +41,12 @@ start_display() {
     local number=$wine_room/display ready=$wine_room/window-manager-is-ready
     rm -f "$number" "$ready"
     Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$number" \
-        </dev/null >"$wine_room/xvfb.log" 2>&1 &
+        </dev/null >"$wine_room/xvfb.log" 2>&1 8>&- &
     xvfb_pid=$!
     wait_until 20 test -s "$number" || die "the virtual display did not start ($wine_room/xvfb.log)"
     export DISPLAY=:$(cat "$number")
     unset XAUTHORITY WAYLAND_DISPLAY
-    openbox --startup "touch $(printf %q "$ready")" </dev/null >"$wine_room/openbox.log" 2>&1 &
+    openbox --startup "touch $(printf %q "$ready")" </dev/null >"$wine_room/openbox.log" 2>&1 8>&- &
     openbox_pid=$!
     wait_until 20 test -e "$ready" || die "the window manager did not start ($wine_room/openbox.log)"
 }
@@ -65,7 +66,7 @@ wait_until() {
 run_wine() {
     local seconds=$1 log=$2
     shift 2
-    timeout -k 5 "$seconds" wine "$@" </dev/null >"$log" 2>&1
+    timeout -k 5 "$seconds" wine "$@" </dev/null >"$log" 2>&1 8>&-
 }
 
 # Ends the prefix's programs and server, and the display, and nothing else.
