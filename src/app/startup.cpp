@@ -117,6 +117,7 @@ void Startup::NoteShift() {
     }
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): all steps in the list are of one type.
 Startup::Road Startup::InitialiseCommonControls() {
     parts_.initialise_common_controls();
     return Road::kNext;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/shut_down.h"
@@ -82,7 +83,7 @@ struct StartupParts {
 // Abort shuts the program down, Retry runs the step again, Ignore goes on with the next one.
 class Startup {
   public:
-    explicit Startup(const StartupParts& parts) : parts_(parts) {}
+    explicit Startup(StartupParts parts) : parts_(std::move(parts)) {}
 
     // Runs the steps, once. True when the main window is up and the message loop is to take over;
     // false when the program has been shut down on the way.

@@ -22,8 +22,9 @@ std::optional<FileTime> LocalFileTimeFromDayNumber(double date) {
                                 (date - whole_days) * kMillisecondsPerDay;
 
     // Four decimal places of a millisecond, which together with it no double can hold.
-    constexpr double kLimit =
-        static_cast<double>(std::numeric_limits<std::int64_t>::max() / kTicksPerMillisecond);
+    constexpr std::int64_t kWholeLimit =
+        std::numeric_limits<std::int64_t>::max() / kTicksPerMillisecond;
+    constexpr auto kLimit = static_cast<double>(kWholeLimit);
     if (!(std::abs(milliseconds) < kLimit)) {
         return std::nullopt;
     }

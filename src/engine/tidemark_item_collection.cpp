@@ -153,7 +153,7 @@ void TidemarkItemCollection::ShowItemRow(TidemarkItem& item, ListModel* list,
     if (list == nullptr) {
         return;
     }
-    const std::string path = item.RootItem();
+    const std::string& path = item.RootItem();
     const ListRow& row = FindOrAddRow(*list, path, path);
     list->SetSubItem(row, 0, item.CountString());
     list->SetSubItem(row, 1, item.StatusString());

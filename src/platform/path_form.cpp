@@ -107,7 +107,7 @@ bool NeedsExtendedForm(std::string_view path) {
 std::string ExtendedForm(std::string_view path) {
     const bool share = AnchorOf(path) == PathAnchor::kShare;
     std::string_view rest = path;
-    std::string extended = "\\\\?\\";
+    std::string extended = R"(\\?\)";
     if (share) {
         rest.remove_prefix(2);
         extended += "UNC\\";

@@ -101,9 +101,11 @@ void SaveWindowPlacement(SettingsStore& store, const PlacedWindow& window) {
 
 void CenterOnScreen(const Screen& screen, PlacedWindow& window) {
     TwipsBounds bounds = window.Placement();
-    bounds.left = static_cast<float>(Whole(screen.Width() - static_cast<double>(bounds.width)) / 2);
-    bounds.top =
-        static_cast<float>(Whole(screen.Height() - static_cast<double>(bounds.height)) / 2);
+    // Whole numbers are halved, so that the fraction is dropped.
+    const std::int32_t left = Whole(screen.Width() - static_cast<double>(bounds.width)) / 2;
+    const std::int32_t top = Whole(screen.Height() - static_cast<double>(bounds.height)) / 2;
+    bounds.left = static_cast<float>(left);
+    bounds.top = static_cast<float>(top);
     window.MoveTo(bounds);
 }
 

@@ -34,18 +34,22 @@ TEST(Win32Screen, LibraryThatLacksOneOfTheFunctionsGivesThePrimaryScreen) {
 }
 
 TEST(Win32Screen, MonitorThatCannotBeDescribedGivesThePrimaryScreen) {
-    auto functions = MonitorFunctions::Of(::GetModuleHandleW(L"user32.dll"));
-    functions.get_monitor_info = [](HMONITOR, MONITORINFO* info) -> BOOL {
-        EXPECT_EQ(info->cbSize, 40U);
-        info->rcMonitor = {1, 2, 3, 4};
-        return FALSE;
+    struct Failing {
+        static BOOL WINAPI GetInfo(HMONITOR /*monitor*/, MONITORINFO* info) {
+            EXPECT_EQ(info->cbSize, 40U);
+            info->rcMonitor = {1, 2, 3, 4};
+            return FALSE;
+        }
+        static HMONITOR WINAPI FromPoint(POINT /*point*/, DWORD flags) {
+            EXPECT_EQ(flags, 2U);
+            return nullptr;
+        }
     };
+    auto functions = MonitorFunctions::Of(::GetModuleHandleW(L"user32.dll"));
+    functions.get_monitor_info = Failing::GetInfo;
     EXPECT_EQ(MonitorRectAtPoint(Win32Screen(functions), 1, 1), PrimaryScreen());
     functions = MonitorFunctions::Of(::GetModuleHandleW(L"user32.dll"));
-    functions.monitor_from_point = [](POINT, DWORD flags) -> HMONITOR {
-        EXPECT_EQ(flags, 2U);
-        return nullptr;
-    };
+    functions.monitor_from_point = Failing::FromPoint;
     EXPECT_EQ(MonitorRectAtPoint(Win32Screen(functions), 1, 1), PrimaryScreen());
 }
 

@@ -67,10 +67,8 @@ class BrowseForFolderTest : public ::testing::Test {
     static std::string SelectedText() {
         struct Search {
             HWND tree = nullptr;
-        } search;
-        ::EnumChildWindows(
-            Dialog(),
-            [](HWND child, LPARAM lparam) -> BOOL {
+
+            static BOOL CALLBACK Meet(HWND child, LPARAM lparam) {
                 std::array<wchar_t, 32> name{};
                 ::GetClassNameW(child, name.data(), static_cast<int>(name.size()));
                 if (name.data() != std::wstring_view(WC_TREEVIEWW)) {
@@ -78,8 +76,9 @@ class BrowseForFolderTest : public ::testing::Test {
                 }
                 reinterpret_cast<Search*>(lparam)->tree = child;
                 return FALSE;
-            },
-            reinterpret_cast<LPARAM>(&search));
+            }
+        } search;
+        ::EnumChildWindows(Dialog(), Search::Meet, reinterpret_cast<LPARAM>(&search));
         std::array<wchar_t, MAX_PATH> text{};
         TVITEMW item{};
         item.mask = TVIF_TEXT;

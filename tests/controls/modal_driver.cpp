@@ -76,10 +76,8 @@ std::vector<HWND> ThreadWindows(const wchar_t* class_name) {
     struct Search {
         std::wstring_view class_name;
         std::vector<HWND> found;
-    } search{class_name, {}};
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND window, LPARAM lparam) -> BOOL {
+
+        static BOOL CALLBACK Meet(HWND window, LPARAM lparam) {
             auto& wanted = *reinterpret_cast<Search*>(lparam);
             std::array<wchar_t, 64> name{};
             ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
@@ -87,8 +85,9 @@ std::vector<HWND> ThreadWindows(const wchar_t* class_name) {
                 wanted.found.push_back(window);
             }
             return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+        }
+    } search{class_name, {}};
+    ::EnumThreadWindows(::GetCurrentThreadId(), Search::Meet, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 

@@ -17,9 +17,8 @@ std::vector<RemoteWindow> Collect(const RemoteProcess& process,
     struct Found {
         const RemoteProcess& process;
         std::vector<RemoteWindow> windows;
-    } found{process, {}};
-    enumerate(
-        [](HWND window, LPARAM parameter) -> BOOL {
+
+        static BOOL CALLBACK Meet(HWND window, LPARAM parameter) {
             auto& into = *reinterpret_cast<Found*>(parameter);
             DWORD id = 0;
             ::GetWindowThreadProcessId(window, &id);
@@ -27,8 +26,9 @@ std::vector<RemoteWindow> Collect(const RemoteProcess& process,
                 into.windows.emplace_back(into.process, window);
             }
             return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+        }
+    } found{process, {}};
+    enumerate(Found::Meet, reinterpret_cast<LPARAM>(&found));
     return std::move(found.windows);
 }
 
