@@ -41,3 +41,37 @@ build_preset() {
     ) 9>"$build/build.lock" || exit 1
     note "done in $((SECONDS - started)) s"
 }
+
+# make_packages: the zip and the installer, from the program that preset windows has built. Prints
+# what was made.
+make_packages() {
+    local folder=$build/windows/packages package
+    step "Making the packages"
+    rm -rf "$folder"
+    quietly "$build/logs/package.log" cpack --config "$build/windows/CPackConfig.cmake"
+    for package in "$folder"/*.*; do
+        note "${package#"$top"/}: $(stat -c %s "$package") bytes"
+    done
+}
+
+# run_checks SUITE CHECK...: runs each function check_CHECK, which prints what it finds; printing
+# nothing is passing. Tells of them in the lines that the test programs print, so that one reader
+# counts both.
+run_checks() {
+    local suite=$1 check found started took failed=0
+    shift
+    for check in "$@"; do
+        printf '[ RUN      ] %s.%s\n' "$suite" "$check"
+        started=$(date +%s%N)
+        found=$("check_$check")
+        took=$((($(date +%s%N) - started) / 1000000))
+        if [ -n "$found" ]; then
+            printf '%s\n[  FAILED  ] %s.%s (%s ms)\n' "$found" "$suite" "$check" "$took"
+            failed=$((failed + 1))
+        else
+            printf '[       OK ] %s.%s (%s ms)\n' "$suite" "$check" "$took"
+        fi
+    done
+    printf '[==========] %s checks ran.\n' "$#"
+    ((failed == 0))
+}

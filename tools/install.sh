@@ -1,11 +1,17 @@
 # shellcheck shell=bash
-# Sourced by ./run and ./test: the Debian packages that they use, and how missing ones are installed.
+# Sourced by ./run, ./test and ./package: the Debian packages that they use, and how missing ones are installed.
 
-# What building the Windows program and starting it takes.
-packages_to_run=(
+# What building the Windows program takes.
+packages_to_build=(
     cmake ninja-build g++-mingw-w64-x86-64-posix
     googletest # configuring needs its sources; only the test programs use them
-    util-linux procps findutils coreutils
+    util-linux findutils coreutils
+)
+packages_to_package=("${packages_to_build[@]}" nsis)
+# What starting it takes besides.
+packages_to_run=(
+    "${packages_to_build[@]}"
+    procps
     wine wine64
     # What Wine's display driver loads when it is there.
     libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1
@@ -15,9 +21,11 @@ packages_to_run=(
 # What testing takes besides.
 packages_to_test=(
     "${packages_to_run[@]}"
+    "${packages_to_package[@]}"
     g++ g++-mingw-w64-i686-posix
     binutils-mingw-w64-x86-64 # which DLLs the program imports
     clang-format clang-tidy cppcheck
+    diffutils libc-bin # comparing what the installer leaves with what was there
     e2fsprogs # a file that nobody may write, not even root
 )
 

@@ -158,19 +158,4 @@ all_checks=(format layers include_cycles window_free_folders every_source_is_bui
     headers_stand_alone nothing_is_switched_off no_iostreams shipped_program clang_tidy cppcheck)
 (($#)) && all_checks=("$@")
 
-# The same lines as the test programs print, so that one reader counts both.
-failed=0
-for check in "${all_checks[@]}"; do
-    printf '[ RUN      ] lint.%s\n' "$check"
-    started=$(date +%s%N)
-    found=$("check_$check")
-    took=$((($(date +%s%N) - started) / 1000000))
-    if [ -n "$found" ]; then
-        printf '%s\n[  FAILED  ] lint.%s (%s ms)\n' "$found" "$check" "$took"
-        failed=$((failed + 1))
-    else
-        printf '[       OK ] lint.%s (%s ms)\n' "$check" "$took"
-    fi
-done
-printf '[==========] %s checks ran.\n' "${#all_checks[@]}"
-((failed == 0))
+run_checks lint "${all_checks[@]}"

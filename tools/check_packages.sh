@@ -1,0 +1,171 @@
+#!/usr/bin/env bash
+# Checks what ./package makes, as a user meets it: the zip, and the installer from a silent
+# installation to an uninstallation that leaves nothing. ./test runs it as the suite `packages`,
+# inside the Wine prefix and on the display that it has started.
+. "$(dirname "$0")/common.sh"
+. "$top/tools/wine.sh"
+
+packages=$build/windows/packages
+program=$build/windows/tidemark.exe
+driver=$build/windows/tests/drive_tidemark.exe
+work=$build/test/packages
+[ -n "${WINEPREFIX:-}" ] && [ -n "${DISPLAY:-}" ] || die "run me with ./test packages"
+
+drive=$WINEPREFIX/drive_c
+roaming=$(echo "$drive"/users/*/AppData/Roaming/Microsoft/Windows)
+home=${roaming%/AppData/*}
+installed="$home/AppData/Local/Programs/tidemark clock"
+elsewhere="$drive/another folder"
+installed_on_windows="C:\\users\\${home##*/}\\AppData\\Local\\Programs\\tidemark clock"
+start_menu="$roaming/Start Menu/Programs/tidemark clock.lnk"
+send_to="$roaming/SendTo/Tidemark Clock.lnk"
+uninstall_key='HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Uninstall\tidemark clock'
+settings_key='HKEY_CURRENT_USER\Software\Tidemark'
+app_paths_key='HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tidemark.exe'
+
+rm -rf "$work"
+mkdir -p "$work"
+
+there() { [ -e "$1" ] || echo "missing: $1"; }
+gone() { [ ! -e "$1" ] || echo "still there: $1"; }
+gone_both() { [ ! -e "$1" ] && [ ! -e "$2" ]; }
+
+# expect_exit CODE PROGRAM [ARGUMENT...]
+expect_exit() {
+    local expected=$1 code
+    shift
+    run_wine 60 "$work/output" "$@"
+    code=$?
+    ((code == expected)) || echo "ended with $code, not $expected: $* $(cat "$work/output")"
+}
+# expect_exit_of_line CODE LINE: the same for a whole command line; the installer's switches that
+# name a folder are read to the end of the line, without quotes.
+expect_exit_of_line() {
+    printf '@%s\r\n' "$2" >"$work/line.cmd"
+    expect_exit "$1" cmd /c "$(windows_path "$work/line.cmd")"
+}
+
+# registry: what is in the parts of the registry that a program and its installer write to, but for
+# what Wine notes for itself and the empty key that holds the list of installed programs.
+registry() {
+    local part
+    for part in 'HKCU\Software' 'HKLM\Software\Microsoft\Windows\CurrentVersion'; do
+        run_wine 60 "$work/output" reg export "$part" "$(windows_path "$work/part.reg")" /y ||
+            echo "cannot be read: $part"
+        # Each value with its key, so that every line can stand alone.
+        iconv -f UTF-16 -t UTF-8 "$work/part.reg" | tr -d '\r' | grep -v '^$' |
+            awk '/^\[/ { key = $0; print; next } { print key $0 }'
+    done | grep -vE '^\[HKEY_CURRENT_USER\\Software\\(Wine\\|[^]"]*\\Uninstall\]$)' | sort
+}
+# files: what is on drive C, but for the system's folder of a user's programs itself and the folder
+# of temporary files: an uninstaller runs from there and is deleted at the system's next start.
+files() {
+    find "$drive" -path "$home/Temp" -prune -o ! -path "${installed%/*}" -print | sort
+}
+
+# uninstall FOLDER [ARGUMENT...]: the uninstaller goes on in a copy of itself when its own process
+# has ended.
+uninstall() {
+    local folder=$1
+    shift
+    expect_exit 0 "$folder/uninstall.exe" /S "$@"
+    wait_until 20 gone_both "$folder" "$start_menu" || echo "$folder is still there: $(ls "$folder")"
+}
+
+# Each check prints what it finds wrong; printing nothing is passing. Each goes on from where the
+# one before it has left the prefix.
+
+check_zip_holds_the_program() {
+    (cd "$work" && cmake -E tar xf "$packages"/*.zip)
+    cmp "$program" "$work"/tidemark-clock-*/tidemark.exe 2>&1
+    (cd "$work"/tidemark-clock-* && find . -type f | sort) >"$work/in-zip"
+    printf './README.txt\n./tidemark.exe\n' | diff - "$work/in-zip"
+}
+
+check_installs_silently_for_one_user() {
+    expect_exit 0 "$packages"/*-setup.exe /S
+    cmp "$program" "$installed/tidemark.exe" 2>&1
+    there "$installed/README.txt"
+    there "$installed/uninstall.exe"
+    there "$start_menu"
+    there "$send_to"
+    cp "$send_to" "$work/other.lnk"
+    registry >"$work/registry.installed"
+    comm -13 "$work/registry.before" "$work/registry.installed" >"$work/registry.added"
+    grep -qF "[$uninstall_key]\"DisplayVersion\"" "$work/registry.added" ||
+        echo "not in the list of installed programs"
+    grep -vF "[$uninstall_key]" "$work/registry.added"
+}
+
+check_program_started_from_the_start_menu_stamps() {
+    local file=$work/stamped.txt stamp
+    : >"$file"
+    touch -d '2001-02-03 04:05:06' "$file"
+    stamp=$(stat -c %Y "$file")
+    expect_exit 0 start /unix "$start_menu" "$(windows_path "$file")"
+    expect_exit 0 "$driver" stamp
+    [ "$(stat -c %Y "$file")" != "$stamp" ] || echo "the file has kept its time"
+}
+
+check_running_program_is_not_replaced() {
+    expect_exit 2 "$packages"/*-setup.exe /S
+    expect_exit_of_line 2 "\"$installed_on_windows\\uninstall.exe\" /S _?=$installed_on_windows"
+    cmp "$program" "$installed/tidemark.exe" 2>&1
+    expect_exit 0 "$driver" close
+}
+
+check_uninstall_keeps_the_settings() {
+    uninstall "$installed"
+    gone "$send_to"
+    registry >"$work/registry.kept"
+    comm -13 "$work/registry.before" "$work/registry.kept" >"$work/registry.added"
+    grep -qF "[$settings_key\\Options]\"ControlsOnTop\"" "$work/registry.added" ||
+        echo "the settings are gone"
+    grep -vF "[$settings_key" "$work/registry.added"
+}
+
+check_send_to_entry_is_an_option() {
+    expect_exit_of_line 0 "$(windows_path "$packages"/*-setup.exe) /S /SENDTO=no /D=C:\\another folder"
+    there "$elsewhere/tidemark.exe"
+    gone "$send_to"
+    # Neither does the next version bring the entry back, and it goes to the same folder.
+    rm "$elsewhere/README.txt"
+    expect_exit 0 "$packages"/*-setup.exe /S
+    there "$elsewhere/README.txt"
+    gone "$send_to"
+}
+
+check_unknown_switches_are_refused() {
+    expect_exit 1 "$packages"/*-setup.exe /S /SENDTO=perhaps
+    expect_exit_of_line 1 '"C:\another folder\uninstall.exe" /S /SETTINGS=all _?=C:\another folder'
+    there "$elsewhere/tidemark.exe"
+}
+
+check_uninstall_leaves_nothing() {
+    # What is not the installer's stays, and the folder with it.
+    echo mine >"$elsewhere/mine.txt"
+    # Another copy's Send To entry is not this one's to delete.
+    cp "$work/other.lnk" "$send_to"
+    expect_exit 0 "$elsewhere/uninstall.exe" /S /SETTINGS=remove
+    wait_until 20 gone_both "$elsewhere/uninstall.exe" "$start_menu" || ls "$elsewhere"
+    there "$elsewhere/mine.txt"
+    there "$send_to"
+    rm -rf "$elsewhere" "$send_to"
+    registry >"$work/registry.after"
+    comm -13 "$work/registry.before" "$work/registry.after"
+    files >"$work/files.after"
+    comm -13 "$work/files.before" "$work/files.after"
+}
+
+# A run that was broken off may have left something, and other suites start the program too.
+rm -rf "$installed" "$elsewhere" "$start_menu" "$send_to"
+printf 'Windows Registry Editor Version 5.00\r\n\r\n' >"$work/clean.reg"
+printf '[-%s]\r\n' "$uninstall_key" "$settings_key" "$app_paths_key" >>"$work/clean.reg"
+run_wine 60 "$work/output" regedit /S "$(windows_path "$work/clean.reg")" || cat "$work/output"
+registry >"$work/registry.before"
+files >"$work/files.before"
+
+run_checks packages zip_holds_the_program installs_silently_for_one_user \
+    program_started_from_the_start_menu_stamps running_program_is_not_replaced \
+    uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused \
+    uninstall_leaves_nothing
