@@ -26,7 +26,11 @@ void StatusBar::Create(ControlSite& site, const ControlSpec& spec) {
 }
 
 void StatusBar::FollowForm() const {
+    const int width = ClientSize().width;
     Send(WM_SIZE);
+    if (ClientSize().width != width) {
+        Invalidate();  // the edge at the old right end would stay in the picture
+    }
 }
 
 bool StatusBar::Simple() const {

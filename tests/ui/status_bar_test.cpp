@@ -6,6 +6,7 @@
 #include <array>
 
 #include "platform/win32/wide_text.h"
+#include "support/pump.h"
 #include "support/test_form.h"
 #include "ui/progress_bar.h"
 #include "ui/subclasser.h"
@@ -34,6 +35,18 @@ class StatusBarTest : public ::testing::Test {
 TEST_F(StatusBarTest, StartsInSimpleModeWithItsText) {
     EXPECT_TRUE(StatusBar1.Simple());
     EXPECT_EQ(StatusBar1.SimpleText(), "  Ready");
+}
+
+TEST_F(StatusBarTest, AWiderBarIsPaintedAnewAsAWhole) {
+    form_.SetVisible(true);
+    PumpPending();
+    ASSERT_FALSE(::GetUpdateRect(StatusBar1.Handle(), nullptr, FALSE));
+    const Bounds now = form_.Position();
+    form_.Move({now.left, now.top, now.width + 100, now.height});
+    RECT unpainted{};
+    ASSERT_TRUE(::GetUpdateRect(StatusBar1.Handle(), &unpainted, FALSE));
+    EXPECT_EQ(unpainted.left, 0);
+    EXPECT_EQ(unpainted.right, StatusBar1.ClientSize().width);
 }
 
 TEST_F(StatusBarTest, EachModeKeepsItsOwnTexts) {
