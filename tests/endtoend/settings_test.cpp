@@ -35,25 +35,8 @@ class SettingsEndToEnd : public EndToEnd {
         return PollUntil(kWait, [&] { return Stored(key) == text; });
     }
 
-    // Opens a menu of the bar by its letter and chooses an item with the keyboard.
     static void Choose(const RemoteTidemark& program, char menu, int item) {
-        const RemoteWindow main = program.Main();
-        main.Post(WM_SYSCOMMAND, SC_KEYMENU, menu);
-        ASSERT_TRUE(PollUntil(kWait, [&] { return MenuIsOpen(program); }));
-        main.Post(WM_KEYDOWN, VK_HOME);
-        for (int i = 0; i < item; ++i) {
-            main.Post(WM_KEYDOWN, VK_DOWN);
-        }
-        main.Post(WM_KEYDOWN, VK_RETURN);
-        ASSERT_TRUE(PollUntil(kWait, [&] { return !MenuIsOpen(program); }));
-    }
-    static bool MenuIsOpen(const RemoteTidemark& program) {
-        for (const RemoteWindow& window : TopLevelWindows(program.Process())) {
-            if (window.Visible() && window.ClassName() == L"#32768") {
-                return true;
-            }
-        }
-        return false;
+        ASSERT_TRUE(program.ChooseFromMenu(menu, item, kWait));
     }
 
     static Bounds PlaceOf(const RemoteTidemark& program) {

@@ -7,7 +7,7 @@
 namespace tidemark {
 namespace {
 
-constexpr const wchar_t* kCaption = L"tidemark clock";
+constexpr const wchar_t* kMainClass = L"frmMain";
 constexpr const wchar_t* kMessageBoxClass = L"#32770";
 constexpr std::chrono::seconds kStartLimit{60};
 
@@ -25,12 +25,9 @@ bool IsCheckBox(const RemoteWindow& button) {
 RemoteTidemark::RemoteTidemark(const std::string& program, const std::string& arguments)
     : process_(std::make_unique<RemoteProcess>(program, arguments)) {
     const bool shown = PollUntil(kStartLimit, [this] {
-        for (const RemoteWindow& window : TopLevelWindows(*process_)) {
-            if (window.Visible() && window.ClassName() != kMessageBoxClass &&
-                window.Text() == Utf8FromWide(kCaption)) {
-                main_ = window.Handle();
-                return true;
-            }
+        if (const std::optional<RemoteWindow> window = Shown(kMainClass)) {
+            main_ = window->Handle();
+            return true;
         }
         return process_->WaitForExit(std::chrono::milliseconds(0)).has_value();
     });
@@ -42,7 +39,7 @@ RemoteTidemark::RemoteTidemark(const std::string& program, const std::string& ar
 RemoteTidemark::RemoteTidemark() {
     const bool found = PollUntil(kStartLimit, [this] {
         HWND window = nullptr;
-        while ((window = ::FindWindowExW(nullptr, window, nullptr, kCaption)) != nullptr) {
+        while ((window = ::FindWindowExW(nullptr, window, kMainClass, nullptr)) != nullptr) {
             if (::IsWindowVisible(window)) {
                 main_ = window;
                 return true;
@@ -133,19 +130,37 @@ bool RemoteTidemark::WaitForStamping(std::chrono::milliseconds limit) const {
     return PollUntil(limit, [this] { return cmdStamp().Text() == "Cancel"; });
 }
 
-std::optional<RemoteWindow> RemoteTidemark::Box() const {
+std::optional<RemoteWindow> RemoteTidemark::Shown(const std::wstring& class_name) const {
     for (const RemoteWindow& window : TopLevelWindows(*process_)) {
-        if (window.Visible() && window.ClassName() == kMessageBoxClass) {
+        if (window.Visible() && window.ClassName() == class_name) {
             return window;
         }
     }
     return std::nullopt;
 }
 
+bool RemoteTidemark::OpenMenu(char menu, std::chrono::milliseconds limit) const {
+    Main().Post(WM_SYSCOMMAND, SC_KEYMENU, menu);
+    return PollUntil(limit, [this] { return MenuIsOpen(); });
+}
+
+bool RemoteTidemark::ChooseFromMenu(char menu, int item, std::chrono::milliseconds limit) const {
+    if (!OpenMenu(menu, limit)) {
+        return false;
+    }
+    const RemoteWindow main = Main();
+    main.Post(WM_KEYDOWN, VK_HOME);
+    for (int i = 0; i < item; ++i) {
+        main.Post(WM_KEYDOWN, VK_DOWN);
+    }
+    main.Post(WM_KEYDOWN, VK_RETURN);
+    return PollUntil(limit, [this] { return !MenuIsOpen(); });
+}
+
 std::optional<std::string> RemoteTidemark::WaitForBox(std::chrono::milliseconds limit) const {
     std::optional<std::string> text;
     const bool shown = PollUntil(limit, [this, &text] {
-        const std::optional<RemoteWindow> box = Box();
+        const std::optional<RemoteWindow> box = Shown(kMessageBoxClass);
         if (box) {
             // The icon is a static control without text.
             for (const RemoteWindow& child : box->Descendants()) {
@@ -160,7 +175,7 @@ std::optional<std::string> RemoteTidemark::WaitForBox(std::chrono::milliseconds 
 }
 
 bool RemoteTidemark::AnswerBox(int button, std::chrono::milliseconds limit) const {
-    const std::optional<RemoteWindow> box = Box();
+    const std::optional<RemoteWindow> box = Shown(kMessageBoxClass);
     if (!box) {
         return false;
     }

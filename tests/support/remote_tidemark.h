@@ -46,12 +46,21 @@ class RemoteTidemark {
     // box is gone.
     [[nodiscard]] bool AnswerBox(int button, std::chrono::milliseconds limit) const;
 
+    // Opens a menu of the bar by its letter, and waits until it stands open.
+    [[nodiscard]] bool OpenMenu(char menu, std::chrono::milliseconds limit) const;
+    // The same, and chooses one of its items with the keyboard: they count from 0 without the
+    // separators. The item's command may still be at work, or have opened something.
+    [[nodiscard]] bool ChooseFromMenu(char menu, int item, std::chrono::milliseconds limit) const;
+    // Whether a menu of the bar or a popup menu stands open.
+    [[nodiscard]] bool MenuIsOpen() const { return Shown(L"#32768").has_value(); }
+    // The program's visible top-level window of this class.
+    [[nodiscard]] std::optional<RemoteWindow> Shown(const std::wstring& class_name) const;
+
   private:
     [[nodiscard]] RemoteWindow Child(const std::wstring& class_name,
                                      const std::function<bool(const RemoteWindow&)>& is_it) const;
     // The n-th picker of dates, or of times of day.
     [[nodiscard]] RemoteDatePicker Picker(bool of_times, int n) const;
-    [[nodiscard]] std::optional<RemoteWindow> Box() const;
 
     std::unique_ptr<RemoteProcess> process_;
     HWND main_ = nullptr;

@@ -30,7 +30,6 @@ class RemoteWindow {
     // Asks the window to close, as its close button does.
     void Close() const { Post(WM_CLOSE); }
 
-  protected:
     [[nodiscard]] const RemoteProcess& Process() const { return *process_; }
 
   private:
