@@ -1,0 +1,100 @@
+# Reads figures ("MODE NAME VALUE" a line) and writes docs/benchmarks.md: medians, ratios, and whether
+# each target is met. A figure that is missing is said to be.
+#
+# awk -f benchmarks/report.awk -v cores=N figures
+
+{
+    key = $1 SUBSEP $2
+    values[key, ++count[key]] = $3
+}
+
+# The n-th smallest of what is collected under the key.
+function median(key,    n, i, j, sorted, value) {
+    n = count[key]
+    for (i = 1; i <= n; ++i) {
+        value = values[key, i]
+        for (j = i - 1; j >= 1 && sorted[j] > value; --j) sorted[j + 1] = sorted[j]
+        sorted[j + 1] = value
+    }
+    if (n == 0) return "none"
+    return n % 2 ? sorted[(n + 1) / 2] : (sorted[n / 2] + sorted[n / 2 + 1]) / 2
+}
+
+function largest(key,    n, i, value) {
+    n = count[key]
+    if (n == 0) return "none"
+    value = values[key, 1]
+    for (i = 2; i <= n; ++i) if (values[key, i] > value) value = values[key, i]
+    return value
+}
+
+# The median of the ratios of turns that followed each other.
+function median_ratio(above, below,    i, n) {
+    n = count[above] < count[below] ? count[above] : count[below]
+    ++scratch
+    for (i = 1; i <= n; ++i)
+        if (values[below, i] > 0)
+            values["ratio" scratch, ++count["ratio" scratch]] = values[above, i] / values[below, i]
+    return median("ratio" scratch)
+}
+
+function shown(value, format) { return value == "none" ? "not measured" : sprintf(format, value) }
+
+function met(value, limit) {
+    if (value == "none") return "not measured"
+    if (value <= limit) return "met"
+    ++missed
+    return "**not met**"
+}
+
+function both(a, b) { return a == b ? a : a ", " b }
+
+function head(title) {
+    printf "\n## %s\n\n| what | target | pinned | | split | |\n|---|---|---|---|---|---|\n", title
+}
+
+# Ours against the floor, in turns.
+function ratio_row(what, name, limit,    mode, m, line, value) {
+    line = "| " what " | at most " limit "x |"
+    for (m = 1; m <= 2; ++m) {
+        mode = modes[m]
+        value = median_ratio(mode SUBSEP name ".ours", mode SUBSEP name ".floor")
+        line = line " " (value == "none" ? "not measured" : sprintf("%.2fx (%.0f against %.0f ms)", value, \
+            median(mode SUBSEP name ".ours"), median(mode SUBSEP name ".floor"))) " | " met(value, limit) " |"
+    }
+    print line
+}
+
+# A figure by itself, its median or (of what must never be exceeded) the worst of all rounds.
+function plain_row(what, name, limit, format, worst,    m, line, value) {
+    line = "| " what " | at most " sprintf(format, limit) " |"
+    for (m = 1; m <= 2; ++m) {
+        value = worst ? largest(modes[m] SUBSEP name) : median(modes[m] SUBSEP name)
+        line = line " " shown(value, format) " | " met(value, limit) " |"
+    }
+    print line
+}
+
+# How many times as long one takes as the other.
+function growth_row(what, above, below, limit, scale,    m, line, value, a, b) {
+    line = "| " what " | at most " limit "x |"
+    for (m = 1; m <= 2; ++m) {
+        a = median(modes[m] SUBSEP above)
+        b = median(modes[m] SUBSEP below)
+        value = a == "none" || b == "none" || b == 0 ? "none" : a / b
+        line = line " " (value == "none" ? "not measured" : \
+            sprintf("%.2fx (%.4g against %.4g)", value, a, b)) " | " met(value, limit) " |"
+    }
+    print line
+}
+
+function note_row(what, name, format,    m, line) {
+    line = "| " what " | - |"
+    for (m = 1; m <= 2; ++m) line = line " " shown(median(modes[m] SUBSEP name), format) " | |"
+    print line
+}
+
+BEGIN {
+    modes[1] = "pinned"
+    modes[2] = "split"
+}

@@ -1,0 +1,88 @@
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/floor.h"
+#include "benchmarks/measure.h"
+#include "benchmarks/real_window.h"
+#include "engine/tidemark_item.h"
+#include "platform/win32/wide_text.h"
+
+namespace tidemark {
+namespace {
+
+constexpr std::int64_t kFloorTime = 132'000'000'000'000'000;  // in 2019
+constexpr double kDate = 43800.5;                             // a day number of the same year
+
+// One turn of a floor, and what it found.
+void TimeFloor(const std::string& name, std::int64_t entries,
+               const std::function<std::int64_t()>& floor) {
+    std::int64_t found = 0;
+    const double took = TimeOf([&] { found = floor(); });
+    if (found != entries) {
+        GiveUp(name + ": the floor found " + std::to_string(found) + " entries, not " +
+               std::to_string(entries));
+    }
+    PrintFigure(name + ".floor", took);
+}
+
+// The engine without a window: one item, stamped in its own tick.
+class EngineAlone {
+  public:
+    EngineAlone(RealSystem& system, const std::string& tree)
+        : system_(system), item_(TidemarkItem::Create(system.Watched())) {
+        item_->SetRootItem(tree);
+    }
+
+    void TimeStamp(const std::string& name, double created, bool clear_read_only, bool sync) {
+        system_.Timers().Forget();
+        item_->Stamp(kDate, created, clear_read_only, sync);
+        RunMessagesUntil([this] { return !item_->StampInProgress(); });
+        if (!item_->StampComplete() || item_->HasErrors()) {
+            GiveUp(name + ": the stamp met errors");
+        }
+        PrintFigure(name + ".ours", system_.Timers().LongTicks());
+    }
+
+  private:
+    RealSystem& system_;
+    std::shared_ptr<TidemarkItem> item_;
+};
+
+}  // namespace
+
+void WalkBench(const BenchArguments& arguments) {
+    const std::string tree = arguments.trees.at(0) + "\\";
+    const std::wstring wide_tree = WideFromUtf8(tree);
+    RealSystem system;
+    std::int64_t entries = 0;
+    {
+        RealWindow window(system.Watched());
+        window.List({tree});
+        const std::shared_ptr<TidemarkItem> item = *window.Main().Items().begin();
+        entries = std::int64_t{item->FileCount()} + item->FolderCount() - 1;  // the tree's own
+        for (int round = 0; round < arguments.rounds; ++round) {
+            TimeFloor("count", entries, [&] { return FloorCount(wide_tree); });
+            system.Timers().Forget();
+            window.Choose("mnuViewRefresh");
+            window.WaitForRest();
+            PrintFigure("count.ours", system.Timers().LongTicks());
+        }
+        for (int round = 0; round < arguments.rounds; ++round) {
+            TimeFloor("stamp", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+            system.Timers().Forget();
+            window.Main().cmdStamp_Click();
+            window.WaitForRest();
+            if (!item->StampComplete() || item->HasErrors()) {
+                GiveUp("the stamp met errors");
+            }
+            PrintFigure("stamp.ours", system.Timers().LongTicks());
+        }
+    }
+    EngineAlone engine(system, tree);
+    for (int round = 0; round < arguments.rounds; ++round) {
+        TimeFloor("stamp-clearing", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+        engine.TimeStamp("stamp-clearing", kDate, /*clear_read_only=*/true, /*sync=*/false);
+        TimeFloor("stamp-syncing", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+        engine.TimeStamp("stamp-syncing", 0, /*clear_read_only=*/false, /*sync=*/true);
+    }
+}
+
+}  // namespace tidemark
