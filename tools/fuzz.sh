@@ -7,7 +7,8 @@ runs=${1:-10000000}
 shift $(($# > 0 ? 1 : 0))
 fuzzers=("$@")
 [ ${#fuzzers[@]} -gt 0 ] || fuzzers=(
-    command_line_fuzzer truth_value_fuzzer leading_number_fuzzer placement_fuzzer options_fuzzer)
+    command_line_fuzzer file_dialog_fuzzer drop_files_fuzzer shell_item_ids_fuzzer
+    truth_value_fuzzer placement_fuzzer options_fuzzer leading_number_fuzzer)
 
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target "${fuzzers[@]}"
@@ -15,6 +16,7 @@ for fuzzer in "${fuzzers[@]}"; do
     # What is found goes to the build tree; the seeds stay small and are only read.
     found=build/fuzz/corpus/$fuzzer
     log=build/fuzz/$fuzzer.log
+    started=$SECONDS
     mkdir -p "$found"
     if ! build/fuzz/tests/fuzz/"$fuzzer" -runs="$runs" -max_len=64 -timeout=10 -print_final_stats=1 \
         -dict=tests/fuzz/stored_text.dict -artifact_prefix=build/fuzz/ \
@@ -23,5 +25,5 @@ for fuzzer in "${fuzzers[@]}"; do
         echo "$fuzzer: FAILED, see $log"
         exit 1
     fi
-    echo "$fuzzer: $(grep -E '^Done [0-9]+ runs' "$log")"
+    echo "$fuzzer: $(grep -oE '^Done [0-9]+ runs' "$log") in $((SECONDS - started)) s"
 done

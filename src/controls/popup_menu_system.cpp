@@ -22,6 +22,15 @@ void PopupMenuSystem::Free(void* memory) {
     }
 }
 
+std::size_t PopupMenuSystem::SizeOf(const void* memory) {
+    ComPtr<IMalloc> allocator;
+    if (FAILED(::SHGetMalloc(allocator.Put()))) {
+        return 0;
+    }
+    const SIZE_T size = allocator->GetSize(const_cast<void*>(memory));
+    return size == static_cast<SIZE_T>(-1) ? 0 : size;
+}
+
 HMENU PopupMenuSystem::NewPopupMenu() {
     return ::CreatePopupMenu();
 }

@@ -22,6 +22,8 @@ class PopupMenuSystem {
     // Memory of the shell's allocator; null when there is none left.
     virtual void* Allocate(std::size_t size);
     virtual void Free(void* memory);
+    // Bytes that memory of the shell's allocator holds; 0 when that cannot be told.
+    virtual std::size_t SizeOf(const void* memory);
 
     virtual HMENU NewPopupMenu();
     virtual BOOL InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item);

@@ -1,7 +1,6 @@
 #include "controls/shell_context_menu.h"
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -14,21 +13,14 @@ namespace {
 
 constexpr UINT kLastShellCommand = 2047;
 
-// An identifier list is a run of items, each led by its size, up to an item of size 0.
-const SHITEMID& NextItem(const SHITEMID& item) {
-    return *reinterpret_cast<const SHITEMID*>(reinterpret_cast<const BYTE*>(&item) + item.cb);
-}
-
-bool IsLast(const SHITEMID& item) {
-    return item.cb == 0 || NextItem(item).cb == 0;
-}
-
-const SHITEMID& LastItem(const ITEMIDLIST& list) {
-    const SHITEMID* item = &list.mkid;
-    while (!IsLast(*item)) {
-        item = &NextItem(*item);
+// The items of a list; none for null and for a list that cannot be trusted.
+std::vector<ShellItemId> ItemsOf(PopupMenuSystem& system, const ITEMIDLIST* list) {
+    if (list == nullptr) {
+        return {};
     }
-    return *item;
+    const std::span<const std::byte> memory(reinterpret_cast<const std::byte*>(list),
+                                            system.SizeOf(list));
+    return SplitItemIds(memory).value_or(std::vector<ShellItemId>{});
 }
 
 std::wstring KeyOf(std::string_view path) {
@@ -70,19 +62,13 @@ class ShellContextMenu::ItemIds {
     // Takes a list over; null stands for an empty one.
     void Add(ITEMIDLIST* list) { lists_.push_back(list); }
 
-    // Adds a list of just a copy of `item`; an empty one when there is no item, when it is empty,
-    // or when no memory is left.
-    void AddCopy(const SHITEMID* item) {
-        constexpr std::size_t kTerminator = sizeof(USHORT);
-        ITEMIDLIST* copy = nullptr;
-        if (item != nullptr && item->cb != 0) {
-            copy = static_cast<ITEMIDLIST*>(system_.Allocate(item->cb + kTerminator));
-        }
+    // Adds a list of just a copy of `item`; an empty one when no memory is left.
+    void AddCopy(ShellItemId item) {
+        void* const copy = system_.Allocate(SizeOfSingleItemList(item));
         if (copy != nullptr) {
-            std::memcpy(copy, item, item->cb);
-            std::memset(reinterpret_cast<BYTE*>(copy) + item->cb, 0, kTerminator);
+            WriteSingleItemList(item, static_cast<std::byte*>(copy));
         }
-        lists_.push_back(copy);
+        lists_.push_back(static_cast<ITEMIDLIST*>(copy));
     }
 
     [[nodiscard]] const std::vector<ITEMIDLIST*>& Lists() const { return lists_; }
@@ -157,24 +143,29 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
     if (FAILED(system_.DesktopFolder(desktop.Put()))) {
         return;
     }
-    ItemIds items(system_);
+    ItemIds lists(system_);
     for (const std::string& path : files_) {
         std::wstring name = WideFromUtf8(path);
         PIDLIST_RELATIVE list = nullptr;
         const HRESULT parsed =
             desktop->ParseDisplayName(hwnd, nullptr, name.data(), nullptr, &list, nullptr);
-        items.Add(SUCCEEDED(parsed) ? list : nullptr);
+        lists.Add(SUCCEEDED(parsed) ? list : nullptr);
     }
-    if (items.Lists().front() == nullptr) {
+    const std::vector<ShellItemId> first = ItemsOf(system_, lists.Lists().front());
+    if (first.empty()) {
         return;
     }
-    const ComPtr<IShellFolder> folder = ParentFolder(*items.Lists().front());
+    const ComPtr<IShellFolder> folder = BindFolder(std::span(first).first(first.size() - 1));
     if (!folder) {
         return;
     }
     ItemIds children(system_);
-    for (const ITEMIDLIST* item : items.Lists()) {
-        children.AddCopy(item != nullptr ? &LastItem(*item) : nullptr);
+    for (const ITEMIDLIST* list : lists.Lists()) {
+        if (const std::vector<ShellItemId> items = ItemsOf(system_, list); !items.empty()) {
+            children.AddCopy(items.back());
+        } else {
+            children.Add(nullptr);
+        }
     }
     if (children.Lists().front() == nullptr) {
         return;
@@ -200,12 +191,12 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
     }
 }
 
-ComPtr<IShellFolder> ShellContextMenu::ParentFolder(const ITEMIDLIST& item) const {
+ComPtr<IShellFolder> ShellContextMenu::BindFolder(std::span<const ShellItemId> levels) const {
     ComPtr<IShellFolder> folder;
     if (FAILED(system_.DesktopFolder(folder.Put()))) {
         return {};
     }
-    for (const SHITEMID* level = &item.mkid; !IsLast(*level); level = &NextItem(*level)) {
+    for (const ShellItemId& level : levels) {
         ItemIds step(system_);
         step.AddCopy(level);
         const ITEMIDLIST* const list = step.Lists().front();

@@ -6,12 +6,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
 #include "controls/popup_menu_system.h"
+#include "controls/shell_item_ids.h"
 #include "platform/win32/com_ptr.h"
 #include "platform/win32/windows.h"
 #include "ui/subclasser.h"
@@ -67,7 +69,8 @@ class ShellContextMenu {
 
     UINT Show(HWND hwnd, UINT flags, POINT point, IShellFolder& folder, const ItemIds& children,
               std::vector<Entry>& entries);
-    ComPtr<IShellFolder> ParentFolder(const ITEMIDLIST& item) const;
+    // The folder that the items lead to from the desktop, one level each; empty when one does not.
+    ComPtr<IShellFolder> BindFolder(std::span<const ShellItemId> levels) const;
 
     std::unique_ptr<PopupMenuSystem> own_system_;
     PopupMenuSystem& system_;

@@ -85,6 +85,9 @@ HRESULT FakeFolder::ParseDisplayName(HWND owner, IBindCtx*, LPWSTR name, ULONG*,
     }
     const USHORT terminator = 0;
     append(&terminator, sizeof terminator);
+    if (!path.empty() && path == shell.cut_off) {
+        bytes.resize(bytes.size() - sizeof terminator - 1);
+    }
     void* const memory = system_.Allocate(bytes.size());
     std::memcpy(memory, bytes.data(), bytes.size());
     *list = static_cast<PIDLIST_RELATIVE>(memory);
@@ -125,12 +128,19 @@ HRESULT FakePopupMenuSystem::DesktopFolder(IShellFolder** folder) {
 
 void* FakePopupMenuSystem::Allocate(std::size_t size) {
     ++shell.memory;
-    return std::malloc(size);
+    void* const memory = std::malloc(size);
+    sizes_[memory] = size;
+    return memory;
 }
 
 void FakePopupMenuSystem::Free(void* memory) {
     --shell.memory;
+    sizes_.erase(memory);
     std::free(memory);
+}
+
+std::size_t FakePopupMenuSystem::SizeOf(const void* memory) {
+    return sizes_.at(memory);
 }
 
 HMENU FakePopupMenuSystem::NewPopupMenu() {

@@ -57,6 +57,7 @@ struct FakeShell {
     bool query_fails = false;
     bool menu_creation_fails = false;
     std::wstring unbindable;  // a part that is no folder
+    std::wstring cut_off;     // a path whose identifier list lacks its last bytes
     UINT choice = 0;
     POINT cursor{};
     std::function<void()> while_tracking;
@@ -173,12 +174,16 @@ class FakePopupMenuSystem final : public PopupMenuSystem {
     HRESULT DesktopFolder(IShellFolder** folder) override;
     void* Allocate(std::size_t size) override;
     void Free(void* memory) override;
+    std::size_t SizeOf(const void* memory) override;
     HMENU NewPopupMenu() override;
     BOOL InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) override;
     BOOL SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override;
     BOOL CursorPosition(POINT* point) override;
     UINT Track(HMENU menu, UINT flags, POINT point, HWND owner) override;
     BOOL Discard(HMENU menu) override;
+
+  private:
+    std::map<const void*, std::size_t> sizes_;
 };
 
 }  // namespace tidemark

@@ -101,6 +101,19 @@ TEST_F(ShellContextMenuTest, ALaterPathThatCannotBeParsedDropsOut) {
     EXPECT_EQ(shell().trackings.size(), 1U);
 }
 
+TEST_F(ShellContextMenuTest, AnIdentifierListThatRunsOutOfItsMemoryCountsAsUnparsed) {
+    shell().cut_off = L"C:\\cut";
+    menu_->AddFile("C:\\a");
+    menu_->AddFile("C:\\cut");
+    Popup();
+    EXPECT_THAT(shell().children, ElementsAre(L"a"));
+    menu_->Clear();
+    menu_->AddFile("C:\\cut");
+    menu_->AddFile("C:\\a");
+    Popup();
+    EXPECT_EQ(shell().trackings.size(), 1U);
+}
+
 TEST_F(ShellContextMenuTest, AFolderThatCannotBeBoundShowsNothing) {
     shell().unbindable = L"dir";
     menu_->AddFile("C:\\dir\\a");

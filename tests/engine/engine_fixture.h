@@ -15,7 +15,7 @@
 
 namespace tidemark {
 
-// Reaches what a test cannot bring about in reasonable time.
+// Reaches what a test cannot bring about in reasonable time, or not tell apart.
 struct TidemarkItemTestPeer {
     static void SetFileCount(TidemarkItem& item, std::int32_t count) {
         item.counters_.FileCount = count;
@@ -29,6 +29,7 @@ struct TidemarkItemTestPeer {
     static void SetStampedFolderCount(TidemarkItem& item, std::int32_t count) {
         item.counters_.StampedFolderCount = count;
     }
+    static bool StampPending(const TidemarkItem& item) { return item.flags_.StampPending; }
 };
 
 // Day number of a local date and time.
