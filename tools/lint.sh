@@ -91,7 +91,8 @@ check_headers_stand_alone() {
         [ "$(grep -m1 '^#include' "$source")" = "#include \"${header#*/}\"" ] ||
             echo "$source: the first include is to be its own header"
     done
-    cmake --build "$build/windows" --target header_checks -- -k 0 >"$work/headers.log" 2>&1 ||
+    flock "$build/build.lock" \
+        cmake --build "$build/windows" --target header_checks -- -k 0 >"$work/headers.log" 2>&1 ||
         grep -E 'error|Error' "$work/headers.log"
 }
 
