@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <memory>
+
 #include "endtoend/end_to_end.h"
 #include "platform/win32/windows.h"
 
@@ -172,22 +174,28 @@ class LongStampEndToEnd : public StampEndToEnd {
     static constexpr int kFolders = 100;
     static constexpr int kFilesInEach = 100;
 
-    void SetUp() override {
-        MakeManyFiles(tree_, kFolders, kFilesInEach);
-        tree_.SetTimes(LongAgo());
+    // Making ten thousand files takes longer than any of these tests, so they share them.
+    static void SetUpTestSuite() {
+        many_ = std::make_unique<RealTree>();
+        MakeManyFiles(*many_, kFolders, kFilesInEach);
     }
+    static void TearDownTestSuite() { many_.reset(); }
+    void SetUp() override { many_->SetTimes(LongAgo()); }
     // How many files and folders below the root have a new time.
     [[nodiscard]] int Stamped() const {
         int stamped = 0;
-        for (const auto& [path, entry] : tree_.Entries()) {
+        for (const auto& [path, entry] : many_->Entries()) {
             stamped += entry.written == LongAgo() ? 0 : 1;
         }
         return stamped;
     }
+
+    static std::unique_ptr<RealTree> many_;
 };
+std::unique_ptr<RealTree> LongStampEndToEnd::many_;
 
 TEST_F(LongStampEndToEnd, CancelEndsARunningStampWithoutAMessage) {
-    const RemoteTidemark program = Start(Quoted(tree_.Root()));
+    const RemoteTidemark program = Start(Quoted(many_->Root()));
     ASSERT_TRUE(program.WaitForCounts(1, kWait));
     program.cmdStamp().Click();
     ASSERT_TRUE(PollUntil(kWait, [&] { return Stamped() > 0; }));
@@ -208,13 +216,13 @@ TEST_F(LongStampEndToEnd, CancelEndsARunningStampWithoutAMessage) {
 }
 
 TEST_F(LongStampEndToEnd, CancelBeforeTheContentsAreReachedLeavesThemUntouched) {
-    const RemoteTidemark program = Start(Quoted(tree_.Root()));
+    const RemoteTidemark program = Start(Quoted(many_->Root()));
     ASSERT_TRUE(program.WaitForCounts(1, kWait));
     const RemoteWindow button = program.cmdStamp();
     // The second press is waiting when the first has only stamped the root.
     button.Click();
     button.Click();
-    ASSERT_TRUE(PollUntil(kWait, [&] { return !(EntryOf(tree_.Root()).written == LongAgo()); }));
+    ASSERT_TRUE(PollUntil(kWait, [&] { return !(EntryOf(many_->Root()).written == LongAgo()); }));
     ASSERT_TRUE(PollUntil(kWait, [&] {
         return program.cmdStamp().Text() == "Stamp" && program.Status(0) == "Ready";
     }));
@@ -223,7 +231,7 @@ TEST_F(LongStampEndToEnd, CancelBeforeTheContentsAreReachedLeavesThemUntouched) 
 }
 
 TEST_F(LongStampEndToEnd, ClosingTheWindowDuringAStampEndsTheProgram) {
-    const RemoteTidemark program = Start(Quoted(tree_.Root()));
+    const RemoteTidemark program = Start(Quoted(many_->Root()));
     ASSERT_TRUE(program.WaitForCounts(1, kWait));
     program.cmdStamp().Click();
     ASSERT_TRUE(program.WaitForStamping(kWait));
@@ -233,7 +241,7 @@ TEST_F(LongStampEndToEnd, ClosingTheWindowDuringAStampEndsTheProgram) {
 }
 
 TEST_F(LongStampEndToEnd, ClosingTheWindowDuringACountEndsTheProgram) {
-    const RemoteTidemark program = Start(Quoted(tree_.Root()));
+    const RemoteTidemark program = Start(Quoted(many_->Root()));
     Close(program);
     EXPECT_EQ(Stamped(), 0);
 }
