@@ -48,7 +48,9 @@ void TidemarkItemCollection::Iterator::Seek(std::uint64_t number) {
 }
 
 TidemarkItemCollection::TidemarkItemCollection(const Platform& platform)
-    : platform_(platform), slots_(std::make_shared<Slots>()) {}
+    : platform_(platform),
+      slots_(std::make_shared<Slots>()),
+      icon_keys_(platform.file_system, platform.locale) {}
 
 TidemarkItemCollection::~TidemarkItemCollection() {
     Clear(nullptr);
@@ -161,7 +163,7 @@ void TidemarkItemCollection::ShowItemRow(TidemarkItem& item, ListModel* list,
     if (images == nullptr) {
         return;
     }
-    const std::string icon_key = IconKey(platform_.file_system, platform_.locale, path, "");
+    const std::string& icon_key = icon_keys_.Of(path, "");
     AddIcon(*images, icon_key, path);
     // A list takes no image list that is still without a picture.
     if (list->SmallIcons() == nullptr && images->Count() > 0) {

@@ -11,6 +11,7 @@
 
 #include "engine/stamp_error.h"
 #include "engine/tidemark_item.h"
+#include "lists/icon_keys.h"
 #include "platform/platform.h"
 
 namespace tidemark {
@@ -138,6 +139,7 @@ class TidemarkItemCollection {
     std::shared_ptr<Slots> slots_;
     std::unordered_map<std::string, std::uint64_t> numbers_by_key_;
     std::uint64_t next_number_ = 1;
+    IconKeys icon_keys_;
 };
 
 }  // namespace tidemark

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/numbers.h"
+#include "lists/icon_keys.h"
 #include "lists/list_helpers.h"
 
 namespace tidemark {
@@ -30,11 +31,30 @@ std::string PlainNumber(std::int64_t number) {
 
 }  // namespace
 
+// Keeps the list from drawing while alive.
+class ErrorRows::RedrawOff {
+  public:
+    explicit RedrawOff(ErrorRows& rows) : rows_(rows) { rows_.display_.SetListRedraw(false); }
+    RedrawOff(const RedrawOff&) = delete;
+    RedrawOff& operator=(const RedrawOff&) = delete;
+    ~RedrawOff() {
+        if (!rows_.detached_) {
+            rows_.display_.SetListRedraw(true);
+        }
+    }
+
+  private:
+    ErrorRows& rows_;
+};
+
 // One run over a collection. Everything in it may end up on the stack below a later run.
 class ErrorRows::Fill {
   public:
     explicit Fill(ErrorRows& rows)
-        : rows_(rows), errors_(rows.errors_), collection_(rows.collections_) {}
+        : rows_(rows),
+          errors_(rows.errors_),
+          collection_(rows.collections_),
+          keys_(rows.platform_.file_system, rows.platform_.locale) {}
 
     void Run() {
         if (errors_ == nullptr || errors_->empty()) {
@@ -50,22 +70,6 @@ class ErrorRows::Fill {
     }
 
   private:
-    // Keeps the list from drawing while alive.
-    class RedrawOff {
-      public:
-        explicit RedrawOff(ErrorRows& rows) : rows_(rows) { rows_.display_.SetListRedraw(false); }
-        RedrawOff(const RedrawOff&) = delete;
-        RedrawOff& operator=(const RedrawOff&) = delete;
-        ~RedrawOff() {
-            if (!rows_.detached_) {
-                rows_.display_.SetListRedraw(true);
-            }
-        }
-
-      private:
-        ErrorRows& rows_;
-    };
-
     // Another collection was handed over, or the window is gone: the rows are not this run's.
     [[nodiscard]] bool Superseded() const {
         return rows_.detached_ || rows_.collections_ != collection_;
@@ -119,26 +123,39 @@ class ErrorRows::Fill {
     }
 
     // The key is kept for the last pass: finding it takes the shell, and that pass lets no messages
-    // run.
+    // run. A path that is gone has none: a picture of it, which the shell rarely has and takes long
+    // to look for, would stand for no row.
     void AddPicture(const ListRow& row, const std::string& path) {
-        const auto& key =
-            *keys_.insert(IconKey(rows_.platform_.file_system, rows_.platform_.locale, path, ""))
-                 .first;
-        AddIcon(rows_.images_, key, path);
+        const std::string& key = keys_.Of(path, "");
+        if (!key.empty()) {
+            AddIcon(rows_.images_, key, path);
+        }
         icon_keys_.emplace_back(&row, &key);
     }
 
-    // A cancelled run chooses for the rows that it reached.
     void ChooseIcons() {
         for (const auto& [row, key] : icon_keys_) {
             rows_.list_.SetSmallIcon(*row, RowIcon(rows_.images_, *key));
+        }
+        ChooseIconsOfTheRest();
+    }
+
+    // Of the rows that a cancelled run did not reach. Their keys are still to be found, and the
+    // user, who closed the window, is not to wait for that.
+    void ChooseIconsOfTheRest() {
+        for (std::size_t i = icon_keys_.size(); i < errors_->size() && !Superseded(); ++i) {
+            const std::string& path = (*errors_)[i]->ItemName;
+            if (const ListRow* const row = FindRow(rows_.list_, path)) {
+                rows_.list_.SetSmallIcon(*row, RowIcon(rows_.images_, keys_.Of(path, "")));
+            }
+            rows_.platform_.pump.LetPendingMessagesRun();
         }
     }
 
     ErrorRows& rows_;
     const std::shared_ptr<const StampErrorList> errors_;
     const std::uint64_t collection_;
-    std::unordered_set<std::string> keys_;
+    IconKeys keys_;
     std::vector<std::pair<const ListRow*, const std::string*>> icon_keys_;
 };
 
@@ -190,6 +207,7 @@ void ErrorRows::ITimerObjectSink_Timer() {
 }
 
 void ErrorRows::ColumnClick(ErrorColumn column) {
+    const RedrawOff redraw_off(*this);
     sort_.Click(Index(column));
     const bool by_number = column == ErrorColumn::kError;
     if (by_number) {

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "engine/stamp_error.h"
@@ -65,6 +64,7 @@ class ErrorRows final : public std::enable_shared_from_this<ErrorRows>, private 
 
   private:
     class Fill;
+    class RedrawOff;
 
     ErrorRows(const Platform& platform, KeyedImageList& images, ErrorsDisplay& display);
 

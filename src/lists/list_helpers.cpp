@@ -1,16 +1,8 @@
 #include "lists/list_helpers.h"
 
+#include "lists/icon_keys.h"
+
 namespace tidemark {
-
-namespace {
-
-// What follows the last dot of the last component; empty when there is no dot.
-std::string Extension(const std::string& path) {
-    const std::size_t at = path.find_last_of(".\\/:");
-    return at == std::string::npos || path[at] != '.' ? std::string() : path.substr(at + 1);
-}
-
-}  // namespace
 
 const ListRow* FindRow(const ListModel& list, const std::string& key) {
     return list.Find(key);
@@ -46,15 +38,7 @@ bool KeyExists(const KeyedImageList& images, const std::string& key) {
 
 std::string IconKey(FileSystemObject& file_system, UserLocale& locale, const std::string& path,
                     const std::string& fallback) {
-    if (file_system.FolderExists(path)) {
-        return ":";
-    }
-    if (!file_system.FileExists(path)) {
-        return fallback;
-    }
-    const std::string extension = locale.LowerCase(Extension(path));
-    return locale.LowerCase(extension == "exe" || extension == "ico" ? path
-                                                                     : file_system.TypeName(path));
+    return IconKeys(file_system, locale).Of(path, fallback);
 }
 
 void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,

@@ -23,8 +23,7 @@ const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::
 [[nodiscard]] bool KeyExists(const ListModel& list, const std::string& key);
 [[nodiscard]] bool KeyExists(const KeyedImageList& images, const std::string& key);
 
-// Which picture stands for a path: one for all folders, one for each program or icon file, one for
-// each other type of file. `fallback` is the answer for a path that exists as neither.
+// The icon key of a single path (see IconKeys).
 [[nodiscard]] std::string IconKey(FileSystemObject& file_system, UserLocale& locale,
                                   const std::string& path, const std::string& fallback);
 

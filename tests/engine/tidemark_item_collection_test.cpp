@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/engine_fixture.h"
+#include "lists/counting_file_system.h"
 #include "lists/keyed_image_list.h"
 #include "lists/list_model.h"
 #include "platform/program_error.h"
@@ -147,6 +148,20 @@ TEST_F(CollectionTest, AnImageListAttachedBeforeStays) {
     items.Add("C:\\top", &list, &first);
     items.Add("C:\\top\\a.txt", &list, &images);
     EXPECT_EQ(list.SmallIcons(), &first);
+}
+
+TEST_F(CollectionTest, ManyFilesOfOneKindTakeOneLookAtTheirType) {
+    CountingFileSystem asked{system.file_system};
+    Platform platform{system.files, asked, system.pump.Timers(), system.pump, system.locale};
+    TidemarkItemCollection many{platform};
+    for (int i = 0; i < 100; ++i) {
+        const std::string path = "C:\\many\\" + std::to_string(i) + ".txt";
+        system.volume.AddFile(path);
+        many.Add(path, &list, &images);
+    }
+    EXPECT_EQ(asked.types_asked, 1U);
+    EXPECT_EQ(pictures.added.size(), 1U);
+    EXPECT_EQ(list.At(99).small_icon, 1);
 }
 
 TEST_F(CollectionTest, WithoutAnImageListTheRowHasNoIcon) {

@@ -190,6 +190,13 @@ TEST_F(ErrorRowsTest, SortingByErrorOrdersByNumberAndShowsPlainNumbersAgain) {
     EXPECT_TRUE(rows->Sorting().Descending());
 }
 
+TEST_F(ErrorRowsTest, TheListIsDrawnOnceASortIsDone) {
+    Show(Records(3));
+    display.log.clear();
+    rows->ColumnClick(ErrorColumn::kName);
+    EXPECT_THAT(display.log, ElementsAre("redraw off", "redraw on"));
+}
+
 TEST_F(ErrorRowsTest, NegativeNumbersSortByTheirPaddedText) {
     StampErrorList errors = Records(3);
     errors[0] = Record("C:\\dir\\0.txt", 3);

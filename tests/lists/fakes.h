@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <set>
 #include <string>
@@ -27,6 +28,17 @@ class FakeLocale : public UserLocale {
     double ReadDateTime(const std::string& /*text*/) override { return 0; }
 };
 
+// Counts how often texts are lower-cased.
+class CountingLocale final : public FakeLocale {
+  public:
+    std::size_t lower_cased = 0;
+
+    std::string LowerCase(const std::string& text) override {
+        ++lower_cased;
+        return FakeLocale::LowerCase(text);
+    }
+};
+
 // Files with their type names, and folders.
 class FakeFileSystem : public FileSystemObject {
   public:
@@ -46,7 +58,7 @@ class FakeFileSystem : public FileSystemObject {
 // Yields an icon for every path of a file system that exists, and keeps which were asked for.
 class FakePictures : public PictureStore {
   public:
-    explicit FakePictures(FakeFileSystem& file_system) : file_system_(file_system) {}
+    explicit FakePictures(FileSystemObject& file_system) : file_system_(file_system) {}
 
     std::vector<std::string> asked;
 
@@ -56,7 +68,7 @@ class FakePictures : public PictureStore {
     }
 
   private:
-    FakeFileSystem& file_system_;
+    FileSystemObject& file_system_;
 };
 
 }  // namespace tidemark
