@@ -163,7 +163,13 @@ void ListView::ShowRowCount() {
     const LPARAM quietly = rows_changed_ ? 0 : LVSICF_NOINVALIDATEALL;
     Send(LVM_SETITEMCOUNT, count, LVSICF_NOSCROLL | quietly);
     if (!rows_changed_ && count > shown_count_) {
-        Send(LVM_REDRAWITEMS, shown_count_, static_cast<LPARAM>(count) - 1);
+        // The list may go through the rows one by one, in sight or not.
+        FindSight();
+        const std::size_t first = std::max(shown_count_, sight_first_);
+        const std::size_t end = std::min(count, sight_first_ + sight_count_);
+        if (first < end) {
+            Send(LVM_REDRAWITEMS, first, static_cast<LPARAM>(end) - 1);
+        }
     }
     shown_count_ = count;
 }
@@ -210,12 +216,16 @@ void ListView::SetRowState(int row, UINT state, UINT mask) const {
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
+void ListView::FindSight() {
+    sight_first_ = static_cast<std::size_t>(Send(LVM_GETTOPINDEX));
+    // A row that shows in part counts too.
+    sight_count_ = static_cast<std::size_t>(Send(LVM_GETCOUNTPERPAGE)) + 1;
+    sight_known_ = true;
+}
+
 bool ListView::InSight(std::size_t position) {
     if (!sight_known_) {
-        sight_first_ = static_cast<std::size_t>(Send(LVM_GETTOPINDEX));
-        // A row that shows in part counts too.
-        sight_count_ = static_cast<std::size_t>(Send(LVM_GETCOUNTPERPAGE)) + 1;
-        sight_known_ = true;
+        FindSight();
     }
     return position >= sight_first_ && position - sight_first_ < sight_count_;
 }

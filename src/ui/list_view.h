@@ -96,6 +96,7 @@ class ListView : public Control, private ListModelObserver {
     void ShowCurrent();
     void SetRowState(int row, UINT state, UINT mask) const;
     void ReadSelection();
+    void FindSight();
     [[nodiscard]] bool InSight(std::size_t position);
     [[nodiscard]] Point ContextPoint() const;
 

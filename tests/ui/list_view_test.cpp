@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "ui/list_view_fixture.h"
+#include "ui/subclasser.h"
 
 namespace tidemark {
 namespace {
@@ -102,6 +103,20 @@ TEST_F(ListViewTest, RowsAppendedOutOfSightRepaintNothing) {
     EXPECT_EQ(Count(), 10'010);
     const RECT unpainted = Unpainted();
     EXPECT_TRUE(::IsRectEmpty(&unpainted));
+}
+
+TEST_F(ListViewTest, OfManyAppendedRowsOnlyThoseInSightAreToBeRedrawn) {
+    LRESULT redrawn = 0;
+    Subclasser watch;
+    watch.RegisterMessages(list_->Handle(), {LVM_REDRAWITEMS});
+    watch.WndProc = [&](HWND, UINT, WPARAM first, LPARAM last) -> std::optional<LRESULT> {
+        redrawn += last - static_cast<LPARAM>(first) + 1;
+        return std::nullopt;
+    };
+    Fill(10'000);
+    EXPECT_EQ(Count(), 10'000);
+    EXPECT_GT(redrawn, 0);
+    EXPECT_LT(redrawn, 100);
 }
 
 TEST_F(ListViewTest, AnAppendedRowInSightIsPainted) {
