@@ -18,13 +18,25 @@ std::string LocaleText(LCTYPE which) {
     return Utf8FromWide(text.data());
 }
 
+// False, with the text partly done, when it has other characters than ASCII. In plain lower case
+// those are alike in every locale.
+bool LowerAscii(std::string& text) {
+    for (char& c : text) {
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            return false;
+        }
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return true;
+}
+
 }  // namespace
 
 // Plain lower case, not the linguistic one: a key made of a path must equal that of another
 // spelling which the file system takes for the same path.
 std::string Win32UserLocale::LowerCase(const std::string& text) {
-    if (text.empty()) {
-        return text;
+    if (std::string lower = text; LowerAscii(lower)) {
+        return lower;
     }
     std::wstring wide = WideFromUtf8(text);
     const int length = static_cast<int>(wide.size());
