@@ -18,6 +18,11 @@ bool WantsKey(const MSG& message) {
     return (code & DLGC_WANTMESSAGE) != 0;
 }
 
+BOOL CALLBACK TellOfNewColours(HWND child, LPARAM /*unused*/) {
+    ::SendMessageW(child, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+}
+
 bool Pressable(const Button* button) {
     return button != nullptr && button->Enabled() && ::IsWindowVisible(button->Handle());
 }
@@ -112,6 +117,13 @@ LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
         case WM_CLOSE:
             OnClose();
             return 0;
+        case WM_ENDSESSION:
+            // The process may be ended as soon as this is answered. Whether the session may end is
+            // asked before; the system's default says yes.
+            if (wparam != FALSE) {
+                OnClose();
+            }
+            return 0;
         case WM_ACTIVATE:
             if (LOWORD(wparam) == WA_INACTIVE) {
                 RememberFocus();
@@ -134,6 +146,10 @@ LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
             ::SetFocus(next);
             return 0;
         }
+        case WM_SYSCOLORCHANGE:
+            // Only top-level windows are told; the common controls keep the old colours otherwise.
+            ::EnumChildWindows(window, TellOfNewColours, 0);
+            return 0;
         case WM_GETFONT:
             return reinterpret_cast<LRESULT>(font_);
         case WM_DESTROY:

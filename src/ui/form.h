@@ -85,7 +85,7 @@ class Form : public Window, public ControlSite, public MessageHandler {
   protected:
     // What a form of the program answers; the defaults do what is said.
     virtual void OnResize(Size /*client*/) {}      // nothing; not called when minimised
-    virtual void OnClose() { Destroy(); }          // the close box, Alt+F4 or Close()
+    virtual void OnClose() { Destroy(); }          // close box, Alt+F4, Close(), end of the session
     virtual void OnActivate(bool /*active*/) {}    // nothing
     virtual void OnDestroy() {}                    // nothing; the children are still there
     virtual void OnFirstFocus() { FocusFirst(); }  // the focus comes and no control had it before

@@ -104,4 +104,10 @@ void EndToEnd::Close(const RemoteTidemark& program) {
     EXPECT_EQ(program.Process().WaitForExit(kWait), 0U);
 }
 
+void EndToEnd::EndSession(const RemoteTidemark& program) {
+    EXPECT_EQ(program.Main().Send(WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF), TRUE);
+    program.Main().Send(WM_ENDSESSION, TRUE, ENDSESSION_LOGOFF);
+    EXPECT_EQ(program.Process().WaitForExit(kWait), 0U);
+}
+
 }  // namespace tidemark

@@ -47,6 +47,8 @@ class EndToEnd : public testing::Test {
     static void StampAll(const RemoteTidemark& program);
     // Closes the window and expects the program to end well.
     static void Close(const RemoteTidemark& program);
+    // Tells the program that the user's session ends, and expects it to end well.
+    static void EndSession(const RemoteTidemark& program);
 
   private:
     SettingsGuard settings_;

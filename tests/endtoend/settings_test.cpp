@@ -134,7 +134,9 @@ TEST_F(SettingsEndToEnd, OptionsWidthsPlaceAndSizeAreFoundAgain) {
     EXPECT_EQ(WidthOf(program, 0), 300);
     EXPECT_EQ(WidthOf(program, 1), 150);
     EXPECT_EQ(PlaceOf(program), place);
-    Close(program);
+    program.lvwItems().Send(LVM_SETCOLUMNWIDTH, 1, 155);
+    EndSession(program);
+    EXPECT_EQ(Stored("2ColumnWidth"), "155");
 }
 
 TEST_F(SettingsEndToEnd, BadTextsInTheStoreStopNothing) {

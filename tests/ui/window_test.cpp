@@ -7,6 +7,8 @@
 #include "support/pump.h"
 #include "support/test_form.h"
 #include "ui/button.h"
+#include "ui/panel.h"
+#include "ui/subclasser.h"
 
 namespace tidemark {
 namespace {
@@ -168,6 +170,23 @@ TEST(FormTest, TheFocusComesBackToTheControlThatHadIt) {
     ::SetFocus(nullptr);
     form.Focus();
     EXPECT_TRUE(second.HasFocus());
+}
+
+TEST(FormTest, NewSystemColoursReachEveryControlAlsoInsideAPanel) {
+    TestForm form;
+    Panel panel;
+    Button button;
+    panel.Create(form, {});
+    button.Create(panel, {.text = "b"});
+    int told = 0;
+    Subclasser watch;
+    watch.WndProc = [&told](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++told;
+        return std::nullopt;
+    };
+    watch.RegisterMessages(button.Handle(), {WM_SYSCOLORCHANGE});
+    form.Send(WM_SYSCOLORCHANGE);
+    EXPECT_EQ(told, 1);
 }
 
 TEST(FormTest, AModalFormDisablesItsOwnerUntilItIsGone) {
