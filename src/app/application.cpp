@@ -67,6 +67,7 @@ MainWindowServices Application::Services() {
         .screen = screen_,
         .process = process_,
         .command_runner = command_runner_,
+        .taskbar = SystemTaskbar,
         .errors_list_columns = [this]() -> ListColumns& { return LoadedErrorsWindow().Columns(); },
         .show_errors = [this](const StampErrorList& errors,
                               bool topmost) { ShowErrors(errors, topmost); },

@@ -54,6 +54,7 @@ void frmMain::Form_Load() {
     oSubclasser.RegisterMessages(Handle(), {WM_EXITSIZEMOVE});
     MinMax1.minimum = SmallestSize();
     MinMax1.AttachTo(Handle());
+    taskbar_button_.AttachTo(Handle(), services_.taskbar);
     oTimer = services_.platform.timers.NewTimer(TickKind::kBrief);
     oTimer->SetSink(this);
     oTimer->SetInterval(kPollInterval);

@@ -32,6 +32,7 @@
 #include "ui/progress_bar.h"
 #include "ui/status_bar.h"
 #include "ui/subclasser.h"
+#include "ui/taskbar_button.h"
 
 namespace tidemark {
 
@@ -43,6 +44,7 @@ struct MainWindowServices {
     const Screen& screen;
     Process& process;
     CommandRunner& command_runner;
+    TaskbarButton::TaskbarSource taskbar;
     std::function<ListColumns&()> errors_list_columns;  // of the errors window, loaded if need be
     std::function<void(const StampErrorList& errors, bool topmost)> show_errors;
     std::function<void(bool topmost)> show_about;  // until the user closes it
@@ -180,6 +182,7 @@ class frmMain final : public Form,
     std::unique_ptr<TimerObject> oTimer;
     Subclasser oSubclasser;
     MinMax MinMax1;
+    TaskbarButton taskbar_button_;
     std::shared_ptr<ShellContextMenu> oContextMenu;
     OleDragDropEvents list_drag_events_;
     OleDragDropForwarder list_drag_{list_drag_events_};

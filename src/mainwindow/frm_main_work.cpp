@@ -121,6 +121,7 @@ void frmMain::ShowStatus() {
                                              .counted = oItems.CountedItems(),
                                              .stamped = oItems.StampedItems()},
                                             services_.platform.locale);
+    taskbar_button_.Show(TaskbarProgressOf(display));
     if (!display.shows_progress) {
         StatusBar1.SetSimpleText(display.text);
         StatusBar1.SetSimple(true);

@@ -29,4 +29,11 @@ StatusDisplay DisplayOf(const WorkState& work, UserLocale& locale) {
     return display;
 }
 
+TaskbarProgress TaskbarProgressOf(const StatusDisplay& display) {
+    if (!display.shows_progress) {
+        return {};
+    }
+    return {.working = true, .done = display.progress_value, .total = display.progress_maximum};
+}
+
 }  // namespace tidemark

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/user_locale.h"
+#include "ui/taskbar_progress.h"
 
 namespace tidemark {
 
@@ -25,6 +26,9 @@ struct StatusDisplay {
 };
 
 [[nodiscard]] StatusDisplay DisplayOf(const WorkState& work, UserLocale& locale);
+
+// What the window's button in the taskbar shows along with it.
+[[nodiscard]] TaskbarProgress TaskbarProgressOf(const StatusDisplay& display);
 
 // The widest text that the first panel is made for.
 inline constexpr const char* kWidestStatusText = "  Stamping (888,888,888 items remaining)";

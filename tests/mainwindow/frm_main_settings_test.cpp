@@ -57,6 +57,7 @@ class FrmMainSettings : public testing::Test {
                                .screen = screen_,
                                .process = process_,
                                .command_runner = commands_,
+                               .taskbar = [] { return ComPtr<ITaskbarList3>(); },
                                .errors_list_columns = [this]() -> ListColumns& { return errors_; },
                                .show_errors = [](const StampErrorList&, bool) {},
                                .show_about = [](bool) {},

@@ -174,6 +174,18 @@ TEST_F(MainWindowWork, ProgressShowsItemsRemainingInThePanels) {
     EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
 }
 
+TEST_F(MainWindowWork, TheTaskbarButtonShowsTheProgressAndNothingAfterwards) {
+    taskbar_ = ComPtr<FakeTaskbar>::Adopt(new FakeTaskbar);
+    Load();
+    Main().Send(::RegisterWindowMessageW(L"TaskbarButtonCreated"));
+    StartSlowStamp();
+    Main().oTimer_Timer();
+    EXPECT_THAT(taskbar_->told, ElementsAre("normal", "0 of 21"));
+    EXPECT_EQ(taskbar_->windows.back(), Main().Handle());
+    Finish();
+    EXPECT_EQ(taskbar_->told.back(), "none");
+}
+
 TEST_F(MainWindowWork, MoreStampedThanCountedSwitchesTheTextAndRaisesTheMaximum) {
     Load();
     AddTree("t", 2);

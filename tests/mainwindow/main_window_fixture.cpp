@@ -16,6 +16,7 @@ MainWindowTest::MainWindowTest() {
         .screen = screen_,
         .process = process_,
         .command_runner = commands_,
+        .taskbar = [this] { return ComPtr<ITaskbarList3>(taskbar_.Get()); },
         .errors_list_columns = [this]() -> ListColumns& { return errors_columns_; },
         .show_errors =
             [this](const StampErrorList& errors, bool topmost) {

@@ -11,6 +11,7 @@
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
 #include "support/pump.h"
+#include "ui/fake_taskbar.h"
 
 namespace tidemark {
 
@@ -88,6 +89,7 @@ class MainWindowTest : public ::testing::Test {
     MemoryScreen screen_;
     ScriptedProcess process_;
     RecordedCommands commands_;
+    ComPtr<FakeTaskbar> taskbar_;  // none until a test makes one
     FakeColumns errors_columns_;
     std::vector<StampErrorList> errors_shown_;
     bool errors_topmost_ = false;

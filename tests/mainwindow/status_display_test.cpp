@@ -47,6 +47,17 @@ TEST_F(StatusDisplayTest, MoreStampedThanCountedRaisesTheProgressMaximum) {
     EXPECT_EQ(display.progress_value, 1'500);
 }
 
+TEST_F(StatusDisplayTest, TheTaskbarShowsTheProgressBarsValuesWhileStampingOnly) {
+    const auto shown = [this](const WorkState& work) { return TaskbarProgressOf(Of(work)); };
+    EXPECT_EQ(shown({.counting = true}), TaskbarProgress{});
+    EXPECT_EQ(shown({.stamp_complete = true, .counted = 10, .stamped = 10}), TaskbarProgress{});
+    EXPECT_EQ(shown({.stamping = true, .counted = 10, .stamped = 3}),
+              (TaskbarProgress{.working = true, .done = 3, .total = 10}));
+    EXPECT_EQ(shown({.stamping = true, .counted = 10, .stamped = 12}),
+              (TaskbarProgress{.working = true, .done = 12, .total = 12}));
+    EXPECT_EQ(shown({.stamping = true}), (TaskbarProgress{.working = true}));
+}
+
 TEST_F(StatusDisplayTest, TheLargestCountersDoNotOverflow) {
     EXPECT_EQ(Of({.stamping = true, .counted = INT32_MAX, .stamped = 0}).text,
               "  Stamping (2,147,483,647 items remaining)");
