@@ -17,7 +17,7 @@ void ShowReport(const LastResortReport& report) {
     if (::IsWindow(report.owner)) {
         owner = ::GetAncestor(report.owner, GA_ROOT);
     }
-    ::MessageBoxW(owner, text.c_str(), L"tidemark", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+    ::MessageBoxW(owner, text.c_str(), L"tidemark", MB_OK | MB_ICONERROR);
 }
 
 bool SameError(const LastResortReport& a, const LastResortReport& b) {
