@@ -1,6 +1,13 @@
-# Cross-builds with Debian's mingw-w64; the posix flavour has the standard library's threads.
+# MinGW-w64: Debian's cross-compiler, in the flavour that has the standard library's threads, or on
+# Windows itself that of MSYS2, which has no other.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
+if(CMAKE_HOST_WIN32)
+    set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc)
+    set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++)
+    set(CMAKE_RC_COMPILER windres)
+    return()
+endif()
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)

@@ -108,6 +108,42 @@ check_no_iostreams() {
         $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null
 }
 
+# Every picture in the resource scripts is loaded by the program, every file in res/ is named by
+# what builds or renders it, and every picture of the docs is shown by a page.
+check_every_resource_is_used() {
+    local name file
+    for name in $(awk '$2 == "ICON" || $2 == "BITMAP" { print $1 }' res/*.rc.in); do
+        grep -rqE "L\"$name\"|MAKEINTRESOURCEW\($name\)" src || echo "resource $name: never loaded"
+    done
+    while IFS= read -r file; do
+        # One name stands for the style sheets of all sizes.
+        name=$(basename "$file" | sed -E 's/^icon-[0-9]+\./icon-$size./')
+        grep -rqF -- "$name" cmake packaging res/*.in tools || echo "$file: nothing uses it"
+    done < <(find res -type f)
+    while IFS= read -r file; do
+        grep -qF "images/${file##*/}" README.md docs/*.md || echo "$file: no page shows it"
+    done < <(find docs/images -type f)
+}
+
+# Colours are the system's, so that high contrast reaches everything; the splash writes on a picture
+# of its own. And no window takes the foreground from what the user is at.
+check_windows_manners() {
+    grep -nE '\bRGB\(' $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null |
+        grep -v '^src/app/frm_splash\.cpp:'
+    grep -nE '\b(SetForegroundWindow|AllowSetForegroundWindow|SwitchToThisWindow|MB_SETFOREGROUND|MB_SYSTEMMODAL)\b' \
+        $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null
+}
+
+# Links between the pages of the docs lead to files that are there.
+check_links_of_docs() {
+    local page link
+    for page in *.md docs/*.md; do
+        for link in $(grep -oE '\]\([^)#]+' "$page" | sed 's/^](//' | grep -v ':'); do
+            [ -e "$(dirname "$page")/$link" ] || echo "$page: $link is not there"
+        done
+    done
+}
+
 # The program that ships brings no libraries of its own and stays small.
 check_shipped_program() {
     local program=$build/windows/tidemark.exe size
@@ -156,7 +192,8 @@ check_cppcheck() {
 }
 
 all_checks=(format layers include_cycles window_free_folders every_source_is_built file_length
-    headers_stand_alone nothing_is_switched_off no_iostreams shipped_program clang_tidy cppcheck)
+    headers_stand_alone nothing_is_switched_off no_iostreams every_resource_is_used
+    windows_manners links_of_docs shipped_program clang_tidy cppcheck)
 (($#)) && all_checks=("$@")
 
 run_checks lint "${all_checks[@]}"
