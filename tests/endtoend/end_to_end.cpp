@@ -18,15 +18,18 @@ std::string EnvironmentText(const wchar_t* name) {
 
 }  // namespace
 
-std::string ProgramPath() {
+std::string TestProgramFolder() {
     std::array<wchar_t, 4096> path{};
     ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    // The folder above that of the test programs.
-    std::string program = Utf8FromWide(path.data());
-    for (int level = 0; level < 2; ++level) {
-        program.erase(program.rfind('\\'));
-    }
-    return program + "\\tidemark.exe";
+    std::string folder = Utf8FromWide(path.data());
+    folder.erase(folder.rfind('\\'));
+    return folder;
+}
+
+std::string ProgramPath() {
+    std::string folder = TestProgramFolder();
+    folder.erase(folder.rfind('\\'));
+    return folder + "\\tidemark.exe";
 }
 
 FileTime FromLocal(const SYSTEMTIME& local) {

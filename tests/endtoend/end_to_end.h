@@ -11,7 +11,9 @@
 
 namespace tidemark {
 
-// Full path of the program that ships.
+// The folder of the test programs, without a trailing backslash.
+[[nodiscard]] std::string TestProgramFolder();
+// Full path of the program that ships: it is in the folder above.
 [[nodiscard]] std::string ProgramPath();
 
 // The time that trees have before they are stamped.
