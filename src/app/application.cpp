@@ -56,7 +56,7 @@ int Application::Run() {
 Win32PlatformHooks Application::Hooks() {
     return {.dispatch = [](MSG& message) { RouteMessage(message); },
             .on_quit = [this] { shut_down_.ShutDown(/*unload_main=*/true); },
-            .report_exception = [] { ReportToLastResort(nullptr); }};
+            .report_exception = [this] { ReportToLastResort(main_window_.Handle()); }};
 }
 
 MainWindowServices Application::Services() {

@@ -37,11 +37,11 @@ std::string MessageFontName() {
 }
 
 UniqueFont MakeFont(const std::string& face, double points, bool bold) {
-    HDC screen = ::GetDC(nullptr);
-    const int dots_per_inch = ::GetDeviceCaps(screen, LOGPIXELSY);
-    ::ReleaseDC(nullptr, screen);
+    // What the layout in pixels is made for. On a denser screen the system scales the whole window;
+    // a font made for that screen's own resolution would outgrow its place instead.
+    constexpr int kDotsPerInch = 96;
     LOGFONTW description{};
-    description.lfHeight = static_cast<LONG>(-std::lround(points * dots_per_inch / 72));
+    description.lfHeight = static_cast<LONG>(-std::lround(points * kDotsPerInch / 72));
     description.lfWeight = bold ? FW_BOLD : FW_NORMAL;
     description.lfCharSet = DEFAULT_CHARSET;
     description.lfQuality = DEFAULT_QUALITY;

@@ -12,8 +12,8 @@ namespace tidemark {
 // code when the system does not tell.
 [[nodiscard]] std::string MessageFontName();
 
-// A font by face name and size in points, for a screen of the system's resolution. Throws
-// ProgramError when it cannot be made.
+// A font by face name and size in points, for the 96 pixels an inch that the layout is made for.
+// Throws ProgramError when it cannot be made.
 [[nodiscard]] UniqueFont MakeFont(const std::string& face, double points, bool bold = false);
 
 // Gives the controls of a window the message font and owns the fonts made for that: it lives as

@@ -127,6 +127,14 @@ TEST(MessageFontTest, TheNameIsTheOneOfTheSystemsMessages) {
     EXPECT_FALSE(MessageFontName().empty());
 }
 
+TEST(MessageFontTest, PointsBecomeThePixelsOfTheLayout) {
+    const UniqueFont font = MakeFont("Courier New", 8.25);
+    LOGFONTW made{};
+    ::GetObjectW(font.Get(), sizeof(made), &made);
+    EXPECT_EQ(made.lfHeight, -11);
+    EXPECT_EQ(made.lfWeight, FW_NORMAL);
+}
+
 TEST(MessageFontTest, EveryControlGetsTheFaceAndKeepsSizeWeightAndStyle) {
     const UniqueFont plain = MakeFont("Courier New", 8.25);
     const UniqueFont bold = MakeFont("Courier New", 14, /*bold=*/true);
