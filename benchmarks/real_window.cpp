@@ -94,6 +94,7 @@ RealWindow::RealWindow(const Platform& platform) : platform_(platform) {
         .screen = screen_,
         .process = process_,
         .command_runner = commands_,
+        .taskbar = SystemTaskbar,
         .errors_list_columns = [this]() -> ListColumns& { return errors_columns_; },
         .show_errors = [](const StampErrorList& /*errors*/, bool /*topmost*/) {},
         .show_about = [](bool /*topmost*/) {},

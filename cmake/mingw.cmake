@@ -1,0 +1,17 @@
+# MinGW-w64 for CMAKE_SYSTEM_PROCESSOR: Debian's cross-compiler, in the flavour that has the standard
+# library's threads, or on Windows itself that of MSYS2, which has no other.
+set(CMAKE_SYSTEM_NAME Windows)
+set(tools ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32)
+if(CMAKE_HOST_WIN32)
+    set(CMAKE_C_COMPILER ${tools}-gcc)
+    set(CMAKE_CXX_COMPILER ${tools}-g++)
+    set(CMAKE_RC_COMPILER windres)
+else()
+    set(CMAKE_C_COMPILER ${tools}-gcc-posix)
+    set(CMAKE_CXX_COMPILER ${tools}-g++-posix)
+    set(CMAKE_RC_COMPILER ${tools}-windres)
+    set(CMAKE_FIND_ROOT_PATH /usr/${tools})
+    set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+    set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+    set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+endif()
