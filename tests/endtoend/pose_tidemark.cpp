@@ -90,19 +90,12 @@ void Ready(const Arguments& place) {
     }
 }
 
-void Select(const RemoteListView& list, const Arguments& rows) {
-    const RemoteMemory memory(list.Process().Handle(), sizeof(LVITEMW));
-    const auto set = [&](WPARAM row, UINT state) {
-        LVITEMW item{};
-        item.stateMask = LVIS_SELECTED;
-        item.state = state;
-        memory.Write(0, &item, sizeof(item));
-        list.Send(LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(memory.Address()));
-    };
-    set(static_cast<WPARAM>(-1), 0);
+void Select(const Arguments& rows) {
+    std::vector<int> numbers;
     for (const std::string& row : rows) {
-        set(static_cast<WPARAM>(Number(row)), LVIS_SELECTED);
+        numbers.push_back(Number(row));
     }
+    RemoteTidemark().lvwItems().Select(numbers);
 }
 
 // Presses the right button on a row, or below all of them.
@@ -197,8 +190,8 @@ const std::map<std::string, std::function<void(const Arguments&)>>& Commands() {
          [](const Arguments& rows) {
              Expect(RemoteTidemark().WaitForCounts(Number(rows.at(0)), kWait), "the counts");
          }},
-        {"select", [](const Arguments& rows) { Select(RemoteTidemark().lvwItems(), rows); }},
-        {"menu",  // LETTER
+        {"select", Select},  // ROW...
+        {"menu",             // LETTER
          [](const Arguments& letter) {
              Expect(RemoteTidemark().OpenMenu(letter.at(0).at(0), kWait), "the menu");
          }},

@@ -142,9 +142,10 @@ TreeEntry EntryOf(const std::string& path) {
     return ToEntry(data.dwFileAttributes, data.ftLastWriteTime);
 }
 
-LockedFile::LockedFile(const std::string& path)
-    : handle_(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
-                            nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+LockedFile::LockedFile(const std::string& path, bool others_may_read)
+    : handle_(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+                            others_may_read ? FILE_SHARE_READ : 0, nullptr, OPEN_EXISTING,
+                            FILE_ATTRIBUTE_NORMAL, nullptr)) {
     if (handle_ == INVALID_HANDLE_VALUE) {
         Fail("locking", path);
     }

@@ -46,10 +46,11 @@ class RealTree {
 // A file or folder as the disk has it now.
 [[nodiscard]] TreeEntry EntryOf(const std::string& path);
 
-// Keeps a file open for reading and writing, and lets others only read it, while alive.
+// Keeps a file open for reading and writing, and lets others only read it, or not even that, while
+// alive.
 class LockedFile {
   public:
-    explicit LockedFile(const std::string& path);
+    explicit LockedFile(const std::string& path, bool others_may_read = true);
     ~LockedFile();
     LockedFile(const LockedFile&) = delete;
     LockedFile& operator=(const LockedFile&) = delete;

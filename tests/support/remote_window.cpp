@@ -107,6 +107,23 @@ std::string RemoteListView::Cell(int row, int column) const {
     return Utf8FromWide(text);
 }
 
+void RemoteListView::Select(const std::vector<int>& rows) const {
+    const RemoteMemory memory(Process().Handle(), sizeof(LVITEMW));
+    const auto set = [&](int row, UINT state) {
+        LVITEMW item{};
+        item.stateMask = LVIS_SELECTED;
+        item.state = state;
+        memory.Write(0, &item, sizeof(item));
+        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+             reinterpret_cast<LPARAM>(memory.Address()));
+    };
+    constexpr int kAllRows = -1;
+    set(kAllRows, 0);
+    for (const int row : rows) {
+        set(row, LVIS_SELECTED);
+    }
+}
+
 bool RemoteStatusBar::IsSimple() const {
     return Send(SB_ISSIMPLE) != 0;
 }

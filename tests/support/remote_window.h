@@ -45,6 +45,8 @@ class RemoteListView : public RemoteWindow {
     explicit RemoteListView(const RemoteWindow& window) : RemoteWindow(window) {}
     [[nodiscard]] int Rows() const;
     [[nodiscard]] std::string Cell(int row, int column) const;
+    // Selects these rows and no others.
+    void Select(const std::vector<int>& rows) const;
 };
 
 class RemoteStatusBar : public RemoteWindow {
