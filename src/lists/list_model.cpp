@@ -94,6 +94,10 @@ bool ListModel::Remove(const std::string& key) {
     Select(row, false);
     rows_by_key_.erase(found);
     slots_[row.slot_].reset();
+    // Nobody may ever ask for a position: gaps must not pile up for that.
+    if (slots_.size() >= 2 * (Count() + 1)) {
+        CloseGaps();
+    }
     if (observer_ != nullptr) {
         observer_->RowsChanged();
     }

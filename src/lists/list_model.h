@@ -125,7 +125,8 @@ class ListModel {
 
     UserLocale& locale_;
     ListModelObserver* observer_ = nullptr;
-    // Rows in display order; a removed row leaves an empty slot until somebody asks for a position.
+    // Rows in display order; a removed row leaves an empty slot until somebody asks for a position,
+    // or until half of the slots are empty.
     mutable std::vector<std::unique_ptr<ListRow>> slots_;
     mutable std::size_t current_slot_ = kNoPosition;
     std::unordered_map<std::string_view, ListRow*> rows_by_key_;  // views into the rows' own keys

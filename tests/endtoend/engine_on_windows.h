@@ -8,6 +8,7 @@
 
 #include "endtoend/end_to_end.h"
 #include "engine/tidemark_item.h"
+#include "platform/memory/faulty_kernel_files.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
@@ -24,8 +25,12 @@ inline FileTime StampTime() {
 // The engine in this process, on Windows itself and a real tree.
 class EngineOnWindows : public testing::Test {
   protected:
+    EngineOnWindows() { files_.SetRecording(false); }
+
     std::shared_ptr<TidemarkItem> NewItem(const std::string& path) {
-        auto item = TidemarkItem::Create(platform_.Parts());
+        Platform parts = platform_.Parts();
+        auto item = TidemarkItem::Create(
+            {files_, parts.file_system, parts.timers, parts.pump, parts.locale});
         item->SetRootItem(path);
         return item;
     }
@@ -50,6 +55,8 @@ class EngineOnWindows : public testing::Test {
     Win32Platform platform_{{.dispatch = [](MSG& message) { ::DispatchMessageW(&message); },
                              .on_quit = {},
                              .report_exception = [] { FAIL() << "an exception in a tick"; }}};
+    // The system's own calls, with the handles that stay open counted.
+    FaultyKernelFiles files_{platform_.Parts().files};
     RealTree tree_;
 };
 

@@ -62,6 +62,8 @@ class FaultyKernelFiles final : public KernelFiles {
     void ClearFaults() { rules_.clear(); }
     // Failures injected so far.
     [[nodiscard]] std::size_t FailureCount() const { return failures_; }
+    // Handles of files and folders that were opened through this object and not closed.
+    [[nodiscard]] std::size_t OpenFileCount() const { return file_paths_.size(); }
 
     // Calls are written down only while this is on (it is at first).
     void SetRecording(bool recording) { recording_ = recording; }

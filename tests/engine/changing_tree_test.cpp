@@ -1,0 +1,200 @@
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <ostream>
+#include <set>
+#include <string>
+
+#include "engine/engine_fixture.h"
+
+namespace tidemark {
+namespace {
+
+// Something that happens to a tree while it is walked. What it happens to is "C:\t\m\..." and
+// "C:\t\n"; everything else stays as it is.
+struct Change {
+    const char* name;
+    std::function<void(MemorySystem&)> happen;
+    // Failures that it may bring, besides none.
+    std::set<std::int32_t> codes;
+    // What happens a few pump points later, if anything.
+    std::function<void(MemorySystem&)> afterwards;
+};
+std::ostream& operator<<(std::ostream& out, const Change& change) {
+    return out << change.name;
+}
+
+// Codes of an entry that is gone: the file, or a folder on the way; and, when its attributes were
+// to be cleared, of their unknown value being written back.
+const std::set<std::int32_t> kGone = {2, 3};
+
+class ChangingTreeTest : public testing::TestWithParam<Change> {
+  protected:
+    static void Build(MemorySystem& system) {
+        for (const char* path : {"C:\\t\\a\\x", "C:\\t\\a\\y", "C:\\t\\b", "C:\\t\\m\\p",
+                                 "C:\\t\\m\\q\\r", "C:\\t\\n", "C:\\t\\y", "C:\\t\\z\\w"}) {
+            system.volume.AddFile(path);
+        }
+        system.files.SetRecording(false);
+    }
+    static void ExpectSteadyStamped(const MemorySystem& system) {
+        for (const char* path : {"C:\\t", "C:\\t\\a", "C:\\t\\a\\x", "C:\\t\\a\\y", "C:\\t\\b",
+                                 "C:\\t\\y", "C:\\t\\z", "C:\\t\\z\\w"}) {
+            EXPECT_EQ(system.volume.TimesOf(path).written, SystemTime(2021, 3, 2, 13, 45)) << path;
+        }
+    }
+    static bool IsChanged(const std::string& path) {
+        return path.starts_with("C:\\t\\m") || path.starts_with("C:\\t\\n");
+    }
+};
+
+TEST_P(ChangingTreeTest, StopsNothingAndIsListedOnceAtMost) {
+    const Change& change = GetParam();
+    for (const bool remove_read_only : {false, true}) {
+        for (std::size_t call = 1;; ++call) {
+            MemorySystem system;
+            Build(system);
+            const auto item = TidemarkItem::Create(system.View());
+            item->SetRootItem("C:\\t");
+            item->Stamp(DayNumber(2021, 3, 2, 13, 45), 0, remove_read_only, false);
+            bool arrived = false;
+            system.pump.AtCall(call, [&] {
+                arrived = true;
+                change.happen(system);
+            });
+            if (change.afterwards) {
+                system.pump.AtCall(call + 5, [&] { change.afterwards(system); });
+            }
+            system.pump.RunUntilIdle();
+            if (!arrived) {
+                break;
+            }
+            SCOPED_TRACE("at pump call " + std::to_string(call));
+            EXPECT_TRUE(item->StampComplete());
+            ExpectSteadyStamped(system);
+            std::set<std::string> failed;
+            for (const auto& error : *item->StampErrors()) {
+                EXPECT_TRUE(IsChanged(error->ItemName)) << error->ItemName;
+                EXPECT_TRUE(failed.insert(error->ItemName).second) << error->ItemName;
+                EXPECT_TRUE(change.codes.contains(error->ErrorNumber)) << error->ErrorNumber;
+                EXPECT_FALSE(error->ErrorDescription.empty());
+            }
+            EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+            EXPECT_EQ(system.volume.OpenFileCount(), 0U);
+            if (HasFailure()) {
+                return;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Changes, ChangingTreeTest,
+    testing::Values(
+        Change{"AFileVanishes", [](MemorySystem& s) { s.volume.Remove("C:\\t\\n"); }, kGone, {}},
+        Change{"AFolderVanishes", [](MemorySystem& s) { s.volume.Remove("C:\\t\\m"); }, kGone, {}},
+        Change{"EntriesAppear",
+               [](MemorySystem& s) {
+                   s.volume.AddFile("C:\\t\\m\\new");
+                   s.volume.AddFile("C:\\t\\m\\q\\z\\new");
+                   s.volume.AddFolder("C:\\t\\nn");
+               },
+               {},
+               {}},
+        Change{"AFileBecomesAFolder",
+               [](MemorySystem& s) {
+                   s.volume.Remove("C:\\t\\n");
+                   s.volume.AddFile("C:\\t\\n\\inside");
+               },
+               {},
+               {}},
+        Change{"AFolderBecomesAFile",
+               [](MemorySystem& s) {
+                   s.volume.Remove("C:\\t\\m");
+                   s.volume.AddFile("C:\\t\\m");
+               },
+               {2, 3, 123},
+               {}},
+        Change{"EntriesBecomeReadOnly",
+               [](MemorySystem& s) {
+                   s.volume.WriteAttributes("C:\\t\\n", file_attribute::kReadOnly);
+                   s.volume.WriteAttributes("C:\\t\\m\\p", file_attribute::kReadOnly);
+               },
+               {5},
+               {}},
+        Change{"AFileIsLockedAndReleased",
+               [](MemorySystem& s) { s.volume.Lock("C:\\t\\n"); },
+               {32},
+               [](MemorySystem& s) { s.volume.Unlock("C:\\t\\n"); }},
+        Change{"AFolderIsRenamed",
+               [](MemorySystem& s) { s.volume.Move("C:\\t\\m", "C:\\t\\mm"); },
+               kGone,
+               {}},
+        Change{"AFolderIsRenamedAndBack",
+               [](MemorySystem& s) { s.volume.Move("C:\\t\\m", "C:\\t\\mm"); }, kGone,
+               [](MemorySystem& s) { s.volume.Move("C:\\t\\mm", "C:\\t\\m"); }}),
+    testing::PrintToStringParamName());
+
+class ChangingVolumeTest : public EngineTest {
+  protected:
+    static constexpr int kFiles = 10;
+    void SetUp() override {
+        for (int i = 0; i < kFiles; ++i) {
+            system.volume.AddFile("C:\\t\\" + std::to_string(i));
+        }
+    }
+};
+
+TEST_F(ChangingVolumeTest, WhenTheVolumeFillsEveryLaterEntryIsTriedAndListed) {
+    const auto item = NewItem("C:\\t");
+    Stamp(*item);
+    system.files.Before({KernelCall::kOpenForTimes, "C:\\t\\4", 0}, [&] {
+        system.files.Fail({KernelCall::kSetLastWriteTime, {}, 0}, 112);
+    });
+    system.pump.RunUntilIdle();
+    EXPECT_EQ(item->StampedFileCount(), kFiles);
+    ASSERT_EQ(item->StampErrors()->size(), 6U);
+    for (int i = 4; i < kFiles; ++i) {
+        const StampError& error = *(*item->StampErrors())[static_cast<std::size_t>(i - 4)];
+        EXPECT_EQ(error.ItemName, "C:\\t\\" + std::to_string(i));
+        EXPECT_EQ(error.ErrorNumber, 112);
+        EXPECT_EQ(error.ErrorDescription, "There is not enough space on the disk.");
+    }
+    EXPECT_EQ(system.volume.OpenFileCount(), 6U);
+}
+
+TEST_F(ChangingVolumeTest, WhenTheWholeTreeGoesTheWalkEnds) {
+    for (std::size_t call = 1; call < 20; ++call) {
+        system.volume.AddFolder("C:\\t");
+        SetUp();
+        const auto item = NewItem("C:\\t");
+        Stamp(*item);
+        system.pump.AtCall(call, [&] { system.volume.Remove("C:\\t"); });
+        system.pump.RunUntilIdle();
+        EXPECT_TRUE(item->StampComplete());
+        EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+        for (const auto& error : *item->StampErrors()) {
+            EXPECT_TRUE(kGone.contains(error->ErrorNumber)) << error->ErrorNumber;
+        }
+        item->Count();
+        EXPECT_EQ(item->CountString(), "not counted");
+    }
+}
+
+TEST_F(ChangingVolumeTest, AFolderWithVeryManyFilesIsCountedAndStampedWhole) {
+    constexpr int kMany = 20000;
+    system.files.SetRecording(false);
+    for (int i = 0; i < kMany; ++i) {
+        system.volume.AddFile("C:\\many\\" + std::to_string(i));
+    }
+    const auto item = NewItem("C:\\many");
+    item->Count();
+    system.pump.RunUntilIdle();
+    EXPECT_EQ(item->CountString(), "20,000 files; 1 folder");
+    StampToTheEnd(*item);
+    EXPECT_EQ(item->StampedFileCount(), kMany);
+    EXPECT_EQ(item->StatusString(), "Complete");
+}
+
+}  // namespace
+}  // namespace tidemark
