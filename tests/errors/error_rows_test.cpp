@@ -2,6 +2,7 @@
 
 #include "errors/error_rows_fixture.h"
 #include "lists/fakes.h"
+#include "platform/program_error.h"
 
 namespace tidemark {
 namespace {
@@ -265,6 +266,30 @@ TEST_F(ErrorRowsTest, AFirstPathWithoutAnIconRaisesTheImageListsErrorAndTheNextS
     Show(errors);
     EXPECT_EQ(system.pump.Failures().size(), 1U);
     EXPECT_EQ(List().At(0).small_icon, 1);
+}
+
+// Fails when it is asked for the icon of anything but the first path.
+class FailingPictures final : public PictureStore {
+  public:
+    bool AddSmallIcon(const std::string& path) override {
+        if (path != "C:\\first.txt") {
+            throw ProgramError(7, "Out of memory");
+        }
+        return true;
+    }
+};
+
+TEST_F(ErrorRowsTest, TheListIsDrawnAgainAfterAnErrorAmongTheRecords) {
+    FailingPictures failing;
+    KeyedImageList failing_images(failing);
+    rows = ErrorRows::Create(system.View(), failing_images, display);
+    for (const char* path : {"C:\\first.txt", "C:\\second.png"}) {
+        system.volume.AddFile(path);
+    }
+    Show({Record("C:\\first.txt"), Record("C:\\second.png")});
+    EXPECT_THAT(system.pump.Failures(), ElementsAre("Out of memory"));
+    EXPECT_TRUE(display.redraw);
+    EXPECT_EQ(List().At(1).text, "C:\\second.png");
 }
 
 TEST_F(ErrorRowsTest, AWindowThatGoesDuringTheFillIsNotTouchedAgain) {

@@ -3,12 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+
+#include "engine/tidemark_item_collection.h"
 #include "errors/frm_errors.h"
 #include "platform/memory/memory_settings_store.h"
-#include "platform/program_error.h"
+#include "platform/win32/wide_text.h"
 #include "platform/win32/win32_platform.h"
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
+#include "support/real_tree.h"
 #include "ui/message_loop.h"
 
 namespace tidemark {
@@ -62,33 +66,85 @@ TEST_F(FrmErrorsOnWindowsTest, RowsComeFromATimerTickWithTheShellsIcons) {
     EXPECT_EQ(window_.rows->List().At(2).small_icon, 1);
 }
 
-TEST_F(FrmErrorsOnWindowsTest, ARepeatedPathReachesTheUserAndTheProgramGoesOn) {
-    const LastResortRecorder recorder;
-    Show({kProgram, "C:\\WINDOWS\\Notepad.exe"});
-    ASSERT_TRUE(PumpUntil([&] { return !recorder.reports.empty(); }));
-    EXPECT_EQ(recorder.reports[0].number, error_number::kDuplicateKey);
-    EXPECT_EQ(recorder.reports[0].description, "Key is not unique in collection");
-    EXPECT_EQ(RowCount(), 1);
-    EXPECT_TRUE(window_.lvwErrors.Visible());
+// Records of real files, from a stamp of theirs.
+class ErrorsOfARealStampTest : public FrmErrorsOnWindowsTest {
+  protected:
+    void StampAll() {
+        for (const auto& item : items_) {
+            item->Stamp(/*dateLastModified=*/44257.5, /*dateCreated=*/0,
+                        /*RemoveReadOnlyAttribute=*/false, /*SyncFolderCreatedDate=*/false);
+        }
+        ASSERT_TRUE(PumpUntil([this] { return !items_.Busy(); }));
+    }
+    // Whether a change of the first row would be painted.
+    [[nodiscard]] bool IsDrawn() {
+        ::UpdateWindow(window_.lvwErrors.Handle());
+        ListModel& list = window_.rows->List();
+        list.SetText(list.At(0), "changed");
+        RECT unpainted{};
+        return ::GetUpdateRect(window_.lvwErrors.Handle(), &unpainted, FALSE) != FALSE;
+    }
 
-    Show({kProgram});
+    RealTree tree_{};
+    TidemarkItemCollection items_{platform_};
+    LastResortRecorder recorder_{};
+};
+
+TEST_F(ErrorsOfARealStampTest, AFileListedTwiceOverReachesTheUserAndTheProgramGoesOn) {
+    tree_.MakeFile("a.txt");
+    tree_.MakeFile("b.txt");
+    const LockedFile a(tree_.Path("a.txt"));
+    const LockedFile b(tree_.Path("b.txt"));
+    items_.Add(tree_.Root(), nullptr, nullptr);
+    items_.Add(tree_.Path("A.TXT"), nullptr, nullptr);
+    StampAll();
+    ASSERT_EQ(items_.ErrorList().size(), 3U);
+    window_.AddFromCollection(items_.ErrorList());
+    ASSERT_TRUE(PumpUntil([&] { return !recorder_.reports.empty(); }));
+    EXPECT_EQ(recorder_.reports[0].Text(), "Error: 35602\nKey is not unique in collection");
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_TRUE(IsDrawn());
+    EXPECT_EQ(window_.StatusBar1.SimpleText(), "  Collecting error data...");
+
+    items_.Remove(tree_.Path("A.TXT"), nullptr);
+    window_.AddFromCollection(items_.ErrorList());
     ASSERT_TRUE(Filled());
-    EXPECT_EQ(window_.rows->List().At(0).text, kProgram);
-    EXPECT_EQ(recorder.reports.size(), 1U);
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_EQ(window_.rows->List().At(0).text, tree_.Path("a.txt"));
+    EXPECT_EQ(window_.StatusBar1.SimpleText(), "  2 items had errors.");
+    EXPECT_EQ(recorder_.reports.size(), 1U);
 }
 
-TEST_F(FrmErrorsOnWindowsTest, AFirstPathWithoutAnIconReachesTheUserAndTheProgramGoesOn) {
-    const LastResortRecorder recorder;
-    Show({"C:\\no such folder\\gone.txt"});
-    ASSERT_TRUE(PumpUntil([&] { return !recorder.reports.empty(); }));
-    EXPECT_EQ(recorder.reports[0].number, error_number::kImageListNotInitialised);
-    EXPECT_EQ(recorder.reports[0].description,
-              "ImageList must be initialized before it can be used");
-    EXPECT_EQ(RowCount(), 1);
+TEST_F(ErrorsOfARealStampTest, AFirstFileThatVanishedSinceReachesTheUserAndTheProgramGoesOn) {
+    tree_.MakeFile("a.txt");
+    tree_.MakeFile("b.txt");
+    auto a = std::make_unique<LockedFile>(tree_.Path("a.txt"));
+    const LockedFile b(tree_.Path("b.txt"));
+    items_.Add(tree_.Path("a.txt"), nullptr, nullptr);
+    items_.Add(tree_.Path("b.txt"), nullptr, nullptr);
+    StampAll();
+    a.reset();
+    ASSERT_TRUE(::DeleteFileW(WideFromUtf8(tree_.Path("a.txt")).c_str()));
+    window_.AddFromCollection(items_.ErrorList());
+    ASSERT_TRUE(PumpUntil([&] { return !recorder_.reports.empty(); }));
+    EXPECT_EQ(recorder_.reports[0].Text(),
+              "Error: 35613\nImageList must be initialized before it can be used");
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_EQ(window_.rows->List().At(0).text, "Adding items");
+    EXPECT_TRUE(IsDrawn());
 
-    Show({kProgram});
+    // Stamped again without the file that is gone, and after that with its record once more.
+    const StampErrorList both = items_.ErrorList();
+    items_.Remove(tree_.Path("a.txt"), nullptr);
+    StampAll();
+    window_.AddFromCollection(items_.ErrorList());
     ASSERT_TRUE(Filled());
-    EXPECT_EQ(recorder.reports.size(), 1U);
+    EXPECT_EQ(RowCount(), 1);
+    EXPECT_EQ(window_.rows->List().At(0).text, tree_.Path("b.txt"));
+    window_.AddFromCollection(both);
+    ASSERT_TRUE(Filled());
+    EXPECT_EQ(window_.rows->List().At(0).small_icon, 1);
+    EXPECT_EQ(recorder_.reports.size(), 1U);
 }
 
 // Closes the window as the user would, as soon as a fill is under way.
@@ -114,15 +170,15 @@ class ClosesDuringAFill final : public ITimerObjectSink {
 
 TEST_F(FrmErrorsOnWindowsTest, TheWindowAnswersAndClosesWhileItFills) {
     std::vector<std::string> paths = {kProgram};
-    for (int i = 0; i < 20'000; ++i) {
+    for (int i = 0; i < 10'000; ++i) {
         paths.push_back("C:\\no such folder\\" + std::to_string(i));
     }
     const ClosesDuringAFill user(window_, platform_.timers);
     Show(paths);
     ASSERT_TRUE(Filled());
     EXPECT_FALSE(window_.Visible());
-    EXPECT_EQ(RowCount(), 20'001);
-    EXPECT_EQ(window_.rows->List().At(20'000).text, "");
+    EXPECT_EQ(RowCount(), 10'001);
+    EXPECT_EQ(window_.rows->List().At(10'000).text, "");
 }
 
 }  // namespace
