@@ -24,6 +24,20 @@ quietly() {
     }
 }
 
+# build_patiently FOLDER [ARGUMENT...]: builds; goes on where the compiler found the address at which
+# it maps a precompiled header taken. That happens at random, once in thousands of sources, and says
+# nothing about the source.
+build_patiently() {
+    local folder=$1 try
+    shift
+    for try in 1 2 3; do
+        cmake --build "$folder" "$@" 2>&1 | tee "$folder/build-$try.log"
+        ((PIPESTATUS[0] == 0)) && return
+        grep -q 'PCH allocation failure' "$folder/build-$try.log" || return 1
+    done
+    return 1
+}
+
 # build_preset PRESET [TARGET...]: configures the preset once and builds all of it, or the targets.
 # Only one build at a time works in a tree.
 build_preset() {
@@ -37,7 +51,7 @@ build_preset() {
         [ -f "$build/$preset/build.ninja" ] ||
             (cd "$top" && quietly "$build/logs/configure-$preset.log" cmake --preset "$preset") ||
             exit 1
-        quietly "$build/logs/build-$preset.log" cmake --build "$build/$preset" "${targets[@]}"
+        quietly "$build/logs/build-$preset.log" build_patiently "$build/$preset" "${targets[@]}"
     ) 9>"$build/build.lock" || exit 1
     note "done in $((SECONDS - started)) s"
 }

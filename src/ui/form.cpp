@@ -94,10 +94,6 @@ void Form::FocusFirst() {
     }
 }
 
-LRESULT Form::Default(UINT message, WPARAM wparam, LPARAM lparam) {
-    return ::DefWindowProcW(Handle(), message, wparam, lparam);
-}
-
 LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     if (Handle() == nullptr) {
         SetHandle(window);

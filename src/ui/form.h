@@ -69,7 +69,6 @@ class Form : public Window, public ControlSite, public MessageHandler {
     // none.
     void SetDefaultButton(Button* button);
     void SetCancelButton(Button* button) { cancel_button_ = button; }
-    [[nodiscard]] Button* DefaultButton() const { return default_button_; }
     [[nodiscard]] Button* CancelButton() const { return cancel_button_; }
 
     // Sees each key press in the form first; true when that is all that is to happen with it. A
@@ -92,8 +91,6 @@ class Form : public Window, public ControlSite, public MessageHandler {
 
     // Gives the focus to the first control that can take it.
     void FocusFirst();
-    // The default handling of a message, for a derived form that overrides OnMessage.
-    LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
 
   private:
     bool RouteKey(const MSG& message);
