@@ -50,7 +50,7 @@ void EnsureClass(HINSTANCE module, const HostedWindowSpec& spec) {
     window_class.lpfnWndProc = HostedWindowProc;
     window_class.hInstance = module;
     window_class.hCursor = ::LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // IDC_ARROW
-    // The program's icon is its first icon resource; test programs have none.
+    // The program's icon is its first icon resource.
     window_class.hIcon = ::LoadIconW(module, MAKEINTRESOURCEW(1));
     window_class.hIconSm = static_cast<HICON>(
         ::LoadImageW(module, MAKEINTRESOURCEW(1), IMAGE_ICON, ::GetSystemMetrics(SM_CXSMICON),
