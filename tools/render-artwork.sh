@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Renders the icon and the pictures in res/ from the one drawing, res/artwork/tidemark.svg.
+# Renders the icon and the pictures in res/ and packaging/ from the one drawing, res/artwork/tidemark.svg.
 # The results are committed: run this after a change of the drawing, look at them, commit both.
 # Needs rsvg-convert (librsvg2-bin), convert (imagemagick) and the font URW Gothic
 # (fonts-urw-base35).
@@ -42,3 +42,8 @@ picture() {
 }
 picture splash 440x264+20+280
 picture about 380x170+480+280
+
+# The left side of the installer's last page: the splash's clock, and its deep water down to the end.
+page 1.1
+convert "$work/page.png" -crop 164x290+54+308 +repage -gravity north -background '#0F4156' \
+    -extent 164x314 -alpha remove -alpha off +dither -colors 256 -type Palette BMP3:packaging/side.bmp
