@@ -4,13 +4,61 @@
 #include <chrono>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "controls/drop_files.h"
 #include "endtoend/engine_on_windows.h"
+#include "platform/win32/wide_text.h"
 #include "support/process_resources.h"
 
 namespace tidemark {
 namespace {
+
+// A link in a folder that leads to the folder itself, while alive. Wine makes and removes none
+// through the system's calls, but starts the programs below it that do.
+class LinkToItsParent {
+  public:
+    LinkToItsParent(const std::string& folder, const std::string& name)
+        : folder_(WideFromUtf8(folder)), name_(WideFromUtf8(name)), link_(folder_ + L"\\" + name_) {
+        const auto make =
+            reinterpret_cast<BOOLEAN(WINAPI*)(LPCWSTR, LPCWSTR, DWORD)>(reinterpret_cast<void*>(
+                ::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "CreateSymbolicLinkW")));
+        if (make == nullptr || !make(link_.c_str(), L".", 1 /* to a folder */) || !Exists()) {
+            RunBelow(L"Z:\\bin\\ln", L"ln -s . " + name_);
+            static_cast<void>(PollUntil(std::chrono::seconds(5), [this] { return Exists(); }));
+        }
+    }
+    ~LinkToItsParent() {
+        if (Exists() && !::RemoveDirectoryW(link_.c_str())) {
+            RunBelow(L"Z:\\bin\\rm", L"rm " + name_);
+            static_cast<void>(PollUntil(std::chrono::seconds(5), [this] { return !Exists(); }));
+        }
+    }
+    LinkToItsParent(const LinkToItsParent&) = delete;
+    LinkToItsParent& operator=(const LinkToItsParent&) = delete;
+
+    [[nodiscard]] bool Exists() const {
+        return ::GetFileAttributesW(link_.c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+
+  private:
+    void RunBelow(const wchar_t* program, std::wstring command) const {
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof(startup);
+        PROCESS_INFORMATION started = {};
+        if (::CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                             folder_.c_str(), &startup, &started) &&
+            started.hProcess != nullptr) {
+            ::CloseHandle(started.hThread);
+            ::CloseHandle(started.hProcess);
+        }
+    }
+
+    std::wstring folder_;
+    std::wstring name_;
+    std::wstring link_;
+};
 
 class HardTrees : public EngineOnWindows {
   protected:
@@ -69,6 +117,67 @@ TEST_F(HardTrees, PathsAcrossEveryLengthLimitAreStamped) {
         }
     }
     ExpectAllStamped(files, folders);
+}
+
+// Every kind of name that the system below can hold; the others are tried on a volume in memory.
+TEST_F(HardTrees, AwkwardNamesAreStampedAndComeBackFromADrag) {
+    const std::vector<std::string> names = {
+        "漢字かな交じり文",
+        "🌊 🕰️",
+        "e\u0301\u0323 combining",
+        "אב\u202Eا right to left",
+        " leading blank",
+        "100% &more &&%s%n",
+        "a,b, c",
+        "'quoted' `x` (1) [2] {3}; = + ^ ~ !",
+        "\u200B\uFEFFzero\u00A0width",
+        std::string(200, 'n'),
+    };
+    std::vector<std::string> keys;
+    for (const std::string& name : names) {
+        std::string file = name;
+        file.append("\\").append(name).append(".txt");
+        tree_.MakeFile(file);
+        keys.push_back(platform_.Parts().locale.LowerCase(tree_.Path(file)));
+    }
+    const auto count = static_cast<int>(names.size());
+    ExpectAllStamped(count, count + 1);
+
+    const auto dropped = ParseDropFiles(BuildDropFiles(keys),
+                                        [](std::string_view) { return std::string("(not wide)"); });
+    ASSERT_EQ(dropped, keys);
+    for (const std::string& path : *dropped) {
+        const auto item = NewItem(path);
+        StampAndWait(*item);
+        EXPECT_EQ(item->RootItem(), path);
+        EXPECT_EQ(item->StatusString(), "Complete");
+    }
+}
+
+TEST_F(HardTrees, ALinkToItsOwnParentEndsWhereTheSystemEndsItAndCanBeCancelled) {
+    tree_.MakeFile("file.txt");
+    const LinkToItsParent link(tree_.Root(), "self");
+    if (!link.Exists()) {
+        GTEST_SKIP() << "no link to a folder can be made here";
+    }
+    const auto item = NewItem(tree_.Root());
+    item->Count();
+    WaitFor(*item);
+    EXPECT_TRUE(item->CountComplete());
+    const int folders = item->FolderCount();
+    EXPECT_GT(folders, 10);
+    EXPECT_LT(folders, 200);
+    StampAndWait(*item);
+    EXPECT_TRUE(item->StampComplete());
+    EXPECT_EQ(item->StampedFolderCount() + 1, folders);
+    EXPECT_LE(item->StampErrors()->size(), 1U);
+
+    files_.Before({KernelCall::kSearchFirst, item->RootItem() + "self\\self\\*.*", 0},
+                  [&] { item->CancelCount(); });
+    item->Count();
+    WaitFor(*item);
+    EXPECT_TRUE(item->CountCancelled());
+    EXPECT_EQ(item->FolderCount(), 4);
 }
 
 // TIDEMARK_BIG_FOLDER names a prepared folder with nothing but files, TIDEMARK_BIG_FOLDER_FILES how
