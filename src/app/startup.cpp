@@ -97,10 +97,11 @@ Startup::Road Startup::RunStep(const Step& step) {
 
 BoxAnswer Startup::AskAboutCurrentError() {
     try {
-        return parts_.boxes.Show(/*owner=*/nullptr, {.text = StartupErrorText(CurrentError()),
-                                                     .caption = kStartupErrorCaption,
-                                                     .buttons = BoxButtons::kAbortRetryIgnore,
-                                                     .icon = BoxIcon::kInformation});
+        return parts_.boxes.Show(parts_.main_window.MessageOwner(),
+                                 {.text = StartupErrorText(CurrentError()),
+                                  .caption = kStartupErrorCaption,
+                                  .buttons = BoxButtons::kAbortRetryIgnore,
+                                  .icon = BoxIcon::kInformation});
     } catch (...) {
         // The user cannot be asked; going on blindly would be worse than stopping.
         return BoxAnswer::kAbort;

@@ -46,6 +46,8 @@ class StartupMainWindow {
     virtual void Show() = 0;
     [[nodiscard]] virtual Bounds Position() const = 0;
     virtual void AddItems(const std::vector<std::string>& paths) = 0;
+    // What a message stands in front of; null while there is nothing to be seen of the window.
+    [[nodiscard]] virtual const Window* MessageOwner() const = 0;
 };
 
 class StartupErrorsWindow {

@@ -46,30 +46,34 @@ void MainWindowAtStartup::Load() {
 }
 
 void MainWindowAtStartup::InitializeDisplay() {
-    Window().InitializeDisplay();
+    LoadedWindow().InitializeDisplay();
 }
 
 void MainWindowAtStartup::LoadPosition(bool reset) {
-    Window().LoadPosition(reset);
+    LoadedWindow().LoadPosition(reset);
 }
 
 bool MainWindowAtStartup::AlwaysOnTopChecked() const {
-    return Window().IsChecked(OptionItem::mnuViewAlwaysOnTop);
+    return LoadedWindow().IsChecked(OptionItem::mnuViewAlwaysOnTop);
 }
 
 void MainWindowAtStartup::Show() {
-    Window().SetVisible(true);
+    LoadedWindow().SetVisible(true);
 }
 
 Bounds MainWindowAtStartup::Position() const {
-    return Window().Position();
+    return LoadedWindow().Position();
 }
 
 void MainWindowAtStartup::AddItems(const std::vector<std::string>& paths) {
-    Window().AddItems(paths);
+    LoadedWindow().AddItems(paths);
 }
 
-frmMain& MainWindowAtStartup::Window() const {
+const Window* MainWindowAtStartup::MessageOwner() const {
+    return Loaded() && main_window_.Visible() ? &main_window_ : nullptr;
+}
+
+frmMain& MainWindowAtStartup::LoadedWindow() const {
     if (!Loaded()) {
         throw ProgramError(error_number::kObjectNotSet, "The main window is not loaded");
     }

@@ -43,10 +43,11 @@ class MainWindowAtStartup final : public StartupMainWindow {
     void Show() override;
     [[nodiscard]] Bounds Position() const override;
     void AddItems(const std::vector<std::string>& paths) override;
+    [[nodiscard]] const Window* MessageOwner() const override;
 
   private:
-    // The main window; throws ProgramError when it is not loaded.
-    [[nodiscard]] frmMain& Window() const;
+    // Throws ProgramError when it is not loaded.
+    [[nodiscard]] frmMain& LoadedWindow() const;
 
     frmMain& main_window_;
     bool loaded_ = false;

@@ -307,6 +307,16 @@ TEST_F(StartupTest, FailuresInTheWaitsAreToldLikeAnyOther) {
     }
 }
 
+TEST_F(StartupTest, AFailureIsToldInFrontOfTheMainWindowOnceThatIsShown) {
+    world_.process.arguments = R"(C:\a)";
+    world_.log.failures["main load"] = 1;
+    world_.log.failures["main add"] = 1;
+    world_.boxes.answers = {BoxAnswer::kRetry};
+    EXPECT_TRUE(world_.Run());
+    EXPECT_THAT(world_.boxes.owners, ElementsAre(nullptr, world_.main_window.MessageOwner()));
+    EXPECT_NE(world_.boxes.owners.back(), nullptr);
+}
+
 TEST_F(StartupTest, ABoxThatCannotBeShownCountsAsAbort) {
     world_.log.failures["main load"] = 1;
     world_.log.failures[kErrorBox] = 1;

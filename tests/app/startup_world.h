@@ -116,11 +116,18 @@ class LoggedMainWindow : public StartupMainWindow {
     void InitializeDisplay() override { Need("main initialise"); }
     void LoadPosition(bool reset) override { Need(reset ? "main reset" : "main placement"); }
     [[nodiscard]] bool AlwaysOnTopChecked() const override { return always_on_top; }
-    void Show() override { Need("main show"); }
+    void Show() override {
+        Need("main show");
+        shown_ = true;
+    }
     [[nodiscard]] Bounds Position() const override { return position; }
     void AddItems(const std::vector<std::string>& paths) override {
         Need("main add");
         added.insert(added.end(), paths.begin(), paths.end());
+    }
+    // Only ever compared.
+    [[nodiscard]] const Window* MessageOwner() const override {
+        return shown_ ? reinterpret_cast<const Window*>(this) : nullptr;
     }
 
     bool always_on_top = false;
@@ -135,6 +142,7 @@ class LoggedMainWindow : public StartupMainWindow {
         }
     }
 
+    bool shown_ = false;
     CallLog& log_;
     LoggedWindows& windows_;
 };
@@ -161,7 +169,7 @@ class LoggedBoxes : public MessageBoxes {
     explicit LoggedBoxes(CallLog& log) : log_(log) {}
     // Answers what the test planned, in order, and then Abort.
     BoxAnswer Show(const Window* owner, const BoxRequest& request) override {
-        EXPECT_EQ(owner, nullptr);
+        owners.push_back(owner);
         shown.push_back(request);
         log_.Note("box " + request.caption);
         if (answers.empty()) {
@@ -175,6 +183,7 @@ class LoggedBoxes : public MessageBoxes {
     }
 
     std::vector<BoxAnswer> answers;  // the last one is given again and again
+    std::vector<const Window*> owners;
     std::vector<BoxRequest> shown;
 
   private:
