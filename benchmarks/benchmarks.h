@@ -11,7 +11,19 @@ struct BenchArguments {
     int rounds = 1;
 };
 
-// Counting and stamping one tree, engine in the window and floor in turns.
+// Counting and stamping one tree, engine and floor in turns.
 void WalkBench(const BenchArguments& arguments);
+// Time per entry in trees of different sizes, in microseconds.
+void ScaleBench(const BenchArguments& arguments);
+// How long messages wait while the first tree is counted and stamped, and how soon a press of
+// Cancel ends the work on the second one.
+void AnswerBench(const BenchArguments& arguments);
+// Work on a list of the files of each tree.
+void ListBench(const BenchArguments& arguments);
+// The errors window with a record for each file of each tree.
+void ErrorsBench(const BenchArguments& arguments);
+// Memory that items and error records of the first tree take, and that a stamp of the last one
+// does.
+void MemoryBench(const BenchArguments& arguments);
 
 }  // namespace tidemark

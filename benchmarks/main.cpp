@@ -20,7 +20,8 @@ struct Benchmark {
 };
 
 constexpr Benchmark kBenchmarks[] = {
-    {"walk", WalkBench},
+    {"walk", WalkBench}, {"scale", ScaleBench},   {"answer", AnswerBench},
+    {"list", ListBench}, {"errors", ErrorsBench}, {"memory", MemoryBench},
 };
 
 int Run(int count, char** values) {

@@ -4,8 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include "platform/text.h"
-
 namespace tidemark {
 namespace {
 
@@ -113,7 +111,7 @@ class FolderWalk {
         if (folder && (entry_.name.empty() || entry_.name.front() == '.')) {
             return false;
         }
-        path_ += TrimNull(entry_.name);
+        path_.append(entry_.name, 0, entry_.name.find('\0'));
         if (!folder) {
             visitor_.VisitFile(path_);
             return false;

@@ -26,6 +26,11 @@ std::size_t TidemarkItemCollection::Slots::Seek(std::size_t position, std::uint6
     return position;
 }
 
+TidemarkItemCollection::Slot& TidemarkItemCollection::Slots::At(std::uint64_t number) {
+    // Where it is as long as none before it was removed.
+    return in_order[Seek(static_cast<std::size_t>(number - in_order.front().number), number)];
+}
+
 TidemarkItemCollection::Iterator::Iterator(std::shared_ptr<const Slots> slots)
     : slots_(std::move(slots)) {
     Seek(0);
@@ -207,7 +212,7 @@ void TidemarkItemCollection::Take(const std::string& key) {
     }
     std::vector<Slot>& in_order = slots_->in_order;
     // The caller holds the item, so nothing is destroyed in here.
-    in_order[slots_->Seek(0, number->second)].item = nullptr;
+    slots_->At(number->second).item = nullptr;
     numbers_by_key_.erase(number);
     if (in_order.size() >= 2 * (numbers_by_key_.size() + 1)) {
         std::erase_if(in_order, [](const Slot& slot) { return slot.item == nullptr; });
@@ -226,11 +231,12 @@ void TidemarkItemCollection::Clear(ListModel* list) {
 }
 
 std::shared_ptr<TidemarkItem> TidemarkItemCollection::Item(const std::string& key) const {
-    const auto number = numbers_by_key_.find(platform_.locale.LowerCase(key));
+    // A row's key is in lower case already, and asked for by the hundred thousand.
+    auto number = numbers_by_key_.find(key);
     if (number == numbers_by_key_.end()) {
-        return nullptr;
+        number = numbers_by_key_.find(platform_.locale.LowerCase(key));
     }
-    return slots_->in_order[slots_->Seek(0, number->second)].item;
+    return number == numbers_by_key_.end() ? nullptr : slots_->At(number->second).item;
 }
 
 bool TidemarkItemCollection::Exists(const std::string& key) const {

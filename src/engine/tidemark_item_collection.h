@@ -35,6 +35,8 @@ class TidemarkItemCollection {
         // The first slot from `position` on (a guess) that is numbered `number` or later and holds
         // an item; in_order.size() when there is none.
         [[nodiscard]] std::size_t Seek(std::size_t position, std::uint64_t number) const;
+        // The slot with this number, which is there.
+        [[nodiscard]] Slot& At(std::uint64_t number);
     };
 
   public:

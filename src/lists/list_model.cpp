@@ -65,8 +65,14 @@ std::size_t ListModel::PositionOf(const ListRow& row) const {
 }
 
 const ListRow* ListModel::Find(const std::string& key) const {
-    const auto found = rows_by_key_.find(locale_.LowerCase(key));
+    const auto found = Look(key);
     return found == rows_by_key_.end() ? nullptr : found->second;
+}
+
+// Mostly a row's own key is looked for, which is in lower case already.
+ListModel::RowsByKey::const_iterator ListModel::Look(const std::string& key) const {
+    const auto found = rows_by_key_.find(key);
+    return found != rows_by_key_.end() ? found : rows_by_key_.find(locale_.LowerCase(key));
 }
 
 const ListRow& ListModel::Add(const std::string& key, const std::string& text) {
@@ -86,7 +92,7 @@ const ListRow& ListModel::Add(const std::string& key, const std::string& text) {
 }
 
 bool ListModel::Remove(const std::string& key) {
-    const auto found = rows_by_key_.find(locale_.LowerCase(key));
+    const auto found = Look(key);
     if (found == rows_by_key_.end()) {
         return false;
     }

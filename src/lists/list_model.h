@@ -117,6 +117,9 @@ class ListModel {
     [[nodiscard]] bool HoldsItems() const { return holds_items_; }
 
   private:
+    using RowsByKey = std::unordered_map<std::string_view, ListRow*>;
+
+    [[nodiscard]] RowsByKey::const_iterator Look(const std::string& key) const;
     [[nodiscard]] ListRow& Writable(const ListRow& row) { return *slots_[row.slot_]; }
     // Closes the gaps that removed rows left, so that slots are positions.
     void CloseGaps() const;
@@ -129,7 +132,7 @@ class ListModel {
     // or until half of the slots are empty.
     mutable std::vector<std::unique_ptr<ListRow>> slots_;
     mutable std::size_t current_slot_ = kNoPosition;
-    std::unordered_map<std::string_view, ListRow*> rows_by_key_;  // views into the rows' own keys
+    RowsByKey rows_by_key_;  // views into the rows' own keys
     std::size_t selected_count_ = 0;
     KeyedImageList* small_icons_ = nullptr;
     bool holds_items_ = false;

@@ -10,6 +10,8 @@ namespace tidemark {
 namespace {
 
 constexpr std::string_view kSeparators = "\\/";
+constexpr std::size_t kShortestDevice = 3;  // "CON"
+constexpr std::size_t kLongestDevice = 7;   // "CONOUT$"
 
 bool IsSeparator(char c) {
     return c == '\\' || c == '/';
@@ -41,8 +43,13 @@ bool IsPortName(std::string_view name) {
 }
 
 bool IsDeviceName(std::string_view component) {
-    std::string_view name = component.substr(0, component.find_first_of(".:"));
+    const auto end = std::find_if(component.begin(), component.end(),
+                                  [](char c) { return c == '.' || c == ':'; });
+    std::string_view name = component.substr(0, static_cast<std::size_t>(end - component.begin()));
     name = name.substr(0, name.find_last_not_of(' ') + 1);
+    if (name.size() < kShortestDevice || name.size() > kLongestDevice) {
+        return false;
+    }
     constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
                                                           "NUL", "CONIN$", "CONOUT$"};
     return IsPortName(name) || std::any_of(kDevices.begin(), kDevices.end(),
@@ -58,7 +65,8 @@ bool IsAltered(std::string_view component) {
 
 // Takes the next component off the front of `rest`, with the separator behind it.
 std::string_view TakeComponent(std::string_view& rest) {
-    const std::size_t end = std::min(rest.find_first_of(kSeparators), rest.size());
+    const auto separator = std::find_if(rest.begin(), rest.end(), IsSeparator);
+    const auto end = static_cast<std::size_t>(separator - rest.begin());
     const std::string_view component = rest.substr(0, end);
     rest.remove_prefix(std::min(end + 1, rest.size()));
     return component;

@@ -1,6 +1,7 @@
 #include "platform/text.h"
 
 #include <cstdint>
+#include <type_traits>
 
 namespace tidemark {
 namespace {
@@ -88,13 +89,24 @@ char32_t NextPoint(std::string_view text, std::size_t& at) {
     return point;
 }
 
+// Copies what is ASCII at the beginning of a text, which mostly is all of it; returns its length.
+template <typename To, typename From>
+std::size_t AssignAscii(std::basic_string<To>& out, std::basic_string_view<From> text) {
+    out.resize(text.size());
+    std::size_t length = 0;
+    while (length < text.size() && static_cast<std::make_unsigned_t<From>>(text[length]) < 0x80) {
+        out[length] = static_cast<To>(text[length]);
+        ++length;
+    }
+    out.resize(length);
+    return length;
+}
+
 }  // namespace
 
 template <typename Unit>
 void AssignUtf8(std::string& out, std::basic_string_view<Unit> text) {
-    out.clear();
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = AssignAscii(out, text); i < text.size(); ++i) {
         auto point = static_cast<char32_t>(text[i]);
         if (IsHighSurrogate(point) && i + 1 < text.size()) {
             const auto next = static_cast<char32_t>(text[i + 1]);
@@ -109,9 +121,7 @@ void AssignUtf8(std::string& out, std::basic_string_view<Unit> text) {
 
 template <typename Unit>
 void AssignUtf16(std::basic_string<Unit>& out, std::string_view text) {
-    out.clear();
-    out.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = AssignAscii(out, text); at < text.size();) {
         AppendUtf16(out, NextPoint(text, at));
     }
 }

@@ -39,6 +39,21 @@ TEST(Text, BytesThatAreNoTextBecomeTheReplacementCharacter) {
     EXPECT_EQ(Utf16FromUtf8("\xF5\x80\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
 }
 
+TEST(Text, WhatFollowsAsciiIsConvertedToo) {
+    EXPECT_EQ(Utf16FromUtf8("path\\caf\xC3\xA9.txt"), u"path\\caf\u00e9.txt");
+    EXPECT_EQ(Utf8FromUtf16(u"path\\caf\u00e9.txt"), "path\\caf\xC3\xA9.txt");
+}
+
+TEST(Text, MemoryUsedAgainHoldsNothingOfTheTextBefore) {
+    std::string text = "a longer text than the one to come";
+    AssignUtf8(text, u"short"sv);
+    EXPECT_EQ(text, "short");
+    AssignUtf8(text, u"\u00e9"sv);
+    EXPECT_EQ(text, "\xC3\xA9");
+    AssignUtf8(text, u""sv);
+    EXPECT_EQ(text, "");
+}
+
 TEST(Text, TrimNullCutsAtTheFirstNul) {
     EXPECT_EQ(TrimNull("abc\0def\0"sv), "abc");
     EXPECT_EQ(TrimNull("abc"), "abc");

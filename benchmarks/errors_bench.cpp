@@ -1,0 +1,60 @@
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/measure.h"
+#include "benchmarks/message_probe.h"
+#include "benchmarks/real_window.h"
+#include "benchmarks/tree_files.h"
+#include "controls/popup_menu_system.h"
+#include "errors/frm_errors.h"
+
+namespace tidemark {
+namespace {
+
+StampErrorList RecordsFor(const std::vector<std::string>& paths) {
+    StampErrorList records;
+    for (const std::string& path : paths) {
+        records.push_back(
+            std::make_shared<const StampError>(StampError{path, false, 5, "Access is denied."}));
+    }
+    return records;
+}
+
+}  // namespace
+
+void ErrorsBench(const BenchArguments& arguments) {
+    RealSystem system;
+    const Platform platform = system.Watched();
+    MemorySettingsStore settings;
+    Win32CommandRunner commands;
+    PopupMenuSystem popup_menus;
+    frmErrors window({.platform = platform,
+                      .settings = settings,
+                      .commands = commands,
+                      .popup_menus = popup_menus,
+                      .drag_files = [](OleDragDropSink& /*source*/, std::int16_t /*button*/) {}});
+    window.Form_Load();
+    window.SetVisible(true);
+    RunPendingMessages();
+    std::vector<StampErrorList> records;
+    for (const std::string& tree : arguments.trees) {
+        records.push_back(RecordsFor(FilesIn(tree)));
+    }
+    for (int round = 0; round < arguments.rounds; ++round) {
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const std::string name = "errors." + NameOfTree(arguments.trees[i]);
+            MessageProbe probe;
+            system.Timers().Forget();
+            const std::size_t count = records[i].size();
+            window.AddFromCollection(records[i]);
+            RunMessagesUntil([&] {
+                return window.rows->List().Count() == count && !system.Timers().InLongTick() &&
+                       system.Timers().LongTicks() > 0;
+            });
+            RunPendingMessages();
+            PrintFigure(name + ".fill", system.Timers().LongTicks());
+            PrintFigure(name + ".wait", probe.LongestWait());
+        }
+    }
+    window.Unload();
+}
+
+}  // namespace tidemark
