@@ -7,7 +7,8 @@ namespace {
 
 class FloorWalk {
   public:
-    FloorWalk(const std::wstring& folder, const FILETIME* time) : path_(folder), time_(time) {
+    FloorWalk(const std::wstring& folder, const FILETIME* time, bool read_attributes)
+        : path_(folder), time_(time), read_attributes_(read_attributes) {
         path_.reserve(4096);
     }
 
@@ -52,6 +53,10 @@ class FloorWalk {
     }
 
     void Stamp() {
+        if (read_attributes_ &&
+            (::GetFileAttributesW(path_.c_str()) & FILE_ATTRIBUTE_READONLY) != 0) {
+            return;  // no file of the benchmarks is
+        }
         const HANDLE file =
             ::CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                           FILE_FLAG_BACKUP_SEMANTICS | FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -65,18 +70,19 @@ class FloorWalk {
 
     std::wstring path_;
     const FILETIME* time_;
+    bool read_attributes_;
     std::int64_t entries_ = 0;
 };
 
 }  // namespace
 
 std::int64_t FloorCount(const std::wstring& folder) {
-    return FloorWalk(folder, nullptr).Run();
+    return FloorWalk(folder, nullptr, /*read_attributes=*/false).Run();
 }
 
-std::int64_t FloorStamp(const std::wstring& folder, std::int64_t time) {
+std::int64_t FloorStamp(const std::wstring& folder, std::int64_t time, bool read_attributes) {
     const FILETIME stamp{static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
-    return FloorWalk(folder, &stamp).Run();
+    return FloorWalk(folder, &stamp, read_attributes).Run();
 }
 
 }  // namespace tidemark

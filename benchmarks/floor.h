@@ -13,6 +13,8 @@ namespace tidemark {
 [[nodiscard]] std::int64_t FloorCount(const std::wstring& folder);
 
 // Opens each of them, sets Last-Modified and then Created to the file time, and closes it.
-[[nodiscard]] std::int64_t FloorStamp(const std::wstring& folder, std::int64_t time);
+// `read_attributes` has the attributes of each read by its path first.
+[[nodiscard]] std::int64_t FloorStamp(const std::wstring& folder, std::int64_t time,
+                                      bool read_attributes = false);
 
 }  // namespace tidemark

@@ -47,8 +47,6 @@ function met(value, limit) {
     return "**not met**"
 }
 
-function both(a, b) { return a == b ? a : a ", " b }
-
 function head(title) {
     printf "\n## %s\n\n| what | target | pinned | | split | |\n|---|---|---|---|---|---|\n", title
 }
@@ -75,6 +73,13 @@ function plain_row(what, name, limit, format, worst,    m, line, value) {
     print line
 }
 
+# A figure that is measured once, however the cores are fixed.
+function head_of_singles(title) { printf "\n## %s\n\n| what | target | | |\n|---|---|---|---|\n", title }
+function single_row(what, name, limit,    value) {
+    value = median("pinned" SUBSEP name)
+    print "| " what " | at most " limit " | " shown(value, "%.0f") " | " met(value, limit) " |"
+}
+
 # How many times as long one takes as the other.
 function growth_row(what, above, below, limit, scale,    m, line, value, a, b) {
     line = "| " what " | at most " limit "x |"
@@ -92,6 +97,32 @@ function note_row(what, name, format,    m, line) {
     line = "| " what " | - |"
     for (m = 1; m <= 2; ++m) line = line " " shown(median(modes[m] SUBSEP name), format) " | |"
     print line
+}
+
+# The same work against something else than its target.
+function against_row(what, above, below,    m, line, value) {
+    line = "| " what " | - |"
+    for (m = 1; m <= 2; ++m) {
+        value = median_ratio(modes[m] SUBSEP above, modes[m] SUBSEP below)
+        line = line " " (value == "none" ? "not measured" : sprintf("%.2fx", value)) " | |"
+    }
+    print line
+}
+
+function peer_row(what, name,    file, version) {
+    file = room "/peer-" name
+    version = "not installed"
+    if ((getline version < file) <= 0) version = "not installed"
+    close(file)
+    print "| " what " | " version " | " shown(median("pinned" SUBSEP "peer." name), "%.0f") " |"
+}
+
+function split_names(text, into) { split("", into); split(text, into, " ") }
+
+# How the text names a tree.
+function named(tree) {
+    return tree == "flat-100000" ? "100,000 in one folder" : \
+        tree == "1000" ? "1,000" : tree == "100000" ? "100,000" : tree == "1000000" ? "1,000,000" : tree
 }
 
 BEGIN {

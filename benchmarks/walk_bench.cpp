@@ -20,7 +20,7 @@ void TimeFloor(const std::string& name, std::int64_t entries,
         GiveUp(name + ": the floor found " + std::to_string(found) + " entries, not " +
                std::to_string(entries));
     }
-    PrintFigure(name + ".floor", took);
+    PrintFigure(name, took);
 }
 
 // The engine without a window: one item, stamped in its own tick.
@@ -59,14 +59,14 @@ void WalkBench(const BenchArguments& arguments) {
         const std::shared_ptr<TidemarkItem> item = *window.Main().Items().begin();
         entries = std::int64_t{item->FileCount()} + item->FolderCount() - 1;  // the tree's own
         for (int round = 0; round < arguments.rounds; ++round) {
-            TimeFloor("count", entries, [&] { return FloorCount(wide_tree); });
+            TimeFloor("count.floor", entries, [&] { return FloorCount(wide_tree); });
             system.Timers().Forget();
             window.Choose("mnuViewRefresh");
             window.WaitForRest();
             PrintFigure("count.ours", system.Timers().LongTicks());
         }
         for (int round = 0; round < arguments.rounds; ++round) {
-            TimeFloor("stamp", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+            TimeFloor("stamp.floor", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
             system.Timers().Forget();
             window.Main().cmdStamp_Click();
             window.WaitForRest();
@@ -78,9 +78,13 @@ void WalkBench(const BenchArguments& arguments) {
     }
     EngineAlone engine(system, tree);
     for (int round = 0; round < arguments.rounds; ++round) {
-        TimeFloor("stamp-clearing", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+        TimeFloor("stamp-clearing.floor", entries,
+                  [&] { return FloorStamp(wide_tree, kFloorTime); });
         engine.TimeStamp("stamp-clearing", kDate, /*clear_read_only=*/true, /*sync=*/false);
-        TimeFloor("stamp-syncing", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+        TimeFloor("stamp-clearing.reading", entries,
+                  [&] { return FloorStamp(wide_tree, kFloorTime, /*read_attributes=*/true); });
+        TimeFloor("stamp-syncing.floor", entries,
+                  [&] { return FloorStamp(wide_tree, kFloorTime); });
         engine.TimeStamp("stamp-syncing", 0, /*clear_read_only=*/false, /*sync=*/true);
     }
 }

@@ -27,9 +27,10 @@ void InitialiseCommonControls() {
 
 }  // namespace
 
-Application::Application()
+Application::Application(Process& process)
     : system_(Hooks()),
       platform_(system_.Parts()),
+      process_(process),
       shut_down_(windows_, platform_.pump, process_),
       splash_(platform_.timers, Version()),
       main_window_(Services()),

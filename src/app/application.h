@@ -11,11 +11,11 @@
 #include "controls/popup_menu_system.h"
 #include "errors/frm_errors.h"
 #include "mainwindow/frm_main.h"
+#include "platform/process.h"
 #include "platform/win32/registry_settings_store.h"
 #include "platform/win32/win32_command_runner.h"
 #include "platform/win32/win32_machine_registry.h"
 #include "platform/win32/win32_platform.h"
-#include "platform/win32/win32_process.h"
 #include "platform/win32/win32_screen.h"
 #include "ui/message_box.h"
 
@@ -24,7 +24,8 @@ namespace tidemark {
 // The program: owns the system's parts, the settings and every window.
 class Application {
   public:
-    Application();
+    // The process outlives the program's object.
+    explicit Application(Process& process);
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
     ~Application();
@@ -46,7 +47,7 @@ class Application {
     OleSession ole_;
     Win32Platform system_;
     Platform platform_;
-    Win32Process process_;
+    Process& process_;
     Win32Screen screen_;
     Win32CommandRunner command_runner_;
     Win32MachineRegistry machine_registry_;

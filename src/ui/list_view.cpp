@@ -105,8 +105,9 @@ void ListView::EnsureVisible(std::size_t position) {
 // Following the model.
 
 void ListView::RowChanged(std::size_t position) {
-    // When rows are to be shown anew anyway, this one is among them.
-    if (!rows_changed_ && InSight(position)) {
+    // When rows are to be shown anew anyway, or this one for the first time, it is drawn then. The
+    // window must not even be asked: it would catch up at once, with each of many rows.
+    if (!rows_changed_ && position < shown_count_ && InSight(position)) {
         Send(LVM_REDRAWITEMS, position, static_cast<LPARAM>(position));
     }
 }

@@ -119,6 +119,23 @@ TEST_F(ListViewTest, OfManyAppendedRowsOnlyThoseInSightAreToBeRedrawn) {
     EXPECT_LT(redrawn, 100);
 }
 
+TEST_F(ListViewTest, CellsOfRowsNotShownYetAreWrittenWithoutAWordToTheWindow) {
+    Fill(2);
+    PaintAll();
+    int told = 0;
+    Subclasser watch;
+    watch.RegisterMessages(list_->Handle(), {LVM_SETITEMCOUNT, LVM_GETTOPINDEX, LVM_REDRAWITEMS});
+    watch.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++told;
+        return std::nullopt;
+    };
+    for (std::size_t i = 2; i < 10; ++i) {
+        model_.SetSubItem(model_.Add(Name(i), Name(i)), 1, "new");
+    }
+    EXPECT_EQ(told, 0);
+    EXPECT_EQ(Cell(9, 2), "new");
+}
+
 TEST_F(ListViewTest, AnAppendedRowInSightIsPainted) {
     Fill(2);
     PaintAll();
