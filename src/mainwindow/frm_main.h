@@ -141,6 +141,7 @@ class frmMain final : public Form,
 
     // frm_main_work.cpp
     void RefreshRows();
+    void ShowControls();
     void ShowStatus();
     void StampItems();
     void CancelStamps();
@@ -191,6 +192,7 @@ class frmMain final : public Form,
     bool bRestoringPlacement = false;  // what moves the window now is not the user
     bool bRightButtonDown = false;
     bool bStampRequested = false;  // the end of this stamp is still to be handled
+    unsigned poll_restarts_ = 0;   // counts the commands that do
     bool stamp_starting_ = false;  // between the press of Stamp and the last item's start
 };
 

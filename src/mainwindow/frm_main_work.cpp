@@ -90,9 +90,11 @@ void frmMain::oTimer_Timer() {
     }
     oTimer->SetEnabled(false);
     const bool busy = oItems.Busy() || stamp_starting_;
+    // A command that the user gives while messages run in here starts the poll anew.
+    const unsigned restarts = poll_restarts_;
     RefreshRows();
     services_.platform.pump.RunPendingMessagesNow();
-    UpdateControls();
+    ShowControls();
     if (!oTimer) {
         return;  // closed meanwhile
     }
@@ -100,7 +102,7 @@ void frmMain::oTimer_Timer() {
     ShowStatus();
     services_.platform.pump.RunPendingMessagesNow();
     if (oTimer) {
-        oTimer->SetEnabled(busy);
+        oTimer->SetEnabled(busy || poll_restarts_ != restarts);
     }
 }
 
@@ -138,6 +140,11 @@ void frmMain::ShowStatus() {
 }
 
 void frmMain::UpdateControls() {
+    ++poll_restarts_;
+    ShowControls();
+}
+
+void frmMain::ShowControls() {
     if (!oTimer) {
         return;  // the window is closing
     }

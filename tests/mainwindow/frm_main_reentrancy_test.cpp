@@ -219,6 +219,45 @@ TEST_F(MainWindowInside, ThePollMeanwhileShowsThatStampingIsUnderWay) {
     Finish();
 }
 
+TEST_F(MainWindowInside, AStampStartedFromInsideThePollIsFollowedToItsEnd) {
+    for (const int call : {1, 2}) {
+        boxes_.shown.clear();
+        if (call == 1) {
+            Load();
+            AddTree("t", 20);
+            List({"C:\\trees\\t"});
+            Item("mnuOptionsClearAutomatically").SetChecked(false);
+        }
+        // This poll begins with nothing at work and would be the last one.
+        system_.pump.AtCall(call, [this] { Main().cmdStamp.Click(); });
+        Main().oTimer_Timer();
+        Finish();
+        EXPECT_THAT(boxes_.shown, SizeIs(1)) << "call " << call;
+        EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
+        EXPECT_EQ(Main().rows.At(0).sub_items[1], "Complete");
+        EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    }
+}
+
+TEST_F(MainWindowInside, FilesStampedFromInsideThePollAreShownAsComplete) {
+    LoadWithFiles(1);
+    Item("mnuOptionsPrompt").SetChecked(false);
+    Item("mnuOptionsClearAutomatically").SetChecked(false);
+    system_.pump.AtCall(1, [this] { Main().cmdStamp.Click(); });
+    Main().oTimer_Timer();
+    Finish();
+    EXPECT_EQ(Main().rows.At(0).sub_items[1], "Complete");
+}
+
+TEST_F(MainWindowInside, PathsAddedFromInsideThePollAreCountedBeforeItsEyes) {
+    Load();
+    AddTree("t", 3);
+    system_.pump.AtCall(2, [this] { Main().AddItems({"C:\\trees\\t"}); });
+    Main().oTimer_Timer();
+    Finish();
+    EXPECT_EQ(Main().rows.At(0).sub_items[0], "3 files; 1 folder");
+}
+
 TEST_F(MainWindowInside, RowsRemovedFromInsideACountAreGoneAndItEnds) {
     Load();
     AddTree("t", 50);
