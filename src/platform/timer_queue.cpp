@@ -78,12 +78,12 @@ std::unique_ptr<TimerObject> TimerQueue::NewTimer(TickKind kind) {
     return std::make_unique<Timer>(*this, kind);
 }
 
-void TimerQueue::RunDue() {
+void TimerQueue::RunDue(Allowed allowed) {
     asked_.reset();
     // One reading for the whole run: a timer that is armed in here waits for the next one, so that
     // ticks which arm each other cannot keep the message loop out for ever.
     const std::uint64_t now = host_.Now();
-    for (const Lane* lane = NextLane(); lane != nullptr; lane = NextLane()) {
+    for (const Lane* lane = NextLane(allowed); lane != nullptr; lane = NextLane(allowed)) {
         const auto& [key, timer] = *lane->waiting.begin();
         if (key.first > now) {
             break;
@@ -113,10 +113,12 @@ TimerQueue::Lane& TimerQueue::LaneOf(TickKind kind) {
 }
 
 // The lane whose first tick may run and is due before the other's; null when none may run.
-const TimerQueue::Lane* TimerQueue::NextLane() const {
+const TimerQueue::Lane* TimerQueue::NextLane(Allowed allowed) const {
     const Lane* next = nullptr;
     for (const Lane& lane : lanes_) {
-        if (lane.MayRun() &&
+        const bool held = allowed == Allowed::kBriefOnly &&
+                          &lane == &lanes_[static_cast<std::size_t>(TickKind::kLong)];
+        if (!held && lane.MayRun() &&
             (next == nullptr || lane.waiting.begin()->first < next->waiting.begin()->first)) {
             next = &lane;
         }

@@ -42,9 +42,13 @@ class TimerQueue final : public TimerSource {
 
     [[nodiscard]] std::unique_ptr<TimerObject> NewTimer(TickKind kind = TickKind::kLong) override;
 
-    // Runs the ticks that are due now, those held back by the nesting bound excepted. May be called
-    // again from inside a tick. A tick's exception passes through; the ticks behind it stay due.
-    void RunDue();
+    // Which ticks a run may start.
+    enum class Allowed { kAll, kBriefOnly };
+
+    // Runs the ticks that are due now and allowed, those held back by the nesting bound excepted.
+    // Ticks that are not allowed stay due. May be called again from inside a tick. A tick's
+    // exception passes through; the ticks behind it stay due.
+    void RunDue(Allowed allowed = Allowed::kAll);
 
     // When the next tick that may run is due; nothing when there is none, or when the nesting bound
     // holds back all there are.
@@ -64,7 +68,7 @@ class TimerQueue final : public TimerSource {
     };
 
     [[nodiscard]] Lane& LaneOf(TickKind kind);
-    [[nodiscard]] const Lane* NextLane() const;
+    [[nodiscard]] const Lane* NextLane(Allowed allowed = Allowed::kAll) const;
     Key Arm(Timer& timer, TickKind kind, std::uint32_t interval);
     Key Rearm(TickKind kind, const Key& key, std::uint32_t interval);
     void Disarm(TickKind kind, const Key& key);

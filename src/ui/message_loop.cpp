@@ -6,6 +6,12 @@
 namespace tidemark {
 namespace {
 
+// A dialog of the system, whose own loop would translate its keys.
+bool IsSystemDialog(HWND root) {
+    constexpr ULONG_PTR kDialogClass = 32770;
+    return root != nullptr && ::GetClassLongPtrW(root, GCW_ATOM) == kDialogClass;
+}
+
 bool IsVisible(HWND window) {
     return ::IsWindow(window) && ::IsWindowVisible(window);
 }
@@ -28,6 +34,10 @@ void RouteMessage(MSG& message) {
     MessageHandler* const form = HandlerOf(root);
     // A failure in a key's handler must not end the loop; the key counts as handled.
     if (form != nullptr && Guarded(root, true, [&] { return form->PreTranslate(message); })) {
+        return;
+    }
+    // Met here when work lets messages run inside the dialog's loop.
+    if (form == nullptr && IsSystemDialog(root) && ::IsDialogMessageW(root, &message) != FALSE) {
         return;
     }
     ::TranslateMessage(&message);

@@ -351,6 +351,20 @@ TEST_F(TimerQueueTest, APeriodicBriefTickThatLetsMessagesRunIsBoundedToo) {
     EXPECT_EQ(deepest, TimerQueue::kMaxBriefDepth);
 }
 
+TEST_F(TimerQueueTest, LongTicksThatAreNotAllowedStayDueWhileBriefOnesRun) {
+    FunctionSink work([&] { log_ += "long "; });
+    FunctionSink refresh([&] { log_ += "brief "; });
+    const auto long_timer = Armed(work, 50);
+    const auto brief_timer = Armed(refresh, 60, TickKind::kBrief);
+    host_.now += 60;
+    queue_.RunDue(TimerQueue::Allowed::kBriefOnly);
+    EXPECT_EQ(log_, "brief ");
+    ASSERT_TRUE(host_.wake_at.has_value());
+    EXPECT_LE(*host_.wake_at, host_.now) << "what was held back asks again at once";
+    queue_.RunDue();
+    EXPECT_EQ(log_, "brief long ");
+}
+
 TEST_F(TimerQueueTest, AnExceptionPassesThroughAndTheTicksBehindItStillCome) {
     std::unique_ptr<TimerObject> failing;
     FunctionSink sink([&] {

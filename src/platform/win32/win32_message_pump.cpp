@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/win32/system_loop.h"
+
 namespace tidemark {
 namespace {
 
@@ -56,6 +58,10 @@ std::int64_t Win32MessagePump::Ticks() {
 
 void Win32MessagePump::Run(std::int64_t longest) {
     const std::int64_t start = Ticks();
+    if (InSystemLoop()) {
+        last_run_ = start;  // that loop takes the messages, and soon
+        return;
+    }
     MSG message;
     while (::PeekMessageW(&message, /*hWnd=*/nullptr, 0, 0, PM_REMOVE) != FALSE) {
         if (message.message == WM_QUIT) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/program_error.h"
+#include "platform/win32/system_loop.h"
 #include "platform/win32/system_message.h"
 
 namespace tidemark {
@@ -72,7 +73,9 @@ void Win32TimerSource::WakeAt(std::uint64_t time) noexcept {
 void Win32TimerSource::Wake() {
     asked_ = false;
     try {
-        queue_.RunDue();
+        // Long work would keep an open menu from its keys until the end of the work. It waits for
+        // the menu; the wake-up that it goes on asking for meanwhile costs nothing.
+        queue_.RunDue(InSystemLoop() ? TimerQueue::Allowed::kBriefOnly : TimerQueue::Allowed::kAll);
     } catch (...) {
         report_exception_();
     }
