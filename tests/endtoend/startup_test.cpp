@@ -243,25 +243,6 @@ TEST_F(StartupEndToEnd, TheProgramIsRegisteredUnderTheMachinesApplicationPaths) 
     }
 }
 
-TEST_F(StartupEndToEnd, TheAboutWindowIsModalAndGoesWithEsc) {
-    const SeenStart seen = StartWatched();
-    const RemoteWindow main(*process_, seen.main);
-    main.Post(WM_SYSCOMMAND, SC_KEYMENU, 'h');
-    ASSERT_TRUE(PollUntil(kWait, [&] { return FindWindowOf(*process_, L"#32768").has_value(); }));
-    main.Post(WM_KEYDOWN, 'A');
-    std::optional<RemoteWindow> about;
-    ASSERT_TRUE(PollUntil(kWait, [&] {
-        about = FindWindowOf(*process_, L"frmAbout");
-        return about && about->Visible();
-    }));
-    EXPECT_EQ(about->Text(), "about: tidemark");
-    EXPECT_FALSE(main.Enabled());
-    about->Post(WM_KEYDOWN, VK_ESCAPE);
-    EXPECT_TRUE(PollUntil(kWait, [&] { return !about->Exists(); }));
-    EXPECT_TRUE(PollUntil(kWait, [&] { return main.Enabled(); }));
-    CloseMain(seen);
-}
-
 TEST_F(StartupEndToEnd, ClosingInTheMiddleOfACountEndsTheProgram) {
     RealTree tree;
     MakeManyFiles(tree, /*folders=*/60, /*files_in_each=*/40);

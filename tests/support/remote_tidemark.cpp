@@ -140,6 +140,17 @@ std::optional<RemoteWindow> RemoteTidemark::Shown(const std::wstring& class_name
 }
 
 bool RemoteTidemark::OpenMenu(char menu, std::chrono::milliseconds limit) const {
+    // A window that comes to the front, or has not gone from there yet, ends the menu of another.
+    const bool in_front = PollUntil(limit, [this] {
+        if (::GetForegroundWindow() == main_) {
+            return true;
+        }
+        ::SetForegroundWindow(main_);
+        return false;
+    });
+    if (!in_front) {
+        return false;
+    }
     Main().Post(WM_SYSCOMMAND, SC_KEYMENU, menu);
     return PollUntil(limit, [this] { return MenuIsOpen(); });
 }

@@ -107,6 +107,10 @@ std::string RemoteListView::Cell(int row, int column) const {
     return Utf8FromWide(text);
 }
 
+int RemoteListView::SelectedCount() const {
+    return static_cast<int>(Send(LVM_GETSELECTEDCOUNT));
+}
+
 void RemoteListView::Select(const std::vector<int>& rows) const {
     const RemoteMemory memory(Process().Handle(), sizeof(LVITEMW));
     const auto set = [&](int row, UINT state) {

@@ -45,6 +45,7 @@ class RemoteListView : public RemoteWindow {
     explicit RemoteListView(const RemoteWindow& window) : RemoteWindow(window) {}
     [[nodiscard]] int Rows() const;
     [[nodiscard]] std::string Cell(int row, int column) const;
+    [[nodiscard]] int SelectedCount() const;
     // Selects these rows and no others.
     void Select(const std::vector<int>& rows) const;
 };
