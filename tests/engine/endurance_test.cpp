@@ -8,7 +8,7 @@
 #include "lists/list_model.h"
 
 #if defined(__SANITIZE_ADDRESS__)
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // NOLINT: the sanitizer's name
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace tidemark {
