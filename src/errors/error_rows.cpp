@@ -83,8 +83,8 @@ class ErrorRows::Fill {
     }
 
     void AttachIcons() {
-        AddIcon(rows_.images_, rows_.platform_.file_system, rows_.platform_.locale,
-                errors_->front()->ItemName);
+        const std::string& first = errors_->front()->ItemName;
+        AddIcon(rows_.images_, keys_.Of(first, ""), first);
         rows_.list_.AttachSmallIcons(&rows_.images_);
     }
 

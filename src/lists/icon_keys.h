@@ -18,8 +18,9 @@ class IconKeys {
         : file_system_(file_system), locale_(locale) {}
 
     // Which picture stands for a path: one for all folders, one for each program or icon file, one
-    // for each other type of file. `fallback` is the answer for a path that exists as neither. The
-    // text lives as long as the object. Asking the shell may let messages run.
+    // for each other type of file. `fallback` is the answer for a path that exists as neither: its
+    // type name would do, but that is empty, too. The text lives as long as the object. Asking the
+    // shell may let messages run.
     const std::string& Of(const std::string& path, const std::string& fallback);
 
   private:

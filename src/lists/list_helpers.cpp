@@ -1,7 +1,5 @@
 #include "lists/list_helpers.h"
 
-#include "lists/icon_keys.h"
-
 namespace tidemark {
 
 const ListRow* FindRow(const ListModel& list, const std::string& key) {
@@ -36,16 +34,6 @@ bool KeyExists(const KeyedImageList& images, const std::string& key) {
     return IconIndex(images, key) != -1;
 }
 
-std::string IconKey(FileSystemObject& file_system, UserLocale& locale, const std::string& path,
-                    const std::string& fallback) {
-    return IconKeys(file_system, locale).Of(path, fallback);
-}
-
-void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
-             const std::string& path) {
-    AddIcon(images, IconKey(file_system, locale, path, ""), path);
-}
-
 void AddIcon(KeyedImageList& images, const std::string& key, const std::string& path) {
     if (!KeyExists(images, key)) {
         images.Add(key, path);
@@ -54,13 +42,6 @@ void AddIcon(KeyedImageList& images, const std::string& key, const std::string& 
 
 int IconIndex(const KeyedImageList& images, const std::string& key) {
     return images.Index(key);
-}
-
-int RowIcon(const KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
-            const std::string& path) {
-    // A path that exists as neither a file nor a folder has no type name either: with that as the
-    // fallback its key is empty, which no picture has.
-    return RowIcon(images, IconKey(file_system, locale, path, ""));
 }
 
 int RowIcon(const KeyedImageList& images, const std::string& key) {

@@ -5,8 +5,6 @@
 
 #include "lists/keyed_image_list.h"
 #include "lists/list_model.h"
-#include "platform/file_system_object.h"
-#include "platform/user_locale.h"
 
 namespace tidemark {
 
@@ -23,23 +21,14 @@ const ListRow& FindOrAddRow(ListModel& list, const std::string& key, const std::
 [[nodiscard]] bool KeyExists(const ListModel& list, const std::string& key);
 [[nodiscard]] bool KeyExists(const KeyedImageList& images, const std::string& key);
 
-// The icon key of a single path (see IconKeys).
-[[nodiscard]] std::string IconKey(FileSystemObject& file_system, UserLocale& locale,
-                                  const std::string& path, const std::string& fallback);
-
-// Puts the path's small shell icon into the image list under its icon key, unless it is there.
-void AddIcon(KeyedImageList& images, FileSystemObject& file_system, UserLocale& locale,
-             const std::string& path);
-// The same for a caller that knows the path's icon key.
+// Puts the path's small shell icon into the image list under its icon key (see IconKeys), unless a
+// picture is there already.
 void AddIcon(KeyedImageList& images, const std::string& key, const std::string& path);
 
 // 1-based index of the picture under the key, or -1 when there is none (an empty key is none).
 [[nodiscard]] int IconIndex(const KeyedImageList& images, const std::string& key);
 
-// The picture for the row of a path: the one under its icon key, or 1 when there is none.
-[[nodiscard]] int RowIcon(const KeyedImageList& images, FileSystemObject& file_system,
-                          UserLocale& locale, const std::string& path);
-// The same for a caller that knows the path's icon key.
+// The picture for a row: the one under its path's icon key, or 1 when there is none.
 [[nodiscard]] int RowIcon(const KeyedImageList& images, const std::string& key);
 
 void SelectAllRows(ListModel& list);

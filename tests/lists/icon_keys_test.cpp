@@ -18,6 +18,33 @@ class IconKeysTest : public testing::Test {
     std::string Key(const std::string& path) { return keys_.Of(path, "fallback"); }
 };
 
+TEST_F(IconKeysTest, AllFoldersShareOneIconKey) {
+    files_.folders = {"C:\\One\\", "C:\\Two.exe\\"};
+    EXPECT_EQ(Key("C:\\One\\"), ":");
+    EXPECT_EQ(Key("C:\\Two.exe\\"), ":");
+}
+
+TEST_F(IconKeysTest, ProgramsAndIconFilesHaveTheirOwnIconKey) {
+    files_.files = {{"C:\\Tool.EXE", "Application"}, {"C:\\Art.Ico", "Icon"}};
+    EXPECT_EQ(Key("C:\\Tool.EXE"), "c:\\tool.exe");
+    EXPECT_EQ(Key("C:\\Art.Ico"), "c:\\art.ico");
+}
+
+TEST_F(IconKeysTest, OtherFilesHaveTheirTypeNameAsIconKey) {
+    files_.files = {{"C:\\a.txt", "Text Document"},
+                    {"C:\\setup.exe.txt", "Text Document"},
+                    {"C:\\dir.exe\\plain", "File"},
+                    {"C:\\exe", "File"}};
+    EXPECT_EQ(Key("C:\\a.txt"), "text document");
+    EXPECT_EQ(Key("C:\\setup.exe.txt"), "text document");
+    EXPECT_EQ(Key("C:\\dir.exe\\plain"), "file");
+    EXPECT_EQ(Key("C:\\exe"), "file");
+}
+
+TEST_F(IconKeysTest, APathThatExistsAsNeitherHasTheFallbackAsIconKey) {
+    EXPECT_EQ(Key("C:\\gone.exe"), "fallback");
+}
+
 TEST_F(IconKeysTest, ATypeIsAskedForOncePerExtension) {
     files_.files = {{"C:\\a.txt", "Text Document"},
                     {"C:\\b.txt", "Text Document"},

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "lists/fakes.h"
+#include "lists/icon_keys.h"
 
 namespace tidemark {
 namespace {
@@ -18,11 +19,10 @@ class ListHelpersTest : public testing::Test {
     KeyedImageList images_{pictures_};
     ListModel list_{locale_};
 
-    std::string Key(const std::string& path) {
-        return IconKey(file_system_, locale_, path, "fallback");
-    }
-    void Place(const std::string& path) { AddIcon(images_, file_system_, locale_, path); }
-    int Icon(const std::string& path) { return RowIcon(images_, file_system_, locale_, path); }
+    IconKeys keys_{file_system_, locale_};
+
+    void Place(const std::string& path) { AddIcon(images_, keys_.Of(path, ""), path); }
+    int Icon(const std::string& path) { return RowIcon(images_, keys_.Of(path, "")); }
 };
 
 TEST_F(ListHelpersTest, FindRowIgnoresLetterCaseAndNeverFails) {
@@ -54,33 +54,6 @@ TEST_F(ListHelpersTest, KeyExistsTellsOfRowsAndPictures) {
     EXPECT_FALSE(KeyExists(list_, "b"));
     EXPECT_TRUE(KeyExists(images_, ":"));
     EXPECT_FALSE(KeyExists(images_, ""));
-}
-
-TEST_F(ListHelpersTest, AllFoldersShareOneIconKey) {
-    file_system_.folders = {"C:\\One\\", "C:\\Two.exe\\"};
-    EXPECT_EQ(Key("C:\\One\\"), ":");
-    EXPECT_EQ(Key("C:\\Two.exe\\"), ":");
-}
-
-TEST_F(ListHelpersTest, ProgramsAndIconFilesHaveTheirOwnIconKey) {
-    file_system_.files = {{"C:\\Tool.EXE", "Application"}, {"C:\\Art.Ico", "Icon"}};
-    EXPECT_EQ(Key("C:\\Tool.EXE"), "c:\\tool.exe");
-    EXPECT_EQ(Key("C:\\Art.Ico"), "c:\\art.ico");
-}
-
-TEST_F(ListHelpersTest, OtherFilesHaveTheirTypeNameAsIconKey) {
-    file_system_.files = {{"C:\\a.txt", "Text Document"},
-                          {"C:\\setup.exe.txt", "Text Document"},
-                          {"C:\\dir.exe\\plain", "File"},
-                          {"C:\\exe", "File"}};
-    EXPECT_EQ(Key("C:\\a.txt"), "text document");
-    EXPECT_EQ(Key("C:\\setup.exe.txt"), "text document");
-    EXPECT_EQ(Key("C:\\dir.exe\\plain"), "file");
-    EXPECT_EQ(Key("C:\\exe"), "file");
-}
-
-TEST_F(ListHelpersTest, APathThatExistsAsNeitherHasTheFallbackAsIconKey) {
-    EXPECT_EQ(Key("C:\\gone.exe"), "fallback");
 }
 
 TEST_F(ListHelpersTest, TwoTextDocumentsShareOnePictureAndTwoProgramsHaveTwo) {

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "lists/fakes.h"
+#include "lists/icon_keys.h"
 #include "lists/list_helpers.h"
 #include "platform/win32/wide_text.h"
 
@@ -46,12 +47,13 @@ class TemporaryFolder {
 
 class ImageListTest : public testing::Test {
   protected:
-    void Place(const std::string& path) { AddIcon(images_.Keyed(), file_system_, locale_, path); }
+    void Place(const std::string& path) { AddIcon(images_.Keyed(), keys_.Of(path, ""), path); }
     int Held() const { return ::ImageList_GetImageCount(images_.Handle()); }
 
     TemporaryFolder folder_{};
     FakeLocale locale_{};
     FakeFileSystem file_system_{};
+    IconKeys keys_{file_system_, locale_};
     ImageList images_{};
 };
 
