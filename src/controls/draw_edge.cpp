@@ -112,16 +112,10 @@ DrawEdge::~DrawEdge() {
 }
 
 void DrawEdge::Create(ControlSite& site, const ControlSpec& spec) {
-    HostedWindowSpec window;
+    HostedWindowSpec window = HostedControlSpec(site, spec);
     window.class_name = L"TidemarkDrawEdge";
     // Its own device context: hdc() stays the same and needs no giving back.
     window.class_style = CS_OWNDC;
-    window.text = spec.text;
-    window.style = WS_CHILD | spec.style | (spec.visible ? WS_VISIBLE : 0U);
-    window.extended_style = spec.extended_style;
-    window.bounds = spec.bounds;
-    window.parent = site.SiteWindow();
-    window.menu_or_id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId()));
     window.background = -1;
     Adopt(site, CreateHostedWindow(*this, window));
     dc_ = ::GetDC(Handle());

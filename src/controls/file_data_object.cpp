@@ -5,22 +5,17 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <new>
 #include <span>
 #include <utility>
 
+#include "controls/clipboard_format.h"
 #include "controls/drop_files.h"
 #include "ui/last_resort.h"
 
 namespace tidemark {
 namespace {
-
-FORMATETC GlobalMemoryFormat(std::int16_t format) {
-    return {.cfFormat = static_cast<CLIPFORMAT>(format),
-            .ptd = nullptr,
-            .dwAspect = DVASPECT_CONTENT,
-            .lindex = -1,
-            .tymed = TYMED_HGLOBAL};
-}
 
 HGLOBAL GlobalCopy(std::span<const std::byte> bytes) {
     const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
@@ -80,7 +75,7 @@ FileDataObject::Entry& FileDataObject::FindOrAdd(const FORMATETC& format) {
 }
 
 bool FileDataObject::GetFormat(std::int16_t format) {
-    return Find(GlobalMemoryFormat(format)) != nullptr;
+    return Find(ContentsIn(format, TYMED_HGLOBAL)) != nullptr;
 }
 
 void FileDataObject::SetFiles(std::vector<std::string> paths) {
@@ -88,8 +83,9 @@ void FileDataObject::SetFiles(std::vector<std::string> paths) {
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    Entry& entry = FindOrAdd(GlobalMemoryFormat(kFileListFormat));
+    Entry& entry = FindOrAdd(ContentsIn(kFileListFormat, TYMED_HGLOBAL));
     ::ReleaseStgMedium(&entry.medium);
+    entry.format.tymed = TYMED_HGLOBAL;
     entry.medium = {};
     entry.medium.tymed = TYMED_HGLOBAL;
     entry.medium.hGlobal = memory;
@@ -97,7 +93,7 @@ void FileDataObject::SetFiles(std::vector<std::string> paths) {
 }
 
 void FileDataObject::OfferFormat(std::int16_t format) {
-    FindOrAdd(GlobalMemoryFormat(format));
+    FindOrAdd(ContentsIn(format, TYMED_HGLOBAL));
 }
 
 void FileDataObject::Clear() {

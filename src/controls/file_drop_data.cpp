@@ -5,6 +5,7 @@
 #include <span>
 #include <string_view>
 
+#include "controls/clipboard_format.h"
 #include "controls/drop_files.h"
 #include "platform/win32/wide_text.h"
 
@@ -86,18 +87,10 @@ std::string DecodeNarrow(std::string_view name) {
     return wide ? Utf8FromWide(*wide) : std::string(name);
 }
 
-FORMATETC FormatOf(std::int16_t format, DWORD media) {
-    return {.cfFormat = static_cast<CLIPFORMAT>(format),
-            .ptd = nullptr,
-            .dwAspect = DVASPECT_CONTENT,
-            .lindex = -1,
-            .tymed = media};
-}
-
 }  // namespace
 
 std::vector<std::string> ReadFileDrop(IDataObject& data) {
-    FORMATETC format = FormatOf(kFileListFormat, TYMED_HGLOBAL);
+    FORMATETC format = ContentsIn(kFileListFormat, TYMED_HGLOBAL);
     Medium medium;
     if (FAILED(data.GetData(&format, medium.Put()))) {
         return {};
@@ -109,7 +102,7 @@ std::vector<std::string> ReadFileDrop(IDataObject& data) {
 bool OffersFormat(IDataObject& data, std::int16_t format) {
     constexpr DWORD kAnyMedium = TYMED_HGLOBAL | TYMED_FILE | TYMED_ISTREAM | TYMED_ISTORAGE |
                                  TYMED_GDI | TYMED_MFPICT | TYMED_ENHMF;
-    FORMATETC wanted = FormatOf(format, kAnyMedium);
+    FORMATETC wanted = ContentsIn(format, kAnyMedium);
     return data.QueryGetData(&wanted) == S_OK;
 }
 

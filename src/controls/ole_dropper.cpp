@@ -23,14 +23,9 @@ OLEDropper::~OLEDropper() {
 }
 
 void OLEDropper::Create(ControlSite& site, const ControlSpec& spec) {
-    HostedWindowSpec window;
+    HostedWindowSpec window = HostedControlSpec(site, spec);
     window.class_name = L"TidemarkOLEDropper";
-    window.text = spec.text;
-    window.style = WS_CHILD | WS_CLIPCHILDREN | spec.style | (spec.visible ? WS_VISIBLE : 0U);
-    window.extended_style = spec.extended_style;
-    window.bounds = spec.bounds;
-    window.parent = site.SiteWindow();
-    window.menu_or_id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId()));
+    window.style |= WS_CLIPCHILDREN;
     window.background = COLOR_WINDOW;
     Adopt(site, CreateHostedWindow(*this, window));
     try {

@@ -4,7 +4,6 @@
 
 #include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
-#include "ui/hosted_window.h"
 
 namespace tidemark {
 
@@ -89,6 +88,17 @@ std::optional<LRESULT> Control::OnControlColour(UINT /*message*/, HDC /*dc*/) {
 
 std::optional<LRESULT> Control::OnDrawItem(DRAWITEMSTRUCT& /*item*/) {
     return std::nullopt;
+}
+
+HostedWindowSpec HostedControlSpec(ControlSite& site, const ControlSpec& spec) {
+    HostedWindowSpec window;
+    window.text = spec.text;
+    window.style = WS_CHILD | spec.style | (spec.visible ? WS_VISIBLE : 0U);
+    window.extended_style = spec.extended_style;
+    window.bounds = spec.bounds;
+    window.parent = site.SiteWindow();
+    window.menu_or_id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId()));
+    return window;
 }
 
 void Control::CreateChild(ControlSite& site, const wchar_t* class_name, const ControlSpec& spec) {

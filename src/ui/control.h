@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "ui/hosted_window.h"
 #include "ui/window.h"
 
 namespace tidemark {
@@ -64,6 +65,10 @@ struct ControlSpec {
     DWORD extended_style = 0;
     bool visible = true;
 };
+
+// What a control whose window class is the program's own is created from. The caller names the
+// class and adds what is its own.
+[[nodiscard]] HostedWindowSpec HostedControlSpec(ControlSite& site, const ControlSpec& spec);
 
 // A child window with its wrapper: owns the window, which goes with the wrapper or with the parent
 // window, whichever is first. The messages it sends its parent come back to the wrapper, which

@@ -8,14 +8,10 @@ Panel::~Panel() {
 }
 
 void Panel::Create(ControlSite& site, const ControlSpec& spec) {
-    HostedWindowSpec window;
+    HostedWindowSpec window = HostedControlSpec(site, spec);
     window.class_name = L"TidemarkPanel";
-    window.text = spec.text;
-    window.style = WS_CHILD | WS_CLIPCHILDREN | spec.style | (spec.visible ? WS_VISIBLE : 0U);
-    window.extended_style = WS_EX_CONTROLPARENT | spec.extended_style;
-    window.bounds = spec.bounds;
-    window.parent = site.SiteWindow();
-    window.menu_or_id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId()));
+    window.style |= WS_CLIPCHILDREN;
+    window.extended_style |= WS_EX_CONTROLPARENT;
     window.background = -1;
     form_controls_ = &site.Controls();
     Adopt(site, CreateHostedWindow(*this, window));

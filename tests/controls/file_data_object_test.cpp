@@ -170,6 +170,18 @@ TEST_F(FileDataObjectTest, StreamsAreHandedOutByReferenceAndLetGo) {
     EXPECT_EQ(References(*stream.Get()), 1U);
 }
 
+TEST_F(FileDataObjectTest, FilesReplaceWhatWasAttachedInTheirFormatOnAnotherMedium) {
+    ComPtr<IStream> stream;
+    ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, stream.Put()), S_OK);
+    FORMATETC format = FormatEtc(CF_HDROP, TYMED_ISTREAM);
+    STGMEDIUM medium{};
+    medium.tymed = TYMED_ISTREAM;
+    medium.pstm = stream.Get();
+    ASSERT_EQ(data_->SetData(&format, &medium, /*release=*/FALSE), S_OK);
+    data_->SetFiles({"C:\\a"});
+    EXPECT_THAT(ReadFileDrop(*data_.Get()), ElementsAre("C:\\a"));
+}
+
 TEST_F(FileDataObjectTest, ItAnswersForItsInterfacesOnly) {
     ComPtr<IUnknown> unknown;
     EXPECT_EQ(data_->QueryInterface(IID_IUnknown, unknown.PutVoid()), S_OK);
