@@ -323,6 +323,11 @@ TEST_F(FrmErrorsTest, TheContextKeyShowsTheSameMenu) {
     EXPECT_EQ(popups_.shown, 1);
 }
 
+TEST_F(FrmErrorsTest, TheLabelRightBeforeTheListNamesIt) {
+    EXPECT_EQ(::GetWindow(window_->lvwErrors.Handle(), GW_HWNDPREV), window_->Label1.Handle());
+    EXPECT_EQ(window_->Label1.Text(), "The following errors occurred during stamping:");
+}
+
 TEST_F(FrmErrorsTest, OnlyAHeldRightButtonDragsTheFilesThatExist) {
     Show({kProgram, "C:\\gone.txt", kOther});
     Rows().SelectAll();
