@@ -83,8 +83,8 @@ run_part() {
 
 mkdir -p "$logs" || die "cannot write to $build"
 rm -f "$logs"/*
-(build_preset host core_tests) && (build_preset windows tidemark endtoend_tests gui_tests) ||
-    die "the tests do not build"
+(build_preset host core_tests) || die "the native tests do not build"
+(build_preset windows tidemark endtoend_tests gui_tests) || die "the Windows tests do not build"
 trap end_wine EXIT
 trap 'exit 130' INT TERM HUP
 unset DISPLAY WAYLAND_DISPLAY

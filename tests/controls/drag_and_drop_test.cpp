@@ -124,6 +124,24 @@ class DragAndDropTest : public ::testing::Test {
     bool step_ = false;
 };
 
+// Names of every awkward kind, a lone surrogate and a name of 255 letters among them.
+std::vector<std::string> AwkwardPaths() {
+    std::string longest = "C:\\";
+    for (int i = 0; i < 255; ++i) {
+        longest += "\u6f22";
+    }
+    return {"C:\\a",
+            "C:\\\u6f6e",
+            longest,
+            "C:\\\U0001F30A e\u0301",
+            "C:\\\u05d0\u202E right to left",
+            "C:\\l\xED\xA0\x80x",
+            "C:\\trailing dot.",
+            "C:\\ blanks ",
+            "C:\\nul",
+            "C:\\100% &more, 'x'"};
+}
+
 // Drags that start in this process, by pressing beside the drop area.
 class DragFromHereTest : public DragAndDropTest, protected OleDragDropSink {
   protected:
@@ -143,7 +161,7 @@ class DragFromHereTest : public DragAndDropTest, protected OleDragDropSink {
         if (late_) {
             data.OfferFormat(kFileListFormat);
         } else {
-            data.SetFiles({"C:\\a", "C:\\\u6f6e"});
+            data.SetFiles(AwkwardPaths());
         }
         allowed = allowed_;
     }
@@ -176,7 +194,7 @@ class DragFromHereTest : public DragAndDropTest, protected OleDragDropSink {
 TEST_F(DragFromHereTest, FilesDraggedWithTheRightButtonAreDroppedOnTheLabel) {
     RunDrag({PressUntil(InForm(30, 30), true, [this] { return Started(); }), MoveOver(OnLabel()),
              Release(true)});
-    EXPECT_THAT(dropped_, ElementsAre("C:\\a", "C:\\\u6f6e"));
+    EXPECT_EQ(dropped_, AwkwardPaths());
     EXPECT_EQ(effect_, kDropEffectCopy);
     EXPECT_EQ(over_button_, 2);
     EXPECT_THAT(log_, ElementsAre("start", "complete 1"));
@@ -186,7 +204,7 @@ TEST_F(DragFromHereTest, FilesDraggedWithTheRightButtonAreDroppedOnTheLabel) {
 TEST_F(DragFromHereTest, FilesDraggedWithTheLeftButtonAreDroppedOnTheSurface) {
     RunDrag({PressUntil(InForm(30, 30), false, [this] { return Started(); }),
              MoveOver(InDropper(10, 12)), Release(false)});
-    EXPECT_THAT(dropped_, ElementsAre("C:\\a", "C:\\\u6f6e"));
+    EXPECT_EQ(dropped_, AwkwardPaths());
     EXPECT_EQ(effect_, kDropEffectCopy);
     EXPECT_EQ(over_at_.y, 12);
 }
@@ -228,7 +246,9 @@ TEST_F(DragAndDropTest, FilesOfAnotherProcessAreDroppedOnTheLabel) {
     ::GetModuleFileNameW(nullptr, own.data(), MAX_PATH);
     const std::filesystem::path program =
         std::filesystem::path(own.data()).replace_filename(L"drag_source.exe");
-    std::wstring command = L"\"" + program.wstring() + L"\" 700 200 \"C:\\from afar\" C:\\\u6f6e";
+    std::wstring command = L"\"" + program.wstring() +
+                           L"\" 700 200 \"C:\\from afar\" C:\\\u6f6e "
+                           L"\"C:\\\U0001F30A 100% &more, 'x'.\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
@@ -256,7 +276,8 @@ TEST_F(DragAndDropTest, FilesOfAnotherProcessAreDroppedOnTheLabel) {
     EXPECT_TRUE(PumpUntil([&] { return caption() == "done 1"; }, std::chrono::seconds(35)))
         << caption();
     EXPECT_TRUE(driver.Done());
-    EXPECT_THAT(dropped_, ElementsAre("C:\\from afar", "C:\\\u6f6e"));
+    EXPECT_THAT(dropped_,
+                ElementsAre("C:\\from afar", "C:\\\u6f6e", "C:\\\U0001F30A 100% &more, 'x'."));
 }
 
 }  // namespace
