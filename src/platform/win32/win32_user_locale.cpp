@@ -12,9 +12,9 @@
 namespace tidemark {
 namespace {
 
-std::string LocaleText(LCTYPE which) {
+std::string LocaleText(LCID locale, LCTYPE which) {
     std::array<wchar_t, 80> text{};
-    ::GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, which, text.data(), static_cast<int>(text.size()));
+    ::GetLocaleInfoW(locale, which, text.data(), static_cast<int>(text.size()));
     return Utf8FromWide(text.data());
 }
 
@@ -41,30 +41,29 @@ std::string Win32UserLocale::LowerCase(const std::string& text) {
     std::wstring wide = WideFromUtf8(text);
     const int length = static_cast<int>(wide.size());
     // In place: this mapping is allowed to write over its source, and keeps the length.
-    if (::LCMapStringEx(LOCALE_NAME_USER_DEFAULT, LCMAP_LOWERCASE, wide.data(), length, wide.data(),
-                        length, /*lpVersionInformation=*/nullptr, /*lpReserved=*/nullptr,
-                        /*sortHandle=*/0) == 0) {
+    if (::LCMapStringW(locale_id_, LCMAP_LOWERCASE, wide.data(), length, wide.data(), length) ==
+        0) {
         return text;
     }
     return Utf8FromWide(wide);
 }
 
 std::string Win32UserLocale::ThousandsSeparator() {
-    return LocaleText(LOCALE_STHOUSAND);
+    return LocaleText(locale_id_, LOCALE_STHOUSAND);
 }
 
 std::string Win32UserLocale::DateSeparator() {
-    return LocaleText(LOCALE_SDATE);
+    return LocaleText(locale_id_, LOCALE_SDATE);
 }
 
 std::string Win32UserLocale::TimeSeparator() {
-    return LocaleText(LOCALE_STIME);
+    return LocaleText(locale_id_, LOCALE_STIME);
 }
 
 double Win32UserLocale::ReadDateTime(const std::string& text) {
     std::wstring wide = WideFromUtf8(text);
     DATE date = 0;
-    if (FAILED(::VarDateFromStr(wide.data(), LOCALE_USER_DEFAULT, /*dwFlags=*/0, &date))) {
+    if (FAILED(::VarDateFromStr(wide.data(), locale_id_, /*dwFlags=*/0, &date))) {
         throw ProgramError(error_number::kTypeMismatch,
                            "\"" + text + "\" is neither a date nor a time of day.");
     }

@@ -1,0 +1,176 @@
+// What the menus and the list open, through the system's own dialogs and menus.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "controls/modal_driver.h"
+#include "controls/ole_session.h"
+#include "controls/test_folder.h"
+#include "mainwindow/main_window_fixture.h"
+#include "mainwindow/send_to_shortcut.h"
+#include "platform/win32/wide_text.h"
+#include "support/shell_link.h"
+
+// Need the system's main header before them.
+#include <commctrl.h>
+#include <dlgs.h>
+
+namespace tidemark {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class MainWindowDialogs : public MainWindowTest {
+  protected:
+    static HWND Dialog() {
+        const std::vector<HWND> dialogs = ThreadWindows(L"#32770");
+        return dialogs.empty() ? nullptr : dialogs.front();
+    }
+    static void Press(int button) {
+        ::PostMessageW(Dialog(), WM_COMMAND, static_cast<WPARAM>(button), 0);
+    }
+    // The place for names in the file dialog, once the dialog shows a folder.
+    static HWND NameEdit() {
+        struct Search {
+            HWND edit = nullptr;
+            bool folder = false;
+
+            static BOOL CALLBACK Meet(HWND child, LPARAM lparam) {
+                auto& search = *reinterpret_cast<Search*>(lparam);
+                std::array<wchar_t, 64> name{};
+                ::GetClassNameW(child, name.data(), static_cast<int>(name.size()));
+                const int id = ::GetDlgCtrlID(child);
+                if (std::wstring(name.data()) == WC_EDITW && (id == edt1 || id == cmb13)) {
+                    search.edit = child;
+                }
+                search.folder |= std::wstring(name.data()) == L"SHELLDLL_DefView";
+                return TRUE;
+            }
+        } search;
+        ::EnumChildWindows(Dialog(), Search::Meet, reinterpret_cast<LPARAM>(&search));
+        return search.folder ? search.edit : nullptr;
+    }
+    static ModalDriver::Step Type(const std::string& text) {
+        return [text] {
+            const HWND edit = NameEdit();
+            if (edit == nullptr) {
+                return false;
+            }
+            ::SetWindowTextW(edit, WideFromUtf8(text).c_str());
+            Press(IDOK);
+            return true;
+        };
+    }
+    // Waits until what was typed has been taken: a folder is gone to, and the place is empty again.
+    static ModalDriver::Step WaitUntilTaken() {
+        return [] {
+            const HWND edit = NameEdit();
+            return edit != nullptr && ::GetWindowTextLengthW(edit) == 0;
+        };
+    }
+    // Chooses Add Files and types these texts into its dialog, one after the other.
+    void AddFiles(const std::vector<std::string>& texts) {
+        std::vector<ModalDriver::Step> steps;
+        for (const std::string& text : texts) {
+            if (!steps.empty()) {
+                steps.push_back(WaitUntilTaken());
+            }
+            steps.push_back(Type(text));
+        }
+        ModalDriver driver(std::move(steps), [] { Press(IDCANCEL); });
+        Choose("mnuFile", "mnuFileAddFiles");
+        Finish();
+    }
+    // A real file that the window's own system has, too.
+    std::string FileInBoth(const std::string& name) {
+        const std::string path = folder_.AddFile(name);
+        system_.volume.AddFile(path);
+        return path;
+    }
+
+    OleSession ole_;
+    TestFolder folder_;
+};
+
+TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
+    Load();
+    const std::string a = FileInBoth("a.txt");
+    const std::string b = FileInBoth("b c.txt");
+    AddFiles({folder_.Path(), "\"a.txt\" \"b c.txt\""});
+    EXPECT_THAT(RowTexts(), ElementsAre(a, b));
+    EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+TEST_F(MainWindowDialogs, ACancelledFileDialogAddsNothingAndSaysNothing) {
+    Load();
+    ModalDriver driver({[] { return NameEdit() != nullptr; },
+                        [] {
+                            Press(IDCANCEL);
+                            return true;
+                        }},
+                       [] { Press(IDCANCEL); });
+    Choose("mnuFile", "mnuFileAddFiles");
+    EXPECT_THAT(RowTexts(), IsEmpty());
+    EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpenContainingFolder) {
+    Load();
+    const std::string path = FileInBoth("a.txt");
+    List({path});
+    Main().rows.SetSelected(0, true);
+    std::vector<std::string> captions;
+    const auto popup_menu = [] {
+        const std::vector<HWND> popups = ThreadWindows(L"#32768");
+        constexpr UINT kGetMenuHandle = 0x01E1;
+        return popups.empty()
+                   ? nullptr
+                   : reinterpret_cast<HMENU>(::SendMessageW(popups.front(), kGetMenuHandle, 0, 0));
+    };
+    ModalDriver driver({[&] {
+                            const HMENU menu = popup_menu();
+                            for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+                                std::array<wchar_t, 100> text{};
+                                ::GetMenuStringW(menu, static_cast<UINT>(i), text.data(), 100,
+                                                 MF_BYPOSITION);
+                                captions.push_back(Utf8FromWide(text.data()));
+                            }
+                            return menu != nullptr;
+                        },
+                        [&] {
+                            // The first entry is the program's own.
+                            Main().lvwItems.Post(WM_KEYDOWN, VK_DOWN);
+                            Main().lvwItems.Post(WM_KEYDOWN, VK_RETURN);
+                            return true;
+                        }},
+                       [] { ::EndMenu(); });
+    ::SetCursorPos(1200, 850);  // over the menu it would choose
+    Main().lvwItems.on_mouse_down({.button = kRightButton, .at = {20, 20}});
+    Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {20, 20}});
+    ASSERT_GT(captions.size(), 3U) << "the shell's entries are there";
+    EXPECT_EQ(captions[0], "Open Containing Folder");
+    EXPECT_EQ(captions[1], "");
+    std::string key = path;
+    std::transform(key.begin(), key.end(), key.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    EXPECT_THAT(commands_.started, ElementsAre("explorer ,\"" + key + "\",/select"));
+}
+
+TEST_F(MainWindowDialogs, TheShortcutIsReadBackAsItWasWritten) {
+    ASSERT_TRUE(WriteShortcut("C:\\windows\\notepad.exe", folder_.Path()));
+    const auto link = ReadShellLink(folder_.Path() + "\\Tidemark Clock.lnk");
+    ASSERT_TRUE(link);
+    EXPECT_STRCASEEQ(link->target.c_str(), "C:\\windows\\notepad.exe");
+    EXPECT_EQ(link->description, "Sets date/time stamp for files or folders.");
+    EXPECT_EQ(link->arguments, "");
+    EXPECT_EQ(link->working_folder, "");
+}
+
+TEST_F(MainWindowDialogs, AShortcutThatCannotBeWrittenIsNotMade) {
+    EXPECT_FALSE(WriteShortcut("C:\\windows\\notepad.exe", ""));
+    EXPECT_FALSE(WriteShortcut("C:\\windows\\notepad.exe", folder_.Path() + "\\nowhere"));
+}
+
+}  // namespace
+}  // namespace tidemark

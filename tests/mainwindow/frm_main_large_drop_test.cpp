@@ -1,0 +1,120 @@
+// Ten thousand paths in one drop, and what a poll of such a list repaints.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "controls/com_testing.h"
+#include "controls/drop_files.h"
+#include "controls/window_testing.h"
+#include "mainwindow/main_window_fixture.h"
+
+namespace tidemark {
+namespace {
+
+using ::testing::ElementsAre;
+
+class MainWindowLargeList : public MainWindowTest {
+  protected:
+    static constexpr int kPaths = 10000;
+
+    void DropThem() {
+        std::vector<std::string> paths;
+        for (int i = 0; i < kPaths; ++i) {
+            paths.push_back(Numbered("C:\\data\\file", i));
+            system_.volume.AddFile(paths.back());
+        }
+        system_.files.SetRecording(false);
+        const ComPtr<IDropTarget> target(RegisteredTarget(Main().OLEDropper1.Handle()));
+        ASSERT_TRUE(target);
+        const auto data = ComPtr<FakeDataObject>::Adopt(new FakeDataObject);
+        data->bytes = BuildDropFiles(paths);
+        DWORD effect = DROPEFFECT_COPY;
+        target->DragEnter(data.Get(), MK_LBUTTON, {}, &effect);
+        ASSERT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
+        target->Drop(data.Get(), 0, {}, &effect);
+    }
+    // What of the list waits to be painted; empty when nothing does.
+    [[nodiscard]] RECT Unpainted() {
+        RECT rect{};
+        ::GetUpdateRect(Main().lvwItems.Handle(), &rect, FALSE);
+        return rect;
+    }
+    [[nodiscard]] RECT PlaceOfRow(int row) {
+        RECT rect{};
+        rect.left = LVIR_BOUNDS;
+        Main().lvwItems.Send(LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                             reinterpret_cast<LPARAM>(&rect));
+        return rect;
+    }
+};
+
+TEST_F(MainWindowLargeList, TenThousandPathsOfOneDropAreAllListedWhileTheWindowAnswers) {
+    Load();
+    // A message that waits is answered long before the last path is listed.
+    std::size_t rows_at_answer = 0;
+    system_.pump.AtCall(100, [&] {
+        rows_at_answer = Main().rows.Count();
+        Choose("mnuEdit", "mnuEditSelectAll");
+    });
+    DropThem();
+    Finish();
+    EXPECT_EQ(Main().rows.Count(), static_cast<std::size_t>(kPaths));
+    EXPECT_EQ(Main().Items().CountedItems(), kPaths);
+    EXPECT_EQ(rows_at_answer, 100U);
+    EXPECT_EQ(Main().rows.SelectedCount(), 100U);
+
+    // Nothing has changed: the poll leaves the picture alone.
+    PumpPending();
+    ::UpdateWindow(Main().lvwItems.Handle());
+    Main().oTimer_Timer();
+    const RECT nothing = Unpainted();
+    EXPECT_TRUE(::IsRectEmpty(&nothing));
+
+    // One row in sight has: no other is painted.
+    const ListRow& row = Main().rows.At(2);
+    Main().rows.SetSubItem(row, 1, "out of date");
+    ::UpdateWindow(Main().lvwItems.Handle());
+    Main().oTimer_Timer();
+    const RECT changed = Unpainted();
+    const RECT place = PlaceOfRow(2);
+    EXPECT_EQ(row.sub_items[1], "Ready");
+    EXPECT_FALSE(::IsRectEmpty(&changed));
+    EXPECT_GE(changed.top, place.top);
+    EXPECT_LE(changed.bottom, place.bottom);
+
+    // A row far below has: nothing is painted.
+    ::UpdateWindow(Main().lvwItems.Handle());
+    Main().rows.SetSubItem(Main().rows.At(kPaths - 1), 1, "out of date");
+    Main().oTimer_Timer();
+    const RECT out_of_sight = Unpainted();
+    EXPECT_TRUE(::IsRectEmpty(&out_of_sight));
+}
+
+TEST_F(MainWindowLargeList, ASelectionStaysWithItsRowsWhenOthersGoAndComeInsideATick) {
+    LoadWithFiles(4);
+    AddTree("t", 30);
+    system_.volume.AddFile("C:\\data\\file0.txt");
+    SelectRow("c:\\data\\file3.txt");
+    Main().AddItems({"C:\\trees\\t"});
+    system_.pump.AtCall(5, [this] {  // in the middle of the count
+        Main().AddItems({"C:\\data\\file0.txt"});
+        SelectRow("c:\\data\\file3.txt", false);
+        SelectRow("c:\\data\\file1.txt");
+        Choose("mnuFile", "mnuFileRemoveSelected");
+        SelectRow("c:\\data\\file3.txt");
+    });
+    Finish();
+    EXPECT_THAT(RowTexts(),
+                ElementsAre("C:\\data\\file2.txt", "C:\\data\\file3.txt", "C:\\data\\file4.txt",
+                            "C:\\trees\\t\\", "C:\\data\\file0.txt"));
+    Choose("mnuFile", "mnuFileRemoveSelected");
+    EXPECT_EQ(Main().rows.Find("c:\\data\\file3.txt"), nullptr);
+    EXPECT_EQ(Main().rows.Count(), 4U);
+    EXPECT_EQ(Main().rows.At(2).sub_items[0], "30 files; 1 folder");
+    for (const auto& item : Main().Items()) {
+        EXPECT_TRUE(item->CountComplete());
+    }
+}
+
+}  // namespace
+}  // namespace tidemark
