@@ -31,6 +31,17 @@ TidemarkItemCollection::Slot& TidemarkItemCollection::Slots::At(std::uint64_t nu
     return in_order[Seek(static_cast<std::size_t>(number - in_order.front().number), number)];
 }
 
+TidemarkItem* TidemarkItemCollection::Slots::Find(std::uint64_t number) {
+    if (in_order.empty() || number < in_order.front().number) {
+        return nullptr;
+    }
+    const std::size_t position =
+        Seek(static_cast<std::size_t>(number - in_order.front().number), number);
+    return position < in_order.size() && in_order[position].number == number
+               ? in_order[position].item.get()
+               : nullptr;
+}
+
 TidemarkItemCollection::Iterator::Iterator(std::shared_ptr<const Slots> slots)
     : slots_(std::move(slots)) {
     Seek(0);
@@ -102,6 +113,25 @@ std::int32_t TidemarkItemCollection::StampedItems() const {
     return sum;
 }
 
+TidemarkItemCollection::Totals TidemarkItemCollection::TotalsOfWork() const {
+    Totals totals;
+    totals.stamp_complete = Count() > 0;
+    for (const Slot& slot : slots_->in_order) {
+        if (slot.item == nullptr) {
+            continue;
+        }
+        const TidemarkItem& item = *slot.item;
+        totals.counting = totals.counting || item.CountInProgress();
+        totals.stamping = totals.stamping || item.StampInProgress();
+        totals.stamp_complete = totals.stamp_complete && item.StampComplete();
+        totals.counted =
+            CheckedAdd(totals.counted, CheckedAdd(item.FileCount(), item.FolderCount()));
+        totals.stamped = CheckedAdd(totals.stamped,
+                                    CheckedAdd(item.StampedFileCount(), item.StampedFolderCount()));
+    }
+    return totals;
+}
+
 bool TidemarkItemCollection::AnyCountComplete() const {
     return Any([](const TidemarkItem& item) { return item.CountComplete(); });
 }
@@ -162,6 +192,7 @@ void TidemarkItemCollection::ShowItemRow(TidemarkItem& item, ListModel* list,
     }
     const std::string& path = item.RootItem();
     const ListRow& row = FindOrAddRow(*list, path, path);
+    list->SetItemNumber(row, NumberOf(path));
     list->SetSubItem(row, 0, item.CountString());
     list->SetSubItem(row, 1, item.StatusString());
     list->SetHoldsItems(true);
@@ -231,12 +262,24 @@ void TidemarkItemCollection::Clear(ListModel* list) {
 }
 
 std::shared_ptr<TidemarkItem> TidemarkItemCollection::Item(const std::string& key) const {
-    // A row's key is in lower case already, and asked for by the hundred thousand.
+    const std::uint64_t number = NumberOf(key);
+    return number == 0 ? nullptr : slots_->At(number).item;
+}
+
+// Mostly a row's own key is asked for, which is in lower case already.
+std::uint64_t TidemarkItemCollection::NumberOf(const std::string& key) const {
     auto number = numbers_by_key_.find(key);
     if (number == numbers_by_key_.end()) {
         number = numbers_by_key_.find(platform_.locale.LowerCase(key));
     }
-    return number == numbers_by_key_.end() ? nullptr : slots_->At(number->second).item;
+    return number == numbers_by_key_.end() ? 0 : number->second;
+}
+
+TidemarkItem* TidemarkItemCollection::ItemOf(const ListRow& row) const {
+    if (TidemarkItem* const item = slots_->Find(row.item_number)) {
+        return item;
+    }
+    return Item(row.key).get();
 }
 
 bool TidemarkItemCollection::Exists(const std::string& key) const {

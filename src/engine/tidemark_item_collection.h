@@ -18,6 +18,7 @@ namespace tidemark {
 
 class KeyedImageList;
 class ListModel;
+struct ListRow;
 
 // The user's list: items in the order they were added, each under its lower-cased path, and the
 // sums and questions that a window polls. Starts no work itself.
@@ -37,6 +38,8 @@ class TidemarkItemCollection {
         [[nodiscard]] std::size_t Seek(std::size_t position, std::uint64_t number) const;
         // The slot with this number, which is there.
         [[nodiscard]] Slot& At(std::uint64_t number);
+        // The item under this number; null when there is none any more.
+        [[nodiscard]] TidemarkItem* Find(std::uint64_t number);
     };
 
   public:
@@ -91,6 +94,16 @@ class TidemarkItemCollection {
     [[nodiscard]] std::int32_t CountedItems() const;
     [[nodiscard]] std::int32_t StampedItems() const;
 
+    // The five of them that a display needs, in one pass over all items.
+    struct Totals {
+        bool stamping = false;
+        bool counting = false;
+        bool stamp_complete = false;
+        std::int32_t counted = 0;
+        std::int32_t stamped = 0;
+    };
+    [[nodiscard]] Totals TotalsOfWork() const;
+
     [[nodiscard]] bool AnyCountComplete() const;
     [[nodiscard]] bool AnyStampCompleteWithNoErrors() const;
     // Whether every item's stamp is complete; false without items.
@@ -111,6 +124,9 @@ class TidemarkItemCollection {
 
     // The item under the lower-cased key; null when there is none.
     [[nodiscard]] std::shared_ptr<TidemarkItem> Item(const std::string& key) const;
+    // What Item finds under the row's key, without a look-up by text for rows that the collection
+    // made. Null when there is none; valid until messages run.
+    [[nodiscard]] TidemarkItem* ItemOf(const ListRow& row) const;
     [[nodiscard]] bool Exists(const std::string& key) const;
     [[nodiscard]] std::size_t Count() const { return numbers_by_key_.size(); }
 
@@ -131,6 +147,7 @@ class TidemarkItemCollection {
   private:
     template <typename Predicate>
     [[nodiscard]] bool Any(Predicate predicate) const;
+    [[nodiscard]] std::uint64_t NumberOf(const std::string& key) const;  // 0 when it is unknown
     void Append(std::string key, std::shared_ptr<TidemarkItem> item);
     void Take(const std::string& key);
     void ShowItemRow(TidemarkItem& item, ListModel* list, KeyedImageList* images);

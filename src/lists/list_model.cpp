@@ -19,20 +19,19 @@ const std::string& CellText(const ListRow& row, std::size_t column) {
 // all texts share are kept at hand: few comparisons have to go to the texts themselves.
 struct SortEntry {
     std::uint64_t lead = 0;
-    std::string text;
-    std::unique_ptr<ListRow> row;
+    std::size_t slot = 0;
 };
 
-std::size_t SharedPrefix(const std::vector<SortEntry>& entries) {
-    if (entries.empty()) {
+std::size_t SharedPrefix(const std::vector<std::string>& texts) {
+    if (texts.empty()) {
         return 0;
     }
-    const std::string& first = entries.front().text;
+    const std::string& first = texts.front();
     std::size_t shared = first.size();
-    for (const SortEntry& entry : entries) {
-        const std::size_t limit = std::min(shared, entry.text.size());
+    for (const std::string& text : texts) {
+        const std::size_t limit = std::min(shared, text.size());
         shared = 0;
-        while (shared < limit && entry.text[shared] == first[shared]) {
+        while (shared < limit && text[shared] == first[shared]) {
             ++shared;
         }
     }
@@ -46,10 +45,6 @@ std::uint64_t LeadingBytes(const std::string& text, std::size_t from) {
         lead = (lead << 8U) | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
     }
     return lead;
-}
-
-bool Before(const SortEntry& left, const SortEntry& right) {
-    return left.lead != right.lead ? left.lead < right.lead : left.text < right.text;
 }
 
 }  // namespace
@@ -207,29 +202,36 @@ void ListModel::NoteCurrent(std::size_t position) {
 void ListModel::Sort(std::size_t column, bool descending) {
     CloseGaps();
     const ListRow* const current = Current();
+    std::vector<std::string> texts(slots_.size());
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+        texts[i] = locale_.LowerCase(CellText(*slots_[i], column));
+    }
+    const std::size_t shared = SharedPrefix(texts);
     std::vector<SortEntry> entries(slots_.size());
     for (std::size_t i = 0; i < slots_.size(); ++i) {
-        entries[i].text = locale_.LowerCase(CellText(*slots_[i], column));
+        entries[i] = {.lead = LeadingBytes(texts[i], shared), .slot = i};
     }
-    const std::size_t shared = SharedPrefix(entries);
-    for (std::size_t i = 0; i < slots_.size(); ++i) {
-        entries[i].lead = LeadingBytes(entries[i].text, shared);
-        entries[i].row = std::move(slots_[i]);
-    }
-    std::stable_sort(entries.begin(), entries.end(),
-                     [descending](const SortEntry& left, const SortEntry& right) {
-                         return descending ? Before(right, left) : Before(left, right);
-                     });
-    bool moved = false;
-    for (std::size_t i = 0; i < slots_.size(); ++i) {
-        slots_[i] = std::move(entries[i].row);
-        moved = moved || slots_[i]->slot_ != i;
-        slots_[i]->slot_ = i;
+    const auto before = [&texts, descending](const SortEntry& one, const SortEntry& other) {
+        const SortEntry& left = descending ? other : one;
+        const SortEntry& right = descending ? one : other;
+        return left.lead != right.lead ? left.lead < right.lead
+                                       : texts[left.slot] < texts[right.slot];
+    };
+    // Often there is nothing to do: cells of a column may all be the same.
+    const bool moves = !std::is_sorted(entries.begin(), entries.end(), before);
+    if (moves) {
+        std::stable_sort(entries.begin(), entries.end(), before);
+        std::vector<std::unique_ptr<ListRow>> sorted(slots_.size());
+        for (std::size_t i = 0; i < slots_.size(); ++i) {
+            sorted[i] = std::move(slots_[entries[i].slot]);
+            sorted[i]->slot_ = i;
+        }
+        slots_ = std::move(sorted);
     }
     if (current != nullptr) {
         current_slot_ = current->slot_;
     }
-    if (moved && observer_ != nullptr) {
+    if (moves && observer_ != nullptr) {
         observer_->RowsChanged();
     }
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,6 +24,7 @@ struct ListRow {
     std::array<std::string, 2> sub_items;
     int small_icon = 0;  // 1-based index into the list's small icons; 0 shows none
     bool selected = false;
+    std::uint64_t item_number = 0;  // of what the row stands for, to its owner; 0 for nothing
 
   private:
     friend class ListModel;
@@ -75,6 +77,9 @@ class ListModel {
     void SetText(const ListRow& row, const std::string& text);
     void SetSubItem(const ListRow& row, std::size_t sub_item, const std::string& text);  // 0 or 1
     void SetSmallIcon(const ListRow& row, int index);
+    void SetItemNumber(const ListRow& row, std::uint64_t number) {
+        Writable(row).item_number = number;
+    }
 
     // Selection. The first three tell the observer; NoteSelected (both ends included) is for a
     // window that reports what the user did, and tells nobody.

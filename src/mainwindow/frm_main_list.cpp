@@ -69,7 +69,7 @@ void frmMain::lvwItems_ColumnClick(std::size_t column) {
     const auto write_contains = [this](auto text_of) {
         for (std::size_t position = 0; position < rows.Count(); ++position) {
             const ListRow& row = rows.At(position);
-            if (const std::shared_ptr<TidemarkItem> item = oItems.Item(row.key)) {
+            if (const TidemarkItem* const item = oItems.ItemOf(row)) {
                 rows.SetSubItem(row, 0, text_of(*item));
             }
         }

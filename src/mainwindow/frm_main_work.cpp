@@ -109,7 +109,7 @@ void frmMain::oTimer_Timer() {
 void frmMain::RefreshRows() {
     for (std::size_t position = 0; position < rows.Count(); ++position) {
         const ListRow& row = rows.At(position);
-        if (const std::shared_ptr<TidemarkItem> item = oItems.Item(row.key)) {
+        if (const TidemarkItem* const item = oItems.ItemOf(row)) {
             rows.SetSubItem(row, 0, item->CountString());
             rows.SetSubItem(row, 1, item->StatusString());
         }
@@ -117,11 +117,12 @@ void frmMain::RefreshRows() {
 }
 
 void frmMain::ShowStatus() {
-    const StatusDisplay display = DisplayOf({.stamping = oItems.BusyStamping() || stamp_starting_,
-                                             .counting = oItems.BusyCounting(),
-                                             .stamp_complete = oItems.StampComplete(),
-                                             .counted = oItems.CountedItems(),
-                                             .stamped = oItems.StampedItems()},
+    const TidemarkItemCollection::Totals totals = oItems.TotalsOfWork();
+    const StatusDisplay display = DisplayOf({.stamping = totals.stamping || stamp_starting_,
+                                             .counting = totals.counting,
+                                             .stamp_complete = totals.stamp_complete,
+                                             .counted = totals.counted,
+                                             .stamped = totals.stamped},
                                             services_.platform.locale);
     taskbar_button_.Show(TaskbarProgressOf(display));
     if (!display.shows_progress) {

@@ -275,6 +275,57 @@ TEST_F(CollectionTest, AggregatesFollowTheItems) {
     EXPECT_FALSE(items.ErrorsExist());
 }
 
+TEST_F(CollectionTest, TheTotalsOfWorkAreWhatTheSingleQuestionsAnswer) {
+    const auto expect_same = [this](const char* when) {
+        const TidemarkItemCollection::Totals totals = items.TotalsOfWork();
+        EXPECT_EQ(totals.counting, items.BusyCounting()) << when;
+        EXPECT_EQ(totals.stamping, items.BusyStamping()) << when;
+        EXPECT_EQ(totals.stamp_complete, items.StampComplete()) << when;
+        EXPECT_EQ(totals.counted, items.CountedItems()) << when;
+        EXPECT_EQ(totals.stamped, items.StampedItems()) << when;
+    };
+    expect_same("empty");
+    Add("C:\\top\\a.txt");
+    const auto folder = Add("C:\\top");
+    folder->Count();
+    expect_same("counting");
+    CountAll();
+    expect_same("counted");
+    folder->Stamp(38000, 0, false, false);
+    expect_same("stamping");
+    system.pump.RunUntilIdle();
+    expect_same("partly stamped");
+    items.Item("C:\\top\\a.txt")->Stamp(38000, 0, false, false);
+    expect_same("stamped");
+    EXPECT_TRUE(items.TotalsOfWork().stamp_complete);
+    items.Remove("C:\\top\\a.txt", nullptr);
+    expect_same("one removed");
+}
+
+TEST_F(CollectionTest, ARowsItemIsTheOneUnderItsKeyWhateverHappensToOthers) {
+    for (const char* path : {"C:\\top\\a.txt", "C:\\top\\b.txt", "C:\\Other\\c.exe"}) {
+        items.Add(path, &list, nullptr);
+    }
+    const auto expect_all = [this] {
+        for (std::size_t i = 0; i < list.Count(); ++i) {
+            const ListRow& row = list.At(i);
+            EXPECT_EQ(items.ItemOf(row), items.Item(row.key).get()) << row.key;
+        }
+    };
+    expect_all();
+    list.Sort(0, /*descending=*/true);
+    expect_all();
+    // The collection alone: the row is left without an item, and a new item takes it over.
+    items.Remove("C:\\top\\a.txt", nullptr);
+    EXPECT_EQ(items.ItemOf(*list.Find("C:\\top\\a.txt")), nullptr);
+    expect_all();
+    Add("C:\\top\\a.txt");
+    EXPECT_NE(items.ItemOf(*list.Find("C:\\top\\a.txt")), nullptr);
+    expect_all();
+    items.Clear(nullptr);
+    EXPECT_EQ(items.ItemOf(list.At(0)), nullptr);
+}
+
 TEST_F(CollectionTest, ItemsWithErrorsAreCompleteButNotWithoutErrors) {
     system.volume.Lock("C:\\Other\\c.exe");
     const auto file = Add("C:\\Other\\c.exe");
