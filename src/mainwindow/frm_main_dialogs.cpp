@@ -6,7 +6,7 @@
 #include <commdlg.h>
 #include <shlobj.h>
 
-#include <array>
+#include <vector>
 
 #include "controls/browse_for_folder.h"
 #include "engine/paths.h"
@@ -19,6 +19,9 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t kFileDialogBuffer = 1024;  // limits how many names one selection can return
+// Wine writes the names of a large selection past the end that it was told (seen in 8.0). The place
+// behind it keeps that harmless, and shows it.
+constexpr std::size_t kBehindTheBuffer = 0x10000;
 
 }  // namespace
 
@@ -36,25 +39,27 @@ void frmMain::WireDialogs() {
 }
 
 void frmMain::mnuFileAddFiles_Click() {
-    std::array<wchar_t, kFileDialogBuffer> names{};
+    std::vector<wchar_t> names(kFileDialogBuffer + kBehindTheBuffer);
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof(dialog);
     dialog.hwndOwner = Handle();
     dialog.lpstrFilter = L"All Files (*.*)\0*.*\0";
     dialog.nFilterIndex = 1;
     dialog.lpstrFile = names.data();
-    dialog.nMaxFile = static_cast<DWORD>(names.size());
+    dialog.nMaxFile = kFileDialogBuffer;
     dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                    OFN_NOREADONLYRETURN | OFN_EXPLORER;
-    if (::GetOpenFileNameW(&dialog) == FALSE) {
-        if (::CommDlgExtendedError() == FNERR_BUFFERTOOSMALL) {
-            services_.boxes.Show(this, {.text = "Too many files were chosen at once, so none was "
-                                                "added. Choose fewer files, or add their folder.",
-                                        .icon = BoxIcon::kWarning});
-        }
-        return;
+    const bool chosen = ::GetOpenFileNameW(&dialog) != FALSE;
+    const bool too_many = chosen
+                              ? names[kFileDialogBuffer] != 0 || names[kFileDialogBuffer - 1] != 0
+                              : ::CommDlgExtendedError() == FNERR_BUFFERTOOSMALL;
+    if (too_many) {
+        services_.boxes.Show(this, {.text = "Too many files were chosen at once, so none was "
+                                            "added. Choose fewer files, or add their folder.",
+                                    .icon = BoxIcon::kWarning});
+    } else if (chosen) {
+        AddItems(PathsFromFileDialog(Utf8FromWide({names.data(), kFileDialogBuffer})));
     }
-    AddItems(PathsFromFileDialog(Utf8FromWide({names.data(), names.size()})));
 }
 
 void frmMain::mnuFileAddFolder_Click() {

@@ -102,6 +102,23 @@ TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
     EXPECT_THAT(boxes_.shown, IsEmpty());
 }
 
+TEST_F(MainWindowDialogs, MoreNamesThanTheFileDialogCanReturnAddNothingAndThatIsTold) {
+    Load();
+    std::string names;
+    for (const char letter : std::string("abcdefghijkl")) {
+        const std::string name(100, letter);
+        FileInBoth(name);
+        names.append("\"").append(name).append("\" ");
+    }
+    AddFiles({folder_.Path(), names});
+    EXPECT_THAT(RowTexts(), IsEmpty());
+    ASSERT_EQ(boxes_.shown.size(), 1U);
+    EXPECT_EQ(boxes_.shown[0].text,
+              "Too many files were chosen at once, so none was added. Choose fewer files, or add "
+              "their folder.");
+    EXPECT_EQ(boxes_.shown[0].icon, BoxIcon::kWarning);
+}
+
 TEST_F(MainWindowDialogs, ACancelledFileDialogAddsNothingAndSaysNothing) {
     Load();
     ModalDriver driver({[] { return NameEdit() != nullptr; },
