@@ -1,5 +1,6 @@
 # shellcheck shell=bash
-# Sourced by ./run, ./test and ./package: the Debian packages that they use, and how missing ones are installed.
+# Sourced by the commands in the root and by scripts here: the Debian packages that they use, and how
+# missing ones are installed.
 
 # What building the Windows program takes.
 packages_to_build=(

@@ -6,7 +6,7 @@
 . "$(dirname "$0")/common.sh"
 cd "$top" || exit 1
 
-mapfile -t sources < <(find src tests -name '*.cpp' -o -name '*.h' | sort)
+mapfile -t sources < <(find src tests benchmarks -name '*.cpp' -o -name '*.h' | sort)
 work=$build/lint
 mkdir -p "$work"
 
@@ -68,12 +68,17 @@ check_window_free_folders() {
             grep -E '^(src|tests)/(platform|engine|lists|settings)/' | grep -v /win32/) /dev/null
 }
 
+# What ./test and ./bench ask for, not what some target that nobody builds names.
 check_every_source_is_built() {
-    local source
-    cat "$build"/{host,windows,windows32}/compile_commands.json >"$work/commands"
+    local preset source
+    for preset in host windows windows32; do
+        ninja -C "$build/$preset" -t inputs all || echo "preset $preset cannot be asked"
+    done >"$work/inputs"
+    ninja -C "$build/windows" -t inputs bench >>"$work/inputs" || echo "no target bench"
+    grep 'cannot be asked$' "$work/inputs"
     for source in "${sources[@]}"; do
         [[ $source == *.cpp ]] || continue
-        grep -qF "\"file\": \"$top/$source\"" "$work/commands" || echo "$source: no target builds it"
+        grep -qxF "$top/$source" "$work/inputs" || echo "$source: nothing builds it"
     done
 }
 
@@ -82,13 +87,16 @@ check_file_length() { wc -l "${sources[@]}" | awk '$2 != "total" && $1 > 500 { p
 # A header with a source of its own name is compiled alone by being that source's first include;
 # every other one by the header_checks target.
 check_headers_stand_alone() {
-    local header source
+    local header source name
     for header in "${sources[@]}"; do
         [[ $header == *.h ]] || continue
         grep -q '^#pragma once$' "$header" || echo "$header: no #pragma once"
         source=${header%.h}.cpp
         [ -e "$source" ] || continue
-        [ "$(grep -m1 '^#include' "$source")" = "#include \"${header#*/}\"" ] ||
+        # Includes start at src/ or tests/, for the benchmarks at the root.
+        name=${header#src/}
+        name=${name#tests/}
+        [ "$(grep -m1 '^#include' "$source")" = "#include \"$name\"" ] ||
             echo "$source: the first include is to be its own header"
     done
     flock "$build/build.lock" \
@@ -130,7 +138,7 @@ check_every_resource_is_used() {
 check_windows_manners() {
     grep -nE '\bRGB\(' $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null |
         grep -v '^src/app/frm_splash\.cpp:'
-    grep -nE '\b(SetForegroundWindow|AllowSetForegroundWindow|SwitchToThisWindow|MB_SETFOREGROUND|MB_SYSTEMMODAL)\b' \
+    grep -nE '\b(SetForegroundWindow|AllowSetForegroundWindow|SetActiveWindow|BringWindowToTop|SwitchToThisWindow|MB_SETFOREGROUND|MB_SYSTEMMODAL)\b' \
         $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null
 }
 

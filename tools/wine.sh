@@ -1,5 +1,6 @@
 # shellcheck shell=bash
-# Sourced by ./run and ./test: a Wine prefix and a virtual display that belong to this tree alone.
+# Sourced by whatever starts Windows programs, ./run, ./test and ./bench among it: a Wine prefix and
+# a virtual display that belong to this tree alone.
 #
 # Everything lives under the folder given to use_prefix, the home folder that Wine links to
 # included, so that nothing reaches the user's own prefix, registry, menus or documents. Wine's
