@@ -11,13 +11,14 @@
 namespace tidemark {
 namespace {
 
+// None when the window is gone or there never was one.
+HWND OwnerOfBox(HWND window) {
+    return ::IsWindow(window) ? ::GetAncestor(window, GA_ROOT) : nullptr;
+}
+
 void ShowReport(const LastResortReport& report) {
     const std::wstring text = WideFromUtf8(report.Text());
-    HWND owner = nullptr;
-    if (::IsWindow(report.owner)) {
-        owner = ::GetAncestor(report.owner, GA_ROOT);
-    }
-    ::MessageBoxW(owner, text.c_str(), L"tidemark", MB_OK | MB_ICONERROR);
+    ::MessageBoxW(OwnerOfBox(report.owner), text.c_str(), L"tidemark", MB_OK | MB_ICONERROR);
 }
 
 bool SameError(const LastResortReport& a, const LastResortReport& b) {
@@ -85,7 +86,7 @@ void ReportToLastResort(HWND owner) noexcept {
         ShowInTurn(DescribeCurrent(owner));
     } catch (...) {
         // Out of memory while describing an error: the fixed text needs none.
-        ::MessageBoxW(nullptr, L"Out of memory.", L"tidemark", MB_OK | MB_ICONERROR);
+        ::MessageBoxW(OwnerOfBox(owner), L"Out of memory.", L"tidemark", MB_OK | MB_ICONERROR);
     }
 }
 
