@@ -14,6 +14,8 @@ constexpr int kMaxFetchFailures = 16;
 // A folder that is being listed. Its search is closed when it goes.
 class Level {
   public:
+    enum class Fetched { kEntry, kNoEntry, kTryAgain };
+
     Level(KernelFiles& files, SearchHandle search, std::size_t path_length)
         : files_(&files), search_(search), path_length_(path_length) {}
     ~Level() {
@@ -24,7 +26,8 @@ class Level {
     Level(Level&& other) noexcept
         : files_(std::exchange(other.files_, nullptr)),
           search_(other.search_),
-          path_length_(other.path_length_) {}
+          path_length_(other.path_length_),
+          failures_(other.failures_) {}
     Level(const Level&) = delete;
     Level& operator=(const Level&) = delete;
     Level& operator=(Level&&) = delete;
@@ -32,22 +35,23 @@ class Level {
     [[nodiscard]] SearchHandle Search() const { return search_; }
     [[nodiscard]] std::size_t PathLength() const { return path_length_; }
 
-    bool FetchNext(FoundEntry& entry) {
-        for (int failures = 0; failures < kMaxFetchFailures; ++failures) {
-            if (files_->SearchNext(search_, entry)) {
-                return true;
-            }
-            if (files_->LastError() == system_error::kNoMoreFiles) {
-                return false;
-            }
+    Fetched FetchNext(FoundEntry& entry) {
+        if (files_->SearchNext(search_, entry)) {
+            failures_ = 0;
+            return Fetched::kEntry;
         }
-        return false;
+        if (files_->LastError() == system_error::kNoMoreFiles) {
+            return Fetched::kNoEntry;
+        }
+        ++failures_;
+        return failures_ < kMaxFetchFailures ? Fetched::kTryAgain : Fetched::kNoEntry;
     }
 
   private:
     KernelFiles* files_;
     SearchHandle search_;
     std::size_t path_length_;
+    int failures_ = 0;  // in a row
 };
 
 // The folders being listed are kept in a list of their own, not on the stack: chains of folders may
@@ -72,8 +76,11 @@ class FolderWalk {
                 if (!LetMessagesRun()) {
                     return;
                 }
-                if (!levels_.back().FetchNext(entry_)) {
+                const Level::Fetched next = levels_.back().FetchNext(entry_);
+                if (next == Level::Fetched::kNoEntry) {
                     levels_.pop_back();
+                }
+                if (next != Level::Fetched::kEntry) {
                     continue;
                 }
             }

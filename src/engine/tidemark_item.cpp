@@ -366,9 +366,8 @@ std::optional<TidemarkItem::StampFailure> TidemarkItem::SetTimes(FileHandle file
         if (auto failure = LocalDateToFileTime(arguments_.dateCreated, created)) {
             return failure;
         }
-    } else if (!arguments_.SyncFolderCreatedDate || !path.ends_with('\\') ||
-               !platform_.file_system.FolderExists(path) || path.front() == '.') {
-        // Folders' paths end in a backslash, files' never do: no need to ask about each file.
+    } else if (!arguments_.SyncFolderCreatedDate || !platform_.file_system.FolderExists(path) ||
+               path.front() == '.') {
         return std::nullopt;
     }
     if (!files.SetCreationTime(file, created)) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "engine/engine_fixture.h"
@@ -241,6 +242,28 @@ TEST_P(CommandsAtPumpPointsTest, TheEmptyPathEndsTheWorkAndForgetsIt) {
                         EXPECT_EQ(top->FileCount() + top->FolderCount(), 0);
                         EXPECT_EQ(top->StampedFileCount() + top->StampedFolderCount(), 0);
                     });
+}
+
+TEST_P(CommandsAtPumpPointsTest, APathThatIsNeitherFileNorFolderDisturbsNothing) {
+    AtEachPumpPoint(
+        [](World& world) {
+            const auto top = world.Top();
+            const auto errors = top->StampErrors();
+            const auto known = [&] {
+                return std::tuple(top->CountString(), top->StatusString(), top->FileCount(),
+                                  top->FolderCount(), top->StampedFileCount(),
+                                  top->StampedFolderCount(), errors->size());
+            };
+            const auto before = known();
+            top->SetRootItem("C:\\nowhere");
+            EXPECT_EQ(top->RootItem(), "C:\\top\\");
+            EXPECT_EQ(top->StampErrors(), errors);
+            EXPECT_EQ(known(), before);
+        },
+        [](const World& world, const Moment&) {
+            ExpectCounted(*world.Top());
+            ExpectStamped(world);
+        });
 }
 
 // Milliseconds between two pump points: with 0 no tick nests into another; with 60 each does.

@@ -56,6 +56,27 @@ TEST_F(CountTest, APathThatIsNeitherFileNorFolderChangesNothing) {
     EXPECT_EQ(nothing->StatusString(), "Ready");
 }
 
+TEST_F(CountTest, APathThatIsNothingLeavesWorkThatWaitsAndTheErrors) {
+    system.volume.Lock("C:\\top\\");
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    Stamp(*item);
+    const auto errors = item->StampErrors();
+    ASSERT_EQ(errors->size(), 1U);  // the folder itself, at once
+    item->SetRootItem("C:\\none");
+    EXPECT_EQ(item->RootItem(), "C:\\top\\");
+    EXPECT_TRUE(item->CountInProgress() && item->StampInProgress());
+    EXPECT_EQ(item->FolderCount(), 1);
+    EXPECT_EQ(item->StampErrors(), errors);
+    EXPECT_EQ(errors->size(), 1U);
+    system.pump.RunUntilIdle();
+    EXPECT_EQ(item->CountString(), "3 files; 3 folders");
+    EXPECT_EQ(item->StatusString(), "Complete (with errors)");
+    EXPECT_EQ(item->StampErrors(), errors);
+    EXPECT_EQ(errors->size(), 2U);  // and the read-only file
+    EXPECT_TRUE(IsStamped("C:\\top\\b.txt"));
+}
+
 TEST_F(CountTest, TheEmptyPathForgetsCountsAndErrorsAndKeepsThePath) {
     system.volume.Lock("C:\\top\\a.txt");
     const auto item = NewItem("C:\\top");
@@ -273,6 +294,60 @@ TEST_F(CountTest, ASearchThatIsBrokenForGoodEndsTheFolderAndNotTheWalk) {
     CountToTheEnd(*item);
     EXPECT_TRUE(item->CountComplete());
     EXPECT_EQ(item->CountString(), "2 files; 2 folders");
+    EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+}
+
+TEST_F(CountTest, ASearchThatRecoversFromItsFailuresLosesNothing) {
+    // The most failures in a row that are put up with, twice, with an entry in between.
+    constexpr std::size_t kInARow = 15;
+    for (std::size_t i = 1; i <= kInARow; ++i) {
+        system.files.Fail({KernelCall::kSearchNext, "C:\\top\\*.*", i}, 59);
+        system.files.Fail({KernelCall::kSearchNext, "C:\\top\\*.*", kInARow + 1 + i}, 59);
+    }
+    const auto item = NewItem("C:\\top");
+    CountToTheEnd(*item);
+    EXPECT_EQ(system.files.FailureCount(), 2 * kInARow);
+    EXPECT_EQ(item->CountString(), "3 files; 3 folders");
+}
+
+TEST_F(CountTest, MessagesRunBetweenTheTriesOfASearchThatFails) {
+    const auto calls_of_a_count = [this] {
+        const std::size_t before = system.pump.CallCount();
+        CountToTheEnd(*NewItem("C:\\top"));
+        return system.pump.CallCount() - before;
+    };
+    const std::size_t without_failures = calls_of_a_count();
+    for (std::size_t i = 1; i <= 15; ++i) {
+        system.files.Fail({KernelCall::kSearchNext, "C:\\top\\*.*", i}, 59);
+    }
+    EXPECT_EQ(calls_of_a_count(), without_failures + 15);
+}
+
+TEST_F(CountTest, ACountAgainBetweenFailedTriesEndsTheOldOneAtOnce) {
+    system.files.Fail({KernelCall::kSearchNext, "C:\\top\\sub\\*.*", 0}, 59);
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    system.files.Before({KernelCall::kSearchNext, "C:\\top\\sub\\*.*", 3},
+                        [&] { system.pump.AtCall(1, [&] { item->Count(); }); });
+    system.pump.RunUntilIdle();
+    EXPECT_EQ(item->CountString(), "2 files; 2 folders");
+    EXPECT_EQ(system.files.FailureCount(), 3U + 16U);
+    EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+}
+
+TEST_F(CountTest, ACancelBetweenFailedTriesFinishesTheFolderAndEntersNoOther) {
+    for (const std::size_t nth : {1U, 2U, 3U}) {
+        system.files.Fail({KernelCall::kSearchNext, "C:\\top\\*.*", nth}, 59);
+    }
+    const auto item = NewItem("C:\\top");
+    item->Count();
+    system.files.Before({KernelCall::kSearchNext, "C:\\top\\*.*", 2},
+                        [&] { system.pump.AtCall(1, [&] { item->CancelCount(); }); });
+    system.pump.RunUntilIdle();
+    EXPECT_EQ(system.files.FailureCount(), 3U);
+    EXPECT_TRUE(item->CountCancelled());
+    EXPECT_EQ(item->FileCount(), 2);
+    EXPECT_EQ(item->FolderCount(), 2);
     EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
 }
 

@@ -247,6 +247,17 @@ TEST_F(StampTest, SyncGivesFoldersTheirLastModifiedAsCreatedAndFilesKeepTheirs) 
     }
 }
 
+// What an item is now decides, not what its path looks like: a file's has no backslash at its end.
+TEST_F(StampTest, SyncReachesAFolderThatTookThePlaceOfTheItemsFile) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    system.volume.Remove("C:\\top\\a.txt");
+    system.volume.AddFolder("C:\\top\\a.txt");
+    Stamp(*item, 0, false, /*sync_folders=*/true);
+    EXPECT_TRUE(IsStamped("C:\\top\\a.txt"));
+    EXPECT_EQ(Created("C:\\top\\a.txt"), modified_time);
+    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+}
+
 TEST_F(StampTest, AGivenCreatedGoesBeforeSync) {
     const auto item = NewItem("C:\\top");
     StampToTheEnd(*item, created_date, false, /*sync_folders=*/true);
