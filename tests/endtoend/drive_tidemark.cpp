@@ -1,4 +1,5 @@
-// Drives the program that is running, through its real window, for ./run.
+// Drives the program that is running, through its real window, for ./run and for the check of the
+// packages.
 //
 // drive_tidemark stamp    waits for the counts, presses Stamp, waits for the end and prints what
 //                         the window shows; the program goes on
