@@ -55,6 +55,10 @@ void frmMain::StampItems() {
                 services_.platform.locale, dtDateLastModified.Value(), dtTimeLastModified.Value());
             const double created = CombineDateAndTime(services_.platform.locale,
                                                       dtDateCreated.Value(), dtTimeCreated.Value());
+            // Pressed while paths are being added: the count to come would wipe the stamp away.
+            if (!item->CountInProgress() && !item->CountComplete()) {
+                item->Count();
+            }
             item->Stamp(last_modified, created, menu["mnuOptionsClearReadOnly"].Checked(),
                         menu["mnuOptionsSyncFolders"].Checked());
             services_.platform.pump.LetPendingMessagesRun();

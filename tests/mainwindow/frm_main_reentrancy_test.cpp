@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
 
 namespace tidemark {
@@ -147,6 +148,50 @@ TEST_F(MainWindowInside, PathsDroppedWhilePathsAreAddedAreAllThere) {
     EXPECT_THAT(RowTexts(), ElementsAre("C:\\a", "C:\\c", "C:\\d", "C:\\b"));
     for (const auto& item : Main().Items()) {
         EXPECT_TRUE(item->CountComplete());
+    }
+}
+
+TEST_F(MainWindowInside, AStampPressedWhilePathsAreAddedStampsEachListedItemWithItsContents) {
+    // Pressed with all paths in the list, then with the first of them already counting.
+    for (const int call : {4, 5}) {
+        const auto name = [call](const char* text) { return Numbered(text, call); };
+        const std::string tree = "C:\\trees\\" + name("t");
+        const std::string other_tree = "C:\\trees\\" + name("u");
+        const std::vector<std::string> files = {name("C:\\a"), name("C:\\b")};
+        const std::string locked = tree + "\\f1";
+        if (call == 4) {
+            LoadWithFiles(1);
+            Item("mnuOptionsClearAutomatically").SetChecked(false);
+        }
+        AddTree(name("t"), 3);
+        AddTree(name("u"), 2);
+        system_.volume.AddFile(files[0]);
+        system_.volume.AddFile(files[1]);
+        system_.volume.Lock(locked);
+        system_.volume.Lock(files[1]);
+        const FileTime before = Written(files[0]);
+        boxes_.shown.clear();
+        system_.pump.AtCall(call, [this] { Main().cmdStamp.Click(); });
+        List({tree, files[0], files[1], other_tree});
+
+        for (const std::string& path :
+             {files[0], tree, tree + "\\f0", tree + "\\f2", other_tree, other_tree + "\\f1"}) {
+            EXPECT_NE(Written(path), before) << path << " pressed at call " << call;
+        }
+        for (const auto& item : Main().Items()) {
+            EXPECT_TRUE(item->CountComplete()) << item->RootItem();
+            EXPECT_TRUE(item->StampComplete()) << item->RootItem();
+        }
+        const StampErrorList errors = Main().Items().ErrorList();
+        EXPECT_THAT(errors, SizeIs(2)) << "pressed at call " << call;
+        EXPECT_EQ(Main().rows.At(1).sub_items[1], "Complete (with errors)");
+        EXPECT_EQ(Main().rows.At(1).sub_items[0], "3 files; 1 folder");
+        EXPECT_THAT(boxes_.shown, SizeIs(1)) << "pressed at call " << call;
+        EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
+        EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+        SelectAllRows(Main().rows);
+        SelectRow("c:\\data\\file1.txt", false);
+        Choose("mnuFile", "mnuFileRemoveSelected");
     }
 }
 
