@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -36,7 +37,6 @@ class CommandsAtPumpPointsTest : public testing::TestWithParam<std::uint64_t> {
             }
             system.volume.Lock("C:\\top\\a.txt");
             system.volume.Lock("C:\\top\\sub\\deep\\c.txt");
-            system.files.SetRecording(false);
             system.pump.SetMillisecondsPerCall(GetParam());
             Stamp(*AddAndCount("C:\\top"));
         }
@@ -56,6 +56,30 @@ class CommandsAtPumpPointsTest : public testing::TestWithParam<std::uint64_t> {
             return system.volume.TimesOf(path).written == SystemTime(2021, 3, 2, 13, 45);
         }
 
+        // Begins to look at what is done from now on.
+        void Arrive() {
+            for (const KernelCallRecord& call : system.files.Calls()) {
+                if (call.call == KernelCall::kSearchFirst) {
+                    open_folders.insert(call.path.substr(0, call.path.size() - 3));
+                } else if (call.call == KernelCall::kSearchClose) {
+                    open_folders.erase(
+                        open_folders.find(call.path.substr(0, call.path.size() - 3)));
+                }
+            }
+            system.files.ClearCalls();
+        }
+        // The files and folders that stamping was tried on since then.
+        [[nodiscard]] std::vector<std::string> Tried() const {
+            std::vector<std::string> paths;
+            for (const KernelCallRecord& call : system.files.Calls()) {
+                if (call.call == KernelCall::kOpenForTimes) {
+                    paths.push_back(call.path);
+                }
+            }
+            return paths;
+        }
+
+        std::multiset<std::string> open_folders;  // that were being listed when the command arrived
         MemorySystem system;
         ListModel list{system.locale};
         std::unique_ptr<TidemarkItemCollection> items =
@@ -84,6 +108,19 @@ class CommandsAtPumpPointsTest : public testing::TestWithParam<std::uint64_t> {
         EXPECT_TRUE(world.IsStamped("C:\\top\\sub\\deep\\"));
     }
 
+    // A stamp that runs finishes the folders that it is in; nothing else is done for the item.
+    static void ExpectWorkToEnd(const World& world, const Moment& moment) {
+        for (const KernelCallRecord& call : world.system.files.Calls()) {
+            EXPECT_FALSE(call.call == KernelCall::kSearchFirst && call.path.starts_with("C:\\top"))
+                << call.path;
+        }
+        for (const std::string& path : world.Tried()) {
+            const std::size_t folder_end = path.rfind('\\', path.size() - 2) + 1;
+            EXPECT_TRUE(moment.stamping) << path;
+            EXPECT_TRUE(world.open_folders.contains(path.substr(0, folder_end))) << path;
+        }
+    }
+
     using Command = std::function<void(World&)>;
     using Check = std::function<void(const World&, const Moment&)>;
 
@@ -97,6 +134,7 @@ class CommandsAtPumpPointsTest : public testing::TestWithParam<std::uint64_t> {
             world.system.pump.AtCall(call, [&] {
                 arrived = true;
                 moment = MomentOf(*world.Top());
+                world.Arrive();
                 command(world);
             });
             world.system.pump.RunUntilIdle();
@@ -155,7 +193,10 @@ TEST_P(CommandsAtPumpPointsTest, AnotherItemsStampDisturbsNothing) {
 
 TEST_P(CommandsAtPumpPointsTest, RemovingTheItemEndsItsWork) {
     AtEachPumpPoint([](World& world) { world.items->Remove("C:\\top\\", &world.list); },
-                    [](const World& world, const Moment&) { EXPECT_EQ(world.items->Count(), 0U); });
+                    [](const World& world, const Moment& moment) {
+                        EXPECT_EQ(world.items->Count(), 0U);
+                        ExpectWorkToEnd(world, moment);
+                    });
 }
 
 TEST_P(CommandsAtPumpPointsTest, ClearingEndsAllWorkAndTheListIsReadyForMore) {
@@ -164,9 +205,10 @@ TEST_P(CommandsAtPumpPointsTest, ClearingEndsAllWorkAndTheListIsReadyForMore) {
             world.items->Clear(&world.list);
             world.AddAndCount("C:\\other");
         },
-        [](const World& world, const Moment&) {
+        [](const World& world, const Moment& moment) {
             EXPECT_EQ(world.items->Count(), 1U);
             EXPECT_EQ(world.items->Item("c:\\other\\")->CountString(), "1 file; 1 folder");
+            ExpectWorkToEnd(world, moment);
         });
 }
 
@@ -177,7 +219,10 @@ TEST_P(CommandsAtPumpPointsTest, ClosingEndsEverythingWithoutAnotherMessage) {
             world.items.reset();
             world.system.pump.Quit();
         },
-        [](const World& world, const Moment&) { EXPECT_EQ(world.list.Count(), 0U); });
+        [](const World& world, const Moment& moment) {
+            EXPECT_EQ(world.list.Count(), 0U);
+            ExpectWorkToEnd(world, moment);
+        });
 }
 
 TEST_P(CommandsAtPumpPointsTest, CancellingTheCountDropsTheStampBehindItAndNothingElse) {
@@ -241,6 +286,7 @@ TEST_P(CommandsAtPumpPointsTest, TheEmptyPathEndsTheWorkAndForgetsIt) {
                         EXPECT_EQ(top->StatusString(), "Ready");
                         EXPECT_EQ(top->FileCount() + top->FolderCount(), 0);
                         EXPECT_EQ(top->StampedFileCount() + top->StampedFolderCount(), 0);
+                        EXPECT_THAT(world.Tried(), IsEmpty());
                     });
 }
 
