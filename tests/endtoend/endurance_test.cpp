@@ -49,6 +49,7 @@ TEST_F(Endurance, ThousandsOfStampsLeaveHandlesObjectsWindowsAndMemoryAsTheyWere
     }
     const ProcessResources before = ResourcesNow();
     ASSERT_GT(before.handles, 0);
+    ASSERT_GT(before.gdi_objects, 0);
     ASSERT_GT(before.memory, 0U);
 
     for (; done < stamps; done += kItems) {

@@ -120,7 +120,8 @@ TEST_F(HardTrees, PathsAcrossEveryLengthLimitAreStamped) {
 }
 
 // Every kind of name that the system below can hold; the others are tried on a volume in memory.
-TEST_F(HardTrees, AwkwardNamesAreStampedAndComeBackFromADrag) {
+// The last four are other names, or none, when they are given without the prefix of long paths.
+TEST_F(HardTrees, AwkwardNamesAreStampedListedWhenTheyFailAndComeBackFromADrag) {
     const std::vector<std::string> names = {
         "漢字かな交じり文",
         "🌊 🕰️",
@@ -132,11 +133,14 @@ TEST_F(HardTrees, AwkwardNamesAreStampedAndComeBackFromADrag) {
         "'quoted' `x` (1) [2] {3}; = + ^ ~ !",
         "\u200B\uFEFFzero\u00A0width",
         std::string(200, 'n'),
+        "trailing dot.",
+        "trailing blank ",
+        "nul",
+        "com1.txt",
     };
     std::vector<std::string> keys;
     for (const std::string& name : names) {
-        std::string file = name;
-        file.append("\\").append(name).append(".txt");
+        const std::string file = name + "\\" + name;
         tree_.MakeFile(file);
         keys.push_back(platform_.Parts().locale.LowerCase(tree_.Path(file)));
     }
@@ -151,6 +155,18 @@ TEST_F(HardTrees, AwkwardNamesAreStampedAndComeBackFromADrag) {
         StampAndWait(*item);
         EXPECT_EQ(item->RootItem(), path);
         EXPECT_EQ(item->StatusString(), "Complete");
+        EXPECT_EQ(EntryOf(path).written, StampTime()) << path;
+    }
+
+    // Each file fails where it stands, under its name as it stands.
+    for (const std::string& name : names) {
+        const LockedFile locked(tree_.Path(name + "\\" + name));
+        const auto item = NewItem(tree_.Path(name));
+        StampAndWait(*item);
+        ASSERT_EQ(item->StampErrors()->size(), 1U) << name;
+        EXPECT_EQ(item->StampErrors()->front()->ItemName, tree_.Path(name + "\\" + name));
+        EXPECT_EQ(item->StampErrors()->front()->ErrorNumber, ERROR_SHARING_VIOLATION);
+        EXPECT_FALSE(item->StampErrors()->front()->ErrorDescription.empty());
     }
 }
 

@@ -43,7 +43,10 @@ TEST_F(MainWindowEndurance, StampsLeaveHandlesObjectsWindowsMenusAndMemoryAsThey
         Round(round);
     }
     const ProcessResources before = ResourcesNow();
+    ASSERT_GT(before.handles, 0);
+    ASSERT_GT(before.gdi_objects, 0);
     ASSERT_GT(before.windows, 10);
+    ASSERT_GT(before.memory, 0U);
     for (; round < stamps; ++round) {
         Round(round);
         if (HasFatalFailure()) {
