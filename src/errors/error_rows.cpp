@@ -114,7 +114,8 @@ class ErrorRows::Fill {
             rows_.list_.SetText(row, error->ItemName);
             rows_.list_.SetSubItem(row, kErrorCell, PlainNumber(error->ErrorNumber));
             rows_.list_.SetSubItem(row, kDescriptionCell, error->ErrorDescription);
-            AddPicture(row, error->ItemName);
+            rows_.list_.SetItemNumber(row, icon_keys_.size() + 1);
+            AddPicture(error->ItemName);
             rows_.platform_.pump.LetPendingMessagesRun();
             if (rows_.cancelled_ || Superseded()) {
                 return;
@@ -125,17 +126,21 @@ class ErrorRows::Fill {
     // The key is kept for the last pass: finding it takes the shell, and that pass lets no messages
     // run. A path that is gone has none: a picture of it, which the shell rarely has and takes long
     // to look for, would stand for no row.
-    void AddPicture(const ListRow& row, const std::string& path) {
+    void AddPicture(const std::string& path) {
         const std::string& key = keys_.Of(path, "");
         if (!key.empty()) {
             AddIcon(rows_.images_, key, path);
         }
-        icon_keys_.emplace_back(&row, &key);
+        icon_keys_.push_back(&key);
     }
 
     void ChooseIcons() {
-        for (const auto& [row, key] : icon_keys_) {
-            rows_.list_.SetSmallIcon(*row, RowIcon(rows_.images_, *key));
+        for (std::size_t i = 0; i < rows_.list_.Count(); ++i) {
+            const ListRow& row = rows_.list_.At(i);
+            if (row.item_number != 0) {
+                rows_.list_.SetSmallIcon(row,
+                                         RowIcon(rows_.images_, *icon_keys_[row.item_number - 1]));
+            }
         }
         ChooseIconsOfTheRest();
     }
@@ -156,7 +161,7 @@ class ErrorRows::Fill {
     const std::shared_ptr<const StampErrorList> errors_;
     const std::uint64_t collection_;
     IconKeys keys_;
-    std::vector<std::pair<const ListRow*, const std::string*>> icon_keys_;
+    std::vector<const std::string*> icon_keys_;  // a row's number is its position here, from 1
 };
 
 std::shared_ptr<ErrorRows> ErrorRows::Create(const Platform& platform, KeyedImageList& images,

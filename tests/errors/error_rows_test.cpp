@@ -15,6 +15,7 @@ using ErrorRowsTest = ErrorRowsFixture;
 
 TEST_F(ErrorRowsTest, AnEmptyCollectionLeavesTheListEmptyTheStatusUnchangedAndTheTimerOff) {
     rows->AddFromCollection({});
+    EXPECT_EQ(system.pump.Timers().NextDue(), std::nullopt);
     system.pump.RunFor(10'000);
     EXPECT_EQ(List().Count(), 0U);
     EXPECT_EQ(display.status, "as it was");
@@ -27,6 +28,7 @@ TEST_F(ErrorRowsTest, AnEmptyCollectionClearsWhatWasShownOrWaiting) {
     EXPECT_EQ(List().Count(), 0U);
     rows->AddFromCollection(Records(3));
     rows->AddFromCollection({});
+    EXPECT_EQ(system.pump.Timers().NextDue(), std::nullopt);
     system.pump.RunFor(10'000);
     EXPECT_EQ(List().Count(), 0U);
 }
@@ -104,6 +106,37 @@ TEST_F(ErrorRowsTest, ClosingDuringTheFillStopsItAfterTheCurrentRecord) {
     EXPECT_EQ(List().At(4).text, "");
     EXPECT_TRUE(display.redraw);
     EXPECT_EQ(display.status, "  10 items had errors.");
+}
+
+TEST_F(ErrorRowsTest, ClosingRightBeforeTheRecordsStillFillsTheFirstIn) {
+    for (const std::size_t call : {1U, 2U}) {
+        system.pump.AtCall(call, [&] { rows->Cancel(); });
+        Show(Records(3));
+        EXPECT_THAT(Column(ErrorColumn::kName), ElementsAre("C:\\dir\\0.txt", "", "")) << call;
+        EXPECT_THAT(Column(ErrorColumn::kError), ElementsAre("5", "", "")) << call;
+        EXPECT_TRUE(display.redraw);
+        EXPECT_EQ(display.status, "  3 items had errors.");
+    }
+}
+
+TEST_F(ErrorRowsTest, ARowThatGoesDuringTheFillIsAddedAgainOrStaysAway) {
+    StampErrorList errors = Records(3);
+    system.volume.AddFolder("C:\\d");
+    errors.push_back(Record("C:\\d\\", 9));
+    // Two calls come before the records: this is after the second.
+    system.pump.AtCall(2 + 2, [&] {
+        List().Remove("C:\\dir\\0.txt");  // filled in already
+        List().Remove("C:\\d\\");         // still to come
+    });
+    Show(errors);
+    EXPECT_THAT(system.pump.Failures(), IsEmpty());
+    EXPECT_THAT(Column(ErrorColumn::kName),
+                ElementsAre("C:\\dir\\1.txt", "C:\\dir\\2.txt", "C:\\d\\"));
+    EXPECT_EQ(List().At(2).key, "c:\\d\\");
+    EXPECT_EQ(List().At(2).sub_items[0], "9");
+    EXPECT_EQ(List().At(0).small_icon, 1);
+    EXPECT_EQ(List().At(2).small_icon, 2);
+    EXPECT_EQ(display.status, "  4 items had errors.");
 }
 
 TEST_F(ErrorRowsTest, ClosingBeforeTheFillDropsIt) {
