@@ -245,6 +245,21 @@ TEST_P(KernelFilesContract, SettingTheWriteTimeLeavesTheCreationTime) {
     EXPECT_EQ(system_->CreatedTime(file), created);
 }
 
+// Whichever time is set: one that lands in the wrong place shows here.
+TEST_P(KernelFilesContract, SettingATimeLeavesTheAccessTime) {
+    const std::string file = NewFile("a.txt");
+    const FileTime accessed = system_->AccessedTime(file);
+    ASSERT_NE(accessed, kChosen);
+    const FileHandle handle = Open(file);
+    ASSERT_NE(handle, kInvalidFile);
+    EXPECT_TRUE(files_.SetLastWriteTime(handle, kChosen));
+    EXPECT_EQ(system_->AccessedTime(file), accessed);
+    EXPECT_TRUE(files_.SetCreationTime(handle, {kChosen.ticks - kTicksPerDay}));
+    EXPECT_EQ(system_->AccessedTime(file), accessed);
+    EXPECT_TRUE(files_.CloseFile(handle));
+    EXPECT_EQ(system_->AccessedTime(file), accessed);
+}
+
 TEST_P(KernelFilesContract, MissingFilesAndFoldersAreToldApart) {
     FoundEntry entry;
     EXPECT_EQ(files_.SearchFirst(Path("missing\\*.*"), entry), kInvalidSearch);
@@ -299,6 +314,23 @@ TEST_P(KernelFilesContract, AFileOpenForTimesLetsOthersReadButNotWrite) {
     EXPECT_EQ(files_.LastError(), system_error::kSharingViolation);
     EXPECT_TRUE(files_.CloseFile(first));
     EXPECT_TRUE(Stamp(file, kChosen));
+}
+
+TEST_P(KernelFilesContract, AReaderThatLetsOthersWriteDoesNotStopAStamp) {
+    const std::string file = NewFile("read.txt");
+    ASSERT_TRUE(system_->StartReading(file));
+    EXPECT_TRUE(Stamp(file, kChosen)) << files_.LastError();
+    system_->StopReading();
+    EXPECT_EQ(system_->WrittenTime(file), kChosen);
+}
+
+TEST_P(KernelFilesContract, AReaderMayStartWhileAFileIsOpenForTimes) {
+    const std::string file = NewFile("read.txt");
+    const FileHandle handle = Open(file);
+    ASSERT_NE(handle, kInvalidFile);
+    EXPECT_TRUE(system_->StartReading(file));
+    system_->StopReading();
+    EXPECT_TRUE(files_.CloseFile(handle));
 }
 
 TEST_P(KernelFilesContract, AFolderNeedsBackupSemanticsToBeOpened) {

@@ -19,11 +19,17 @@ class MemoryPlatformUnderTest final : public PlatformUnderTest {
         locked_ = path;
     }
     void Unlock() override { system_.volume.Unlock(locked_); }
+    // Nothing in memory keeps anybody from reading, and a reader keeps nobody from anything.
+    bool StartReading(const std::string& path) override { return system_.volume.FileExists(path); }
+    void StopReading() override {}
     FileTime WrittenTime(const std::string& path) override {
         return system_.volume.TimesOf(path).written;
     }
     FileTime CreatedTime(const std::string& path) override {
         return system_.volume.TimesOf(path).created;
+    }
+    FileTime AccessedTime(const std::string& path) override {
+        return system_.volume.TimesOf(path).accessed;
     }
     bool RunUntil(const std::function<bool()>& done) override {
         for (int i = 0; i < 1000 && !done(); ++i) {

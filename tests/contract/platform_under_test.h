@@ -27,9 +27,14 @@ class PlatformUnderTest {
     // Another program holds the file open and lets nobody else write, until told otherwise.
     virtual void Lock(const std::string& path) = 0;
     virtual void Unlock() = 0;
+    // Another program begins to read the file and lets others read and write; false when it may
+    // not.
+    [[nodiscard]] virtual bool StartReading(const std::string& path) = 0;
+    virtual void StopReading() = 0;
 
     [[nodiscard]] virtual FileTime WrittenTime(const std::string& path) = 0;
     [[nodiscard]] virtual FileTime CreatedTime(const std::string& path) = 0;
+    [[nodiscard]] virtual FileTime AccessedTime(const std::string& path) = 0;
 
     // Runs the message loop until the condition holds; gives up (false) after a long while.
     virtual bool RunUntil(const std::function<bool()>& done) = 0;

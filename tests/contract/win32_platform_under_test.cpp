@@ -101,11 +101,21 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
         Check(static_cast<bool>(lock_), path);
     }
     void Unlock() override { lock_.Reset(); }
+    bool StartReading(const std::string& path) override {
+        reader_.Reset(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+        return static_cast<bool>(reader_);
+    }
+    void StopReading() override { reader_.Reset(); }
     FileTime WrittenTime(const std::string& path) override {
         return TimeOf(Attributes(path).ftLastWriteTime);
     }
     FileTime CreatedTime(const std::string& path) override {
         return TimeOf(Attributes(path).ftCreationTime);
+    }
+    FileTime AccessedTime(const std::string& path) override {
+        return TimeOf(Attributes(path).ftLastAccessTime);
     }
     bool RunUntil(const std::function<bool()>& done) override {
         const ULONGLONG deadline = ::GetTickCount64() + 20000;
@@ -164,6 +174,7 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     ComApartment apartment_;
     std::string folder_;
     TestFile lock_;
+    TestFile reader_;
     std::deque<std::function<void()>> actions_;
     std::size_t reported_exceptions_ = 0;
     Win32Platform platform_;
