@@ -4,17 +4,20 @@
 # usage: tools/endure.sh                 all of it
 #        tools/endure.sh PART...         of: storm matrix stamps windows chain folder churn kills fuzz
 . "$(dirname "$0")/common.sh"
+. "$top/tools/install.sh"
 . "$top/tools/wine.sh"
 
 room=$build/endure
 logs=$room/logs
+programs=$room/programs
+all_parts=(storm matrix stamps windows chain folder churn kills fuzz)
 parts=("$@")
-((${#parts[@]})) || parts=(storm matrix stamps windows chain folder churn kills fuzz)
+((${#parts[@]})) || parts=("${all_parts[@]}")
 failed=0
 
-# report PART SECONDS CODE LOG
+# report PART SECONDS CODE LOG: a run without a test is no run.
 report() {
-    if (($3 == 0)) && grep -q '^\[  PASSED  \]' "$4"; then
+    if (($3 == 0)) && grep -q '^\[  PASSED  \] [1-9]' "$4"; then
         note "$1: passed in $2 s"
     else
         tail -n 40 "$4" >&2
@@ -28,7 +31,7 @@ native() {
     local part=$1 filter=$2 log=$logs/$1.log started=$SECONDS code
     shift 2
     step "$part"
-    env "$@" "$build/host/tests/core_tests" "--gtest_filter=$filter" </dev/null >"$log" 2>&1
+    env "$@" "$programs/host/core_tests" "--gtest_filter=$filter" </dev/null >"$log" 2>&1
     code=$?
     report "$part" $((SECONDS - started)) "$code" "$log"
 }
@@ -40,7 +43,7 @@ windows() {
     step "$part"
     (
         for setting in "$@"; do export "${setting?}"; done
-        run_wine 7200 "$log" "$build/windows/tests/$suite.exe" "--gtest_filter=$filter" \
+        run_wine 7200 "$log" "$programs/windows/tests/$suite.exe" "--gtest_filter=$filter" \
             "--gtest_output=xml:$(windows_path "$logs/$part.xml")"
     )
     code=$?
@@ -57,6 +60,19 @@ make_big_folder() {
     (cd "$room/big" && seq -f 'file %06g.txt' 100000 | tr '\n' '\0' | xargs -0 touch) ||
         die "the folder of 100,000 files could not be made"
     : >"$room/big-folder-is-complete"
+}
+
+# What runs for hours is a copy, so that a build in the meantime does not change it. The build's lock
+# keeps one from changing it while it is copied.
+copy_programs() {
+    rm -rf "$programs"
+    mkdir -p "$programs/host" "$programs/windows/tests"
+    (
+        flock 9
+        cp "$build/host/tests/core_tests" "$programs/host" &&
+            cp "$build/windows/tidemark.exe" "$programs/windows" &&
+            cp "$build"/windows/tests/*.exe "$programs/windows/tests"
+    ) 9>"$build/build.lock" || die "the programs cannot be copied to $programs"
 }
 
 run_part() {
@@ -76,15 +92,28 @@ run_part() {
         ;;
     churn) windows churn endtoend_tests 'ChurnedTree.*' TIDEMARK_CHURN_SECONDS=120 ;;
     kills) windows kills endtoend_tests 'KilledEndToEnd.*' TIDEMARK_KILLS=100 ;;
-    fuzz) "$top/tools/fuzz.sh" || failed=1 ;;
-    *) die "no part $1" ;;
+    fuzz)
+        step "fuzz"
+        "$top/tools/fuzz.sh" || failed=1
+        ;;
     esac
 }
 
+for part in "${parts[@]}"; do
+    printf '%s\n' "${all_parts[@]}" | grep -qxF -- "$part" ||
+        die "no part $part; there are: ${all_parts[*]}"
+done
+packages=("${packages_to_test[@]}")
+[[ " ${parts[*]} " != *" fuzz "* ]] || packages+=("${packages_to_fuzz[@]}")
+install_packages "${packages[@]}"
+
 mkdir -p "$logs" || die "cannot write to $build"
+exec 8>"$room/lock"
+flock -n 8 || die "another run is at work in $room"
 rm -f "$logs"/*
 (build_preset host core_tests) || die "the native tests do not build"
 (build_preset windows tidemark endtoend_tests gui_tests) || die "the Windows tests do not build"
+copy_programs
 trap end_wine EXIT
 trap 'exit 130' INT TERM HUP
 unset DISPLAY WAYLAND_DISPLAY

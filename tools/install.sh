@@ -29,6 +29,11 @@ packages_to_test=(
     diffutils libc-bin # comparing what the installer leaves with what was there
     e2fsprogs # a file that nobody may write, not even root
 )
+# What tools/fuzz.sh takes besides what building takes.
+packages_to_fuzz=(
+    cmake ninja-build
+    clang-14 libclang-rt-14-dev # the compiler, and libFuzzer with the sanitizers
+)
 
 # install_packages PACKAGE...: installs those that are missing; says so plainly when it cannot.
 install_packages() {
