@@ -172,6 +172,7 @@ void frmMain::ShowControls() {
 
     if (!situation.stamping && bStampRequested) {
         bStampRequested = false;
+        taskbar_button_.Show({});  // the work is done, however long a message box then stands
         HandleEndOfStamp();
         if (!oTimer) {
             return;  // closed from inside a message box
