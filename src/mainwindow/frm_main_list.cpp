@@ -36,8 +36,8 @@ void frmMain::WireList() {
     lvwItems.on_mouse_up = [this](const MouseEvent& event) {
         if (event.button == kRightButton && bRightButtonDown) {
             PopUpForSelection({-1, -1});
+            bRightButtonDown = false;
         }
-        bRightButtonDown = false;
     };
     lvwItems.on_context_key = [this](Point at) { PopUpForSelection(at); };
 
@@ -62,6 +62,9 @@ void frmMain::WireList() {
 }
 
 void frmMain::lvwItems_ColumnClick(std::size_t column) {
+    if (!oTimer) {
+        return;  // the window is closing, and its items are gone
+    }
     const bool polling = oTimer->Enabled();
     oTimer->SetEnabled(false);
     const RedrawPause pause(lvwItems);

@@ -6,6 +6,7 @@
 #include "controls/fake_drag_data.h"
 #include "controls/ole_session.h"
 #include "controls/window_testing.h"
+#include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
 
 namespace tidemark {
@@ -55,20 +56,26 @@ class MainWindowList : public MainWindowTest {
         target->Drop(data.Get(), 0, {}, &effect);
         return chosen;
     }
+    void PressRight() { Main().lvwItems.on_mouse_down({.button = kRightButton, .at = {20, 200}}); }
+    void ReleaseRight() { Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {20, 200}}); }
     // Presses and releases the right button over the list, and dismisses the popup that opens;
     // its captions.
     std::vector<std::string> CaptionsOfRightClick() {
+        PressRight();
+        return CaptionsOfPopup([this] { ReleaseRight(); });
+    }
+    // Does what opens a popup, and dismisses that; its captions, none when nothing opened.
+    std::vector<std::string> CaptionsOfPopup(const std::function<void()>& open) {
         captions_.clear();
         self_ = this;
         const HHOOK hook =
             ::SetWindowsHookExW(WH_MSGFILTER, ReadPopup, nullptr, ::GetCurrentThreadId());
         const LPARAM below_rows = MAKELPARAM(20, 200);
         Main().lvwItems.Post(WM_NULL);
-        Main().lvwItems.on_mouse_down({.button = kRightButton, .at = {20, 200}});
         // The menu's loop takes this message and shows its own window to the hook.
         Main().lvwItems.Post(WM_MOUSEMOVE, 0, below_rows);
         ::SetTimer(Main().Handle(), 1, 10, nullptr);
-        Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {20, 200}});
+        open();
         ::KillTimer(Main().Handle(), 1);
         ::UnhookWindowsHookEx(hook);
         PumpPending();
@@ -115,6 +122,28 @@ TEST_F(MainWindowList, ContainsSortsByNumberAndTwiceDescendingAndShowsItsTextsAg
     ClickColumn(1);
     EXPECT_THAT(ContainsTexts(),
                 ElementsAre("10 files; 1 folder", "9 files; 1 folder", "1 file; 1 folder"));
+}
+
+TEST_F(MainWindowList, ContainsSortsByFilesAndFoldersTogether) {
+    Load();
+    AddTree("folders", 2);
+    for (int i = 0; i < 8; ++i) {
+        system_.volume.AddFolder(Numbered("C:\\trees\\folders\\d", i));
+    }
+    AddTree("files", 5);
+    List({"C:\\trees\\folders", "C:\\trees\\files"});
+    ClickColumn(1);
+    EXPECT_THAT(ContainsTexts(), ElementsAre("5 files; 1 folder", "2 files; 9 folders"));
+    ClickColumn(1);
+    EXPECT_THAT(ContainsTexts(), ElementsAre("2 files; 9 folders", "5 files; 1 folder"));
+}
+
+TEST_F(MainWindowList, SortingWhileNothingIsAtWorkDoesNotStartThePoll) {
+    LoadTrees();
+    const std::size_t calls = system_.pump.CallCount();
+    ClickColumn(0);
+    Finish();
+    EXPECT_EQ(system_.pump.CallCount(), calls);
 }
 
 TEST_F(MainWindowList, AnotherColumnSortsAscendingAsText) {
@@ -260,6 +289,47 @@ TEST_F(MainWindowList, AReleaseWithoutAPressOverTheListPopsNothingUp) {
     Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {5, 5}});
     EXPECT_FALSE(::FindWindowW(L"#32768", nullptr) != nullptr &&
                  ::IsWindowVisible(::FindWindowW(L"#32768", nullptr)));
+}
+
+TEST_F(MainWindowList, AReleaseOfTheLeftButtonLeavesTheRightButtonsClickToCome) {
+    LoadWithFiles(1);
+    PressRight();
+    Main().lvwItems.on_mouse_up({.button = kLeftButton, .at = {20, 200}});
+    EXPECT_THAT(CaptionsOfPopup([this] { ReleaseRight(); }),
+                ElementsAre("No valid items selected"));
+    EXPECT_THAT(CaptionsOfPopup([this] { ReleaseRight(); }), IsEmpty()) << "once for each press";
+}
+
+TEST_F(MainWindowList, TheContextKeyOpensThePopupOfARightClick) {
+    LoadWithFiles(1);
+    const auto press_key = [this] {
+        const HWND list = Main().lvwItems.Handle();
+        Main().lvwItems.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1);
+    };
+    EXPECT_THAT(CaptionsOfPopup(press_key), ElementsAre("No valid items selected"));
+    AddTree("t", 1);
+    List({"C:\\trees\\t\\f0"});
+    SelectAllRows(Main().rows);
+    EXPECT_THAT(CaptionsOfPopup(press_key), ElementsAre("Open &Containing Folder"));
+}
+
+TEST_F(MainWindowList, MovingTheHeldRightButtonDragsTheSelectedFiles) {
+    LoadWithFiles(1);
+    SelectRow("c:\\data\\file1.txt");
+    // The button is not really down, so that the drag ends at once, in a drop on the list itself.
+    POINT over_list{20, 100};
+    ::ClientToScreen(Main().lvwItems.Handle(), &over_list);
+    ::SetCursorPos(over_list.x, over_list.y);
+    const auto pumped_by_move = [this](std::int16_t button) {
+        const std::size_t calls = system_.pump.CallCount();
+        Main().lvwItems.on_mouse_move({.button = button, .at = {20, 100}});
+        return system_.pump.CallCount() - calls;
+    };
+    EXPECT_EQ(pumped_by_move(kRightButton), 0U) << "not pressed over the list";
+    PressRight();
+    EXPECT_EQ(pumped_by_move(kLeftButton), 0U);
+    EXPECT_GT(pumped_by_move(kRightButton), 0U) << "the dropped file is taken up, and is known";
+    EXPECT_EQ(Main().rows.Count(), 1U);
 }
 
 TEST_F(MainWindowList, TheListSelectsFullRowsAndHasAClientEdge) {

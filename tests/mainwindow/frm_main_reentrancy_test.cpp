@@ -34,6 +34,28 @@ TEST_F(MainWindowInside, ClosingWhileIdleSavesTheColumnWidthsAndShutsDown) {
     ExpectClosedCleanly();
 }
 
+TEST_F(MainWindowInside, AColumnClickWhileTheWindowClosesDoesNothing) {
+    Load();
+    system_.volume.AddFile("C:\\b");
+    system_.volume.AddFile("C:\\a");
+    List({"C:\\b", "C:\\a"});
+    Subclasser closing;
+    int clicks = 0;
+    closing.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        NMLISTVIEW click{};
+        click.hdr.hwndFrom = Main().lvwItems.Handle();
+        click.hdr.code = LVN_COLUMNCLICK;
+        ++clicks;
+        Main().Send(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
+        return std::nullopt;
+    };
+    closing.RegisterMessages(Main().Handle(), {WM_DESTROY});
+    Main().Close();
+    EXPECT_EQ(clicks, 1);
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\b", "C:\\a"));
+    ExpectClosedCleanly();
+}
+
 TEST_F(MainWindowInside, ClosingIsNotRefusedWhenTheSettingsCannotBeWritten) {
     Load();
     settings_.FailWrites(5);
