@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "controls/com_object.h"
+#include "controls/ole_session.h"
 #include "mainwindow/main_window_fixture.h"
 #include "platform/win32/wide_text.h"
 
@@ -26,6 +28,23 @@ std::vector<std::string> CaptionsOf(HMENU menu) {
     }
     return captions;
 }
+
+// Makes no object of its class, whatever is asked for.
+class FailingFactory final : public ComObject<IClassFactory> {
+  public:
+    int asked = 0;
+
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* /*outer*/, REFIID /*iid*/,
+                                             void** object) override {
+        ++asked;
+        *object = nullptr;
+        return E_OUTOFMEMORY;
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(WINBOOL /*lock*/) override { return S_OK; }
+
+  private:
+    ~FailingFactory() override = default;
+};
 
 class MainMenu : public MainWindowTest {};
 
@@ -101,6 +120,31 @@ TEST_F(MainMenu, RemoveSelectedTakesEverySelectedRowAndNoOther) {
     Choose("mnuFile", "mnuFileRemoveSelected");
     EXPECT_THAT(RowTexts(), ElementsAre("C:\\data\\file2.txt", "C:\\data\\file4.txt"));
     EXPECT_EQ(Main().Items().Count(), 2U);
+}
+
+TEST_F(MainMenu, TheListPopupRemovesAsTheFileMenuDoes) {
+    LoadWithFiles(3);
+    SelectRow("c:\\data\\file2.txt");
+    Item("mnuLPRemove").Click();
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\data\\file1.txt", "C:\\data\\file3.txt"));
+    Item("mnuLPRemoveAll").Click();
+    EXPECT_THAT(RowTexts(), IsEmpty());
+    EXPECT_EQ(Main().Items().Count(), 0U);
+    EXPECT_FALSE(Main().cmdStamp.Enabled());
+}
+
+TEST_F(MainMenu, ASendToShortcutThatCannotBeMadeIsPassedOverInSilence) {
+    const OleSession ole;
+    Load();
+    const auto factory = ComPtr<FailingFactory>::Adopt(new FailingFactory);
+    DWORD cookie = 0;
+    ASSERT_EQ(::CoRegisterClassObject(CLSID_ShellLink, factory.Get(), CLSCTX_INPROC_SERVER,
+                                      REGCLS_MULTIPLEUSE, &cookie),
+              S_OK);
+    Choose("mnuOptions", "mnuOptionsCreateSendTo");
+    ::CoRevokeClassObject(cookie);
+    EXPECT_EQ(factory->asked, 1);
+    EXPECT_THAT(boxes_.shown, IsEmpty());
 }
 
 TEST_F(MainMenu, RemoveCompletedLeavesAnItemThatCompletedWithErrors) {

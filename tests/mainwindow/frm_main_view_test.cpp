@@ -73,11 +73,21 @@ TEST_F(MainWindowView, ControlsOnBottomMovesThePanelAboveTheStatusBarWithoutAGap
 
 TEST_F(MainWindowView, ChoosingTheLayoutInForceOnlyRedoesIt) {
     Load();
-    const Bounds before = Main().lvwItems.Position();
-    Choose("mnuView", "mnuViewControlsOnTop");
-    EXPECT_TRUE(Item("mnuViewControlsOnTop").Checked());
-    EXPECT_FALSE(Item("mnuViewControlsOnBottom").Checked());
-    EXPECT_EQ(Main().lvwItems.Position(), before);
+    for (const bool on_top : {true, false}) {
+        const char* chosen = on_top ? "mnuViewControlsOnTop" : "mnuViewControlsOnBottom";
+        const char* other = on_top ? "mnuViewControlsOnBottom" : "mnuViewControlsOnTop";
+        Choose("mnuView", chosen);
+        const Bounds list = Main().lvwItems.Position();
+        Main().lvwItems.Move({.left = 7, .top = 7, .width = 70, .height = 70});
+        Main().OLEDropper1.Move({.left = 7, .top = 7, .width = 70, .height = 70});
+        Main().picControls.Move({.left = 9, .top = 9, .width = 90, .height = 90});
+        Choose("mnuView", chosen);
+        EXPECT_TRUE(Item(chosen).Checked());
+        EXPECT_FALSE(Item(other).Checked());
+        EXPECT_EQ(settings_.ReadText("ControlsOnTop", ""), on_top ? "True" : "False");
+        EXPECT_EQ(Main().lvwItems.Position(), list);
+        ExpectNoGap(on_top);
+    }
 }
 
 TEST_F(MainWindowView, DateCreatedShowsTheSecondRow) {
