@@ -19,6 +19,7 @@ page=$top/docs/screenshots.md
 # Of the main window: left, top, width, height. In the middle, where messages come up.
 place=(340 300 600 300)
 errors_place=(400 400 720 220)
+themes='HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager'
 
 # start PATH...: starts the program on paths of the Wine drive.
 start() {
@@ -59,6 +60,44 @@ picture() {
 chapter() {
     printf '\n## %s\n' "$1" >>"$page"
     step "$1"
+}
+
+# set_registry KEY VALUE TYPE DATA
+set_registry() {
+    run_wine 30 "$room/reg.log" reg add "$1" /v "$2" /t "$3" /d "$4" /f || die "$(cat "$room/reg.log")"
+}
+
+# What the desktop looks like is read when the system's services start.
+restart_wine() {
+    timeout 60 wineserver -k </dev/null >/dev/null 2>&1
+    timeout 60 wineserver -w </dev/null >/dev/null 2>&1
+    wineserver -p </dev/null >/dev/null 2>&1 8>&-
+}
+
+# dense_desktop DPI
+dense_desktop() {
+    set_registry 'HKCU\Control Panel\Desktop' LogPixels REG_DWORD "$1"
+    restart_wine
+}
+
+# The system colours of a scheme that is white and bright on black, without a theme over them.
+high_contrast_desktop() {
+    local colour
+    for colour in Window ButtonFace ButtonAlternateFace Menu MenuBar Scrollbar InfoWindow AppWorkSpace; do
+        set_registry 'HKCU\Control Panel\Colors' "$colour" REG_SZ '0 0 0'
+    done
+    for colour in WindowText ButtonText MenuText InfoText TitleText WindowFrame ButtonHilight \
+        ButtonLight ButtonShadow ButtonDkShadow; do
+        set_registry 'HKCU\Control Panel\Colors' "$colour" REG_SZ '255 255 255'
+    done
+    set_registry 'HKCU\Control Panel\Colors' GrayText REG_SZ '63 242 63'
+    set_registry 'HKCU\Control Panel\Colors' HotTrackingColor REG_SZ '255 255 0'
+    set_registry 'HKCU\Control Panel\Colors' Hilight REG_SZ '26 235 255'
+    set_registry 'HKCU\Control Panel\Colors' MenuHilight REG_SZ '26 235 255'
+    set_registry 'HKCU\Control Panel\Colors' HilightText REG_SZ '0 0 0'
+    set_registry 'HKCU\Control Panel\Desktop' LogPixels REG_DWORD 96
+    set_registry "$themes" ThemeActive REG_SZ 0
+    restart_wine
 }
 
 # make_folder NAME FILES EXTENSION: a folder of the Wine drive with files in it.
@@ -106,6 +145,8 @@ cat >"$page" <<'END'
 
 Every window, menu and popup of the program as it stands, taken from the program itself under Wine
 by `tools/screenshots.sh`. Fonts, icons and the entries that the shell adds to popups are Wine's.
+The layout is in pixels, for the fonts of Windows, which are narrower: with Wine's, "Last Modified:"
+reaches from the window's edge to the picker.
 END
 
 chapter "Start"
@@ -191,5 +232,35 @@ pose choose o 5
 pose box
 picture send-to "The shortcut on the Send To menu is made."
 pose answer 1 # OK
+pose close
+
+chapter "Dense screens and high contrast"
+cat >>"$page" <<'END'
+
+Windows draws the whole window larger on a dense screen, as the manifest asks. Wine enlarges only
+menus, borders, scroll bars and icons; the pictures show that the layout has room for that. High
+contrast is a scheme of system colours without a theme; Wine's window manager draws the title bars.
+END
+# The next run makes a new prefix, with the usual desktop.
+rm -f "$room/prefix-is-complete"
+for dpi in 120 144; do
+    dense_desktop "$dpi"
+    start_afresh "${listed[@]}"
+    pose counted 5
+    pose choose v 2
+    picture "dots-$dpi" "$dpi dots per inch."
+    pose close
+done
+high_contrast_desktop
+start_afresh "${listed[@]}"
+pose counted 5
+pose choose v 2
+pose select 1
+pose popup 1
+picture high-contrast "High contrast: a selected row with its popup."
+pose close-menu
+pose close
+start_afresh
+picture high-contrast-empty "High contrast, nothing listed yet."
 pose close
 note "look at docs/screenshots.md"
