@@ -393,6 +393,12 @@ bool ListView::OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         case WM_LBUTTONUP:
             Raise(on_mouse_up, MouseEvent{kLeftButton, shift, at});
             return false;
+        case WM_MBUTTONDOWN:
+            Raise(on_mouse_down, MouseEvent{kMiddleButton, shift, at});
+            return false;
+        case WM_MBUTTONUP:
+            Raise(on_mouse_up, MouseEvent{kMiddleButton, shift, at});
+            return false;
         case WM_RBUTTONDOWN:
         case WM_RBUTTONDBLCLK:
             PressRight(at, shift);

@@ -345,5 +345,32 @@ TEST_F(FrmErrorsTest, OnlyAHeldRightButtonDragsTheFilesThatExist) {
     EXPECT_EQ(allowed_, 3);
 }
 
+TEST_F(FrmErrorsTest, ARightButtonThatWasNotPressedInTheListDragsNothing) {
+    Show({kProgram});
+    Rows().SelectAll();
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, InRow(0) + MAKELPARAM(30, 0));
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, InRow(0) + MAKELPARAM(60, 0));
+    EXPECT_EQ(drags_, 0);
+}
+
+TEST_F(FrmErrorsTest, TheReleaseOfAnyButtonForgetsTheRightPress) {
+    Show({kProgram});
+    const LPARAM at = InRow(0);
+    const LPARAM further = at + MAKELPARAM(30, 0);
+    for (const UINT release : {WM_LBUTTONUP, WM_MBUTTONUP, WM_RBUTTONUP}) {
+        window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+        EXPECT_EQ(Rows().SelectedCount(), 1U);
+        popups_.shown = 0;
+        window_->lvwErrors.Send(release, MK_RBUTTON, at);
+        EXPECT_EQ(popups_.shown, release == WM_RBUTTONUP ? 1 : 0) << release;
+        window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, further);
+        EXPECT_EQ(drags_, 0) << release;
+        // No popup either, now that the press is forgotten.
+        popups_.shown = 0;
+        window_->lvwErrors.Send(WM_RBUTTONUP, 0, further);
+        EXPECT_EQ(popups_.shown, 0) << release;
+    }
+}
+
 }  // namespace
 }  // namespace tidemark

@@ -121,6 +121,17 @@ TEST_F(ListViewTest, ARightPressSelectsTheRowUnderItAndIsToldWithItsRelease) {
     EXPECT_EQ(::GetCapture(), nullptr);
 }
 
+TEST_F(ListViewTest, TheMiddleButtonIsToldAndSelectsNothing) {
+    std::vector<int> told;
+    list_->on_mouse_down = [&](const MouseEvent& event) { told.push_back(event.button); };
+    list_->on_mouse_up = [&](const MouseEvent& event) { told.push_back(-event.button); };
+    Fill(5);
+    list_->Send(WM_MBUTTONDOWN, MK_MBUTTON, At(Inside(3)));
+    list_->Send(WM_MBUTTONUP, 0, At(Inside(3)));
+    EXPECT_THAT(told, ElementsAre(kMiddleButton, -kMiddleButton));
+    EXPECT_EQ(model_.SelectedCount(), 0U);
+}
+
 TEST_F(ListViewTest, ARightPressOnASelectedRowKeepsTheSelection) {
     Fill(5);
     model_.SelectAll();
