@@ -86,11 +86,14 @@ high_contrast_desktop() {
     for colour in Window ButtonFace ButtonAlternateFace Menu MenuBar Scrollbar InfoWindow AppWorkSpace; do
         set_registry 'HKCU\Control Panel\Colors' "$colour" REG_SZ '0 0 0'
     done
-    for colour in WindowText ButtonText MenuText InfoText TitleText WindowFrame ButtonHilight \
-        ButtonLight ButtonShadow ButtonDkShadow; do
+    for colour in WindowText ButtonText MenuText InfoText TitleText WindowFrame ButtonLight \
+        ButtonDkShadow; do
         set_registry 'HKCU\Control Panel\Colors' "$colour" REG_SZ '255 255 255'
     done
     set_registry 'HKCU\Control Panel\Colors' GrayText REG_SZ '63 242 63'
+    # Of these two Wine makes the text of a button that is off.
+    set_registry 'HKCU\Control Panel\Colors' ButtonShadow REG_SZ '128 128 128'
+    set_registry 'HKCU\Control Panel\Colors' ButtonHilight REG_SZ '0 0 0'
     set_registry 'HKCU\Control Panel\Colors' HotTrackingColor REG_SZ '255 255 0'
     set_registry 'HKCU\Control Panel\Colors' Hilight REG_SZ '26 235 255'
     set_registry 'HKCU\Control Panel\Colors' MenuHilight REG_SZ '26 235 255'
