@@ -138,8 +138,8 @@ class ErrorRows::Fill {
         for (std::size_t i = 0; i < rows_.list_.Count(); ++i) {
             const ListRow& row = rows_.list_.At(i);
             if (row.item_number != 0) {
-                rows_.list_.SetSmallIcon(row,
-                                         RowIcon(rows_.images_, *icon_keys_[row.item_number - 1]));
+                const auto record = static_cast<std::size_t>(row.item_number - 1);
+                rows_.list_.SetSmallIcon(row, RowIcon(rows_.images_, *icon_keys_[record]));
             }
         }
         ChooseIconsOfTheRest();
