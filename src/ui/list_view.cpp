@@ -203,7 +203,11 @@ void ListView::ShowSelection() {
 void ListView::ShowCurrent() {
     const std::size_t current = model_.CurrentPosition();
     if (current == ListModel::kNoPosition) {
-        SetRowState(kAllRows, 0, LVIS_FOCUSED);
+        // Taking it from all rows would be a pass over them.
+        const LRESULT shown = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(kAllRows), LVNI_FOCUSED);
+        if (shown >= 0) {
+            SetRowState(static_cast<int>(shown), 0, LVIS_FOCUSED);
+        }
         return;
     }
     SetRowState(static_cast<int>(current), LVIS_FOCUSED, LVIS_FOCUSED);
