@@ -77,6 +77,9 @@ void MessageFont::AdoptControl(HWND control, const std::wstring& face) {
     if (current == nullptr || ::GetObjectW(current, sizeof(description), &description) == 0) {
         return;
     }
+    if (face == description.lfFaceName) {
+        return;
+    }
     SetFace(description, face);
     for (const MadeFont& made : fonts_) {
         if (SameFont(made.description, description)) {

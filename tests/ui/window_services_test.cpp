@@ -187,6 +187,17 @@ TEST(MessageFontTest, ControlsOfOneSizeShareOneFontAndAControlWithoutAFontIsSkip
     EXPECT_EQ(first.Font(), second.Font()) << "adopting again is harmless";
 }
 
+TEST(MessageFontTest, AControlThatHasTheFaceKeepsItsFont) {
+    const UniqueFont plain = MakeFont(MessageFontName(), 8.25);
+    MessageFont message_font;
+    TestForm form;
+    form.SetFormFont(plain.Get());
+    Button button;
+    button.Create(form, {.text = "b"});
+    message_font.Adopt(form);
+    EXPECT_EQ(button.Font(), plain.Get());
+}
+
 TEST(MessageFontTest, AdoptionForAWindowThatIsGoneIsSilent) {
     MessageFont message_font;
     message_font.Adopt(Window());
