@@ -5,7 +5,7 @@
 # Everything lives under the folder given to use_prefix, the home folder that Wine links to
 # included, so that nothing reaches the user's own prefix, registry, menus or documents. Wine's
 # output always goes to files: its services inherit standard output and would keep a pipe open.
-# Descriptor 8 is closed for what may outlive its starter: ./test holds a lock with it.
+# Descriptor 8 is closed for what may outlive its starter: whoever works here holds a lock with it.
 
 # use_prefix FOLDER: sets the environment for FOLDER/wine.
 use_prefix() {
@@ -70,9 +70,11 @@ run_wine() {
     timeout -k 5 "$seconds" wine "$@" </dev/null >"$log" 2>&1 8>&-
 }
 
-# Ends the prefix's programs and server, and the display, and nothing else.
+# Ends the prefix's programs and server, and the display, and nothing else: before use_prefix
+# WINEPREFIX may be the user's own.
 end_wine() {
-    [ -d "${WINEPREFIX:-}" ] && timeout 30 wineserver -k </dev/null >/dev/null 2>&1
+    [ -n "${wine_room:-}" ] && [ -d "$WINEPREFIX" ] &&
+        timeout 30 wineserver -k </dev/null >/dev/null 2>&1
     [ -n "${openbox_pid:-}" ] && kill "$openbox_pid" 2>/dev/null
     [ -n "${xvfb_pid:-}" ] && kill "$xvfb_pid" 2>/dev/null
     return 0
