@@ -56,6 +56,13 @@ build_preset() {
     note "done in $((SECONDS - started)) s"
 }
 
+# take_room FOLDER: makes the folder, for one run at a time to work in. Descriptor 8 holds the lock, so
+# what is left running in the background does without it.
+take_room() {
+    mkdir -p "$1" && { exec 8>"$1/lock"; } 2>/dev/null || die "cannot write to $1"
+    flock -n 8 || die "another run is at work in $1"
+}
+
 # make_packages: the zip and the installer, from the program that preset windows has built. Prints
 # what was made.
 make_packages() {

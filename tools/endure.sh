@@ -107,9 +107,8 @@ packages=("${packages_to_test[@]}")
 [[ " ${parts[*]} " != *" fuzz "* ]] || packages+=("${packages_to_fuzz[@]}")
 install_packages "${packages[@]}"
 
-mkdir -p "$logs" || die "cannot write to $build"
-exec 8>"$room/lock"
-flock -n 8 || die "another run is at work in $room"
+take_room "$room"
+mkdir -p "$logs"
 rm -f "$logs"/*
 (build_preset host core_tests) || die "the native tests do not build"
 (build_preset windows tidemark endtoend_tests gui_tests) || die "the Windows tests do not build"

@@ -134,6 +134,7 @@ make_folders() {
 listed=('C:\Photos' 'C:\Letters' 'C:\Music' 'C:\Archive\tide tables.txt' 'C:\Archive\logbook.txt')
 
 install_packages "${packages_to_run[@]}"
+take_room "$room"
 build_preset windows tidemark pose_tidemark
 unset DISPLAY WAYLAND_DISPLAY
 use_prefix "$room"
