@@ -1,16 +1,23 @@
 // Drives the program that is running, through its real window, for ./run and for the check of the
 // packages.
 //
-// drive_tidemark stamp    waits for the counts, presses Stamp, waits for the end and prints what
-//                         the window shows; the program goes on
+// drive_tidemark stamp [ROWS [TIME]]
+//                         waits until that many rows (one, unless said) are listed and counted,
+//                         sets Last Modified ("2019-07-14 13:45"), presses Stamp, waits for the
+//                         end and prints what the windows show; the program goes on
 // drive_tidemark close    closes the window and waits until the program has ended
 //
 // Exits with 0 when all of that happened.
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "support/remote_tidemark.h"
+
+// Needs the system's main header before it.
+#include <commctrl.h>
 
 namespace tidemark {
 namespace {
@@ -27,14 +34,78 @@ void PrintWindow(const RemoteTidemark& program) {
     }
 }
 
-void Stamp() {
+RemoteWindow Child(const RemoteWindow& window, const std::wstring& class_name) {
+    for (const RemoteWindow& child : window.Descendants()) {
+        if (child.ClassName() == class_name) {
+            return child;
+        }
+    }
+    throw RemoteError("the errors window lacks a control");
+}
+
+bool AnyRowHasErrors(const RemoteTidemark& program) {
+    const int rows = program.lvwItems().Rows();
+    for (int row = 0; row < rows; ++row) {
+        if (program.Status(row).ends_with("(with errors)")) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// What the errors window lists, which opens by itself.
+void PrintErrors(const RemoteTidemark& program) {
+    std::optional<RemoteWindow> window;
+    if (!PollUntil(kShortWait,
+                   [&] { return (window = program.Shown(L"TidemarkErrors")).has_value(); })) {
+        throw RemoteError("the errors window did not open");
+    }
+    const RemoteListView list(Child(*window, WC_LISTVIEWW));
+    const RemoteStatusBar status(Child(*window, STATUSCLASSNAMEW));
+    std::optional<std::string> said;
+    const bool collected = PollUntil(kLongWait, [&] {
+        return status.Text() != "  Collecting error data..." ||
+               (said = program.WaitForBox(std::chrono::milliseconds(0))).has_value();
+    });
+    if (!collected) {
+        throw RemoteError("the errors were not collected in time");
+    }
+    // Errors of a file that is listed twice over, in its folder and by itself, are not collected.
+    if (said) {
+        throw RemoteError("the errors window says: " + *said);
+    }
+    for (int row = 0; row < list.Rows(); ++row) {
+        std::printf("not stamped:\t%s\t%s\t%s\n", list.Cell(row, 0).c_str(),
+                    list.Cell(row, 1).c_str(), list.Cell(row, 2).c_str());
+    }
+}
+
+void SetLastModified(const RemoteTidemark& program, const char* text) {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0;
+    if (std::sscanf(text, "%d-%d-%d %d:%d", &year, &month, &day, &hour, &minute) != 5) {
+        throw RemoteError(std::string("not a time: ") + text);
+    }
+    SYSTEMTIME time{};
+    time.wYear = static_cast<WORD>(year);
+    time.wMonth = static_cast<WORD>(month);
+    time.wDay = static_cast<WORD>(day);
+    time.wHour = static_cast<WORD>(hour);
+    time.wMinute = static_cast<WORD>(minute);
+    program.dtDateLastModified().SetTime(time);
+    program.dtTimeLastModified().SetTime(time);
+}
+
+void Stamp(int rows, const char* time) {
     const RemoteTidemark program;
-    // How many of the paths the window takes is its own decision, so any row will do.
-    const bool listed =
-        PollUntil(kLongWait, [&program] { return program.lvwItems().Rows() > 0; }) &&
-        program.WaitForCounts(program.lvwItems().Rows(), kLongWait);
-    if (!listed) {
+    if (!PollUntil(kShortWait, [&] { return program.lvwItems().Rows() == rows; })) {
+        throw RemoteError("the list has " + std::to_string(program.lvwItems().Rows()) +
+                          " rows, not " + std::to_string(rows));
+    }
+    if (!program.WaitForCounts(rows, kLongWait)) {
         throw RemoteError("the list was not counted in time");
+    }
+    if (time != nullptr) {
+        SetLastModified(program, time);
     }
     program.cmdStamp().Click();
     const std::optional<std::string> said = program.WaitForBox(kLongWait);
@@ -51,6 +122,9 @@ void Stamp() {
         throw RemoteError("the status bar reads \"" + program.StatusBar1().Text() + "\"");
     }
     PrintWindow(program);
+    if (AnyRowHasErrors(program)) {
+        PrintErrors(program);
+    }
 }
 
 void Close() {
@@ -68,12 +142,13 @@ void Close() {
 
 int main(int count, char** arguments) {
     try {
-        if (count == 2 && std::strcmp(arguments[1], "stamp") == 0) {
-            tidemark::Stamp();
+        if (count >= 2 && count <= 4 && std::strcmp(arguments[1], "stamp") == 0) {
+            tidemark::Stamp(count > 2 ? std::atoi(arguments[2]) : 1,
+                            count > 3 ? arguments[3] : nullptr);
         } else if (count == 2 && std::strcmp(arguments[1], "close") == 0) {
             tidemark::Close();
         } else {
-            std::printf("usage: drive_tidemark stamp|close\n");
+            std::printf("usage: drive_tidemark stamp [ROWS [TIME]] | close\n");
             return 2;
         }
     } catch (const std::exception& failure) {
