@@ -1,5 +1,6 @@
 #include "benchmarks/floor.h"
 
+#include "benchmarks/measure.h"
 #include "platform/win32/windows.h"
 
 namespace tidemark {
@@ -26,7 +27,7 @@ class FloorWalk {
         const HANDLE search = ::FindFirstFileW(path_.c_str(), &found);
         path_.resize(length);
         if (search == INVALID_HANDLE_VALUE) {
-            return;
+            GiveUp("the floor could not list a folder");
         }
         do {
             const bool folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -55,17 +56,17 @@ class FloorWalk {
     void Stamp() {
         if (read_attributes_ &&
             (::GetFileAttributesW(path_.c_str()) & FILE_ATTRIBUTE_READONLY) != 0) {
-            return;  // no file of the benchmarks is
+            GiveUp("an entry is read-only, or cannot be read");
         }
         const HANDLE file =
             ::CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                           FILE_FLAG_BACKUP_SEMANTICS | FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file == INVALID_HANDLE_VALUE) {
-            return;
+        const bool stamped =
+            file != INVALID_HANDLE_VALUE && ::SetFileTime(file, nullptr, nullptr, time_) != FALSE &&
+            ::SetFileTime(file, time_, nullptr, nullptr) != FALSE && ::CloseHandle(file) != FALSE;
+        if (!stamped) {
+            GiveUp("the floor could not stamp an entry");
         }
-        ::SetFileTime(file, nullptr, nullptr, time_);
-        ::SetFileTime(file, time_, nullptr, nullptr);
-        ::CloseHandle(file);
     }
 
     std::wstring path_;
@@ -80,8 +81,9 @@ std::int64_t FloorCount(const std::wstring& folder) {
     return FloorWalk(folder, nullptr, /*read_attributes=*/false).Run();
 }
 
-std::int64_t FloorStamp(const std::wstring& folder, std::int64_t time, bool read_attributes) {
-    const FILETIME stamp{static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+std::int64_t FloorStamp(const std::wstring& folder, bool read_attributes) {
+    constexpr FILETIME stamp{static_cast<DWORD>(kFloorStampTime & 0xFFFFFFFF),
+                             static_cast<DWORD>(kFloorStampTime >> 32)};
     return FloorWalk(folder, &stamp, read_attributes).Run();
 }
 

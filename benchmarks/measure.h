@@ -1,10 +1,12 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace tidemark {
+
+// The day that benchmarks stamp with, as a day number.
+inline constexpr double kStampDate = 43800.5;
 
 // Milliseconds on the performance counter.
 [[nodiscard]] double NowMs();

@@ -8,9 +8,6 @@
 namespace tidemark {
 namespace {
 
-constexpr std::int64_t kFloorTime = 132'000'000'000'000'000;  // in 2019
-constexpr double kDate = 43800.5;                             // a day number of the same year
-
 // One turn of a floor, and what it found.
 void TimeFloor(const std::string& name, std::int64_t entries,
                const std::function<std::int64_t()>& floor) {
@@ -33,7 +30,7 @@ class EngineAlone {
 
     void TimeStamp(const std::string& name, double created, bool clear_read_only, bool sync) {
         system_.Timers().Forget();
-        item_->Stamp(kDate, created, clear_read_only, sync);
+        item_->Stamp(kStampDate, created, clear_read_only, sync);
         RunMessagesUntil([this] { return !item_->StampInProgress(); });
         if (!item_->StampComplete() || item_->HasErrors()) {
             GiveUp(name + ": the stamp met errors");
@@ -66,7 +63,7 @@ void WalkBench(const BenchArguments& arguments) {
             PrintFigure("count.ours", system.Timers().LongTicks());
         }
         for (int round = 0; round < arguments.rounds; ++round) {
-            TimeFloor("stamp.floor", entries, [&] { return FloorStamp(wide_tree, kFloorTime); });
+            TimeFloor("stamp.floor", entries, [&] { return FloorStamp(wide_tree); });
             system.Timers().Forget();
             window.Main().cmdStamp_Click();
             window.WaitForRest();
@@ -78,13 +75,11 @@ void WalkBench(const BenchArguments& arguments) {
     }
     EngineAlone engine(system, tree);
     for (int round = 0; round < arguments.rounds; ++round) {
-        TimeFloor("stamp-clearing.floor", entries,
-                  [&] { return FloorStamp(wide_tree, kFloorTime); });
-        engine.TimeStamp("stamp-clearing", kDate, /*clear_read_only=*/true, /*sync=*/false);
+        TimeFloor("stamp-clearing.floor", entries, [&] { return FloorStamp(wide_tree); });
+        engine.TimeStamp("stamp-clearing", kStampDate, /*clear_read_only=*/true, /*sync=*/false);
         TimeFloor("stamp-clearing.reading", entries,
-                  [&] { return FloorStamp(wide_tree, kFloorTime, /*read_attributes=*/true); });
-        TimeFloor("stamp-syncing.floor", entries,
-                  [&] { return FloorStamp(wide_tree, kFloorTime); });
+                  [&] { return FloorStamp(wide_tree, /*read_attributes=*/true); });
+        TimeFloor("stamp-syncing.floor", entries, [&] { return FloorStamp(wide_tree); });
         engine.TimeStamp("stamp-syncing", 0, /*clear_read_only=*/false, /*sync=*/true);
     }
 }
