@@ -37,7 +37,10 @@ void TimeCancels(RealSystem& system, const std::string& tree, int rounds) {
         window.Main().cmdStamp_Click();
         double pressed = 0;
         std::thread presser([&, round] {
-            ::Sleep(static_cast<DWORD>(120 + 37 * round));
+            while (!system.Timers().InLongTick()) {
+                ::Sleep(1);
+            }
+            ::Sleep(static_cast<DWORD>(5 + 7 * round));  // somewhere in a folder
             pressed = NowMs();
             ::PostMessageW(button, BM_CLICK, 0, 0);
         });

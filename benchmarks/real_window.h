@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -27,6 +28,7 @@ class WatchedTimers final : public TimerSource {
     [[nodiscard]] double LongTicks() const { return long_ticks_; }
     // When the last one ended.
     [[nodiscard]] double LastEnd() const { return last_end_; }
+    // May be asked on any thread.
     [[nodiscard]] bool InLongTick() const { return depth_ > 0; }
     void Forget() { long_ticks_ = 0; }
 
@@ -35,7 +37,7 @@ class WatchedTimers final : public TimerSource {
     void Tick(ITimerObjectSink& sink);
 
     TimerSource& timers_;
-    int depth_ = 0;
+    std::atomic<int> depth_ = 0;
     double long_ticks_ = 0;
     double last_end_ = 0;
 };
