@@ -1,7 +1,10 @@
 # Reads figures ("MODE NAME VALUE" a line) and writes docs/benchmarks.md: medians, ratios, and whether
 # each target is met. A figure that is missing is said to be.
 #
-# awk -f benchmarks/report.awk -v cores=N figures
+# awk -f benchmarks/report.awk -f benchmarks/tables.awk -v kind=full|quick -v room=FOLDER -v small=N
+#     -v large=N -v scaled='N ...' -v machine=TEXT figures
+#
+# FOLDER holds the versions of the peers; small, large and scaled name the trees measured.
 
 {
     key = $1 SUBSEP $2
@@ -63,12 +66,14 @@ function ratio_row(what, name, limit,    mode, m, line, value) {
     print line
 }
 
-# A figure by itself, its median or (of what must never be exceeded) the worst of all rounds.
-function plain_row(what, name, limit, format, worst,    m, line, value) {
-    line = "| " what " | at most " sprintf(format, limit) " |"
+# A figure by itself, its median or (of what must never be exceeded) the worst of all rounds. The
+# target of a "pinned" one does not hold for split cores.
+function plain_row(what, name, limit, format, worst, which,    m, line, value) {
+    line = "| " what " | at most " sprintf(format, limit) (which == "pinned" ? ", pinned" : "") " |"
     for (m = 1; m <= 2; ++m) {
         value = worst ? largest(modes[m] SUBSEP name) : median(modes[m] SUBSEP name)
-        line = line " " shown(value, format) " | " met(value, limit) " |"
+        line = line " " shown(value, format) " | " \
+            (which == "pinned" && modes[m] != "pinned" ? "" : met(value, limit)) " |"
     }
     print line
 }
@@ -81,7 +86,7 @@ function single_row(what, name, limit,    value) {
 }
 
 # How many times as long one takes as the other.
-function growth_row(what, above, below, limit, scale,    m, line, value, a, b) {
+function growth_row(what, above, below, limit,    m, line, value, a, b) {
     line = "| " what " | at most " limit "x |"
     for (m = 1; m <= 2; ++m) {
         a = median(modes[m] SUBSEP above)
@@ -93,9 +98,22 @@ function growth_row(what, above, below, limit, scale,    m, line, value, a, b) {
     print line
 }
 
-function note_row(what, name, format,    m, line) {
+# The worst of all rounds, without a target.
+function worst_row(what, name, format,    m, line) {
     line = "| " what " | - |"
-    for (m = 1; m <= 2; ++m) line = line " " shown(median(modes[m] SUBSEP name), format) " | |"
+    for (m = 1; m <= 2; ++m) line = line " " shown(largest(modes[m] SUBSEP name), format) " | |"
+    print line
+}
+
+# The same growth without a target.
+function growth_note(what, above, below,    m, line, a, b) {
+    line = "| " what " | - |"
+    for (m = 1; m <= 2; ++m) {
+        a = median(modes[m] SUBSEP above)
+        b = median(modes[m] SUBSEP below)
+        line = line " " (a == "none" || b == "none" || b == 0 ? "not measured" : \
+            sprintf("%.2fx (%.4g against %.4g)", a / b, a, b)) " | |"
+    }
     print line
 }
 
@@ -113,11 +131,12 @@ function peer_row(what, name,    file, version) {
     file = room "/peer-" name
     version = "not installed"
     if ((getline version < file) <= 0) version = "not installed"
+    sub(/\r$/, "", version)
     close(file)
     print "| " what " | " version " | " shown(median("pinned" SUBSEP "peer." name), "%.0f") " |"
 }
 
-function split_names(text, into) { split("", into); split(text, into, " ") }
+function split_names(text, into) { split(text, into, " ") }
 
 # How the text names a tree.
 function named(tree) {
