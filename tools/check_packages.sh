@@ -2,6 +2,8 @@
 # Checks what ./package makes, as a user meets it: the zip, and the installer from a silent
 # installation to an uninstallation that leaves nothing. ./test runs it as the suite `packages`,
 # inside the Wine prefix and on the display that it has started.
+#
+# usage: tools/check_packages.sh [CHECK...]    (all checks when none is named)
 . "$(dirname "$0")/common.sh"
 . "$top/tools/wine.sh"
 
@@ -9,7 +11,7 @@ packages=$build/windows/packages
 program=$build/windows/tidemark.exe
 driver=$build/windows/tests/drive_tidemark.exe
 work=$build/test/packages
-[ -n "${WINEPREFIX:-}" ] && [ -n "${DISPLAY:-}" ] || die "run me with ./test packages"
+[[ -n ${WINEPREFIX:-} && -n ${DISPLAY:-} ]] || die "run me with ./test packages"
 
 drive=$WINEPREFIX/drive_c
 roaming=$(echo "$drive"/users/*/AppData/Roaming/Microsoft/Windows)
@@ -73,7 +75,7 @@ uninstall() {
 }
 
 # Each check prints what it finds wrong; printing nothing is passing. Each goes on from where the
-# one before it has left the prefix.
+# one before it has left the prefix, so one named alone may lack what those before it make.
 
 check_zip_holds_the_program() {
     (cd "$work" && cmake -E tar xf "$packages"/*.zip)
@@ -165,7 +167,10 @@ run_wine 60 "$work/output" regedit /S "$(windows_path "$work/clean.reg")" || cat
 registry >"$work/registry.before"
 files >"$work/files.before"
 
-run_checks packages zip_holds_the_program installs_silently_for_one_user \
-    program_started_from_the_start_menu_stamps running_program_is_not_replaced \
-    uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused \
-    uninstall_leaves_nothing
+all_checks=(zip_holds_the_program installs_silently_for_one_user
+    program_started_from_the_start_menu_stamps running_program_is_not_replaced
+    uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused
+    uninstall_leaves_nothing)
+(($#)) && all_checks=("$@")
+
+run_checks packages "${all_checks[@]}"

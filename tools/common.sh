@@ -59,7 +59,7 @@ build_preset() {
 # take_room FOLDER: makes the folder, for one run at a time to work in. Descriptor 8 holds the lock, so
 # what is left running in the background does without it.
 take_room() {
-    mkdir -p "$1" && { exec 8>"$1/lock"; } 2>/dev/null || die "cannot write to $1"
+    { mkdir -p "$1" && exec 8>"$1/lock"; } 2>/dev/null || die "cannot write to $1"
     flock -n 8 || die "another run is at work in $1"
 }
 
@@ -81,6 +81,10 @@ make_packages() {
 run_checks() {
     local suite=$1 check found started took failed=0
     shift
+    for check in "$@"; do
+        declare -F "check_$check" >/dev/null || die "no check $check; there are:" \
+            "$(declare -F | sed -n 's/^declare -f check_//p' | tr '\n' ' ')"
+    done
     for check in "$@"; do
         printf '[ RUN      ] %s.%s\n' "$suite" "$check"
         started=$(date +%s%N)

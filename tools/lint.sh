@@ -7,8 +7,12 @@
 cd "$top" || exit 1
 
 mapfile -t sources < <(find src tests benchmarks -name '*.cpp' -o -name '*.h' | sort)
+scripts=(run test package bench .ci/run tools/*.sh benchmarks/*.sh)
 work=$build/lint
 mkdir -p "$work"
+
+# listed PATTERN: the sources whose paths match.
+listed() { printf '%s\n' "${sources[@]}" | grep -E "$1"; }
 
 # Each check prints what it finds; printing nothing is passing.
 
@@ -29,7 +33,7 @@ platform/memory  platform
 platform
 '
 check_layers() {
-    grep -nE '^#include "' $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null |
+    listed '^src/' | xargs grep -nE '^#include "' /dev/null |
         awk -v table="$layer_table" '
             function layer(path) {
                 if (path ~ /^platform\/(win32|memory)\//) return substr(path, 1, 14) ~ /win32/ ? \
@@ -57,15 +61,15 @@ check_layers() {
 
 # No two headers include each other, by whatever way round.
 check_include_cycles() {
-    grep -oE '^#include "[^"]+' $(printf '%s\n' "${sources[@]}" | grep '^src/.*\.h$') /dev/null |
+    listed '^src/.*\.h$' | xargs grep -oE '^#include "[^"]+' /dev/null |
         sed -E 's|^src/([^:]+):#include "|\1 |' | tsort 2>&1 >/dev/null | sed 's/^tsort: -: //'
 }
 
 # The folders that also compile natively stay free of the system's headers.
 check_window_free_folders() {
-    grep -nE '^#include <(windows|win[a-z]+|commctrl|commdlg|shl[a-z_]+|shellapi|ole2|objbase|dde)\.h>' \
-        $(printf '%s\n' "${sources[@]}" |
-            grep -E '^(src|tests)/(platform|engine|lists|settings)/' | grep -v /win32/) /dev/null
+    listed '^(src|tests)/(platform|engine|lists|settings)/' | grep -v /win32/ | xargs grep -nE \
+        '^#include <(windows|win[a-z]+|commctrl|commdlg|shl[a-z_]+|shellapi|ole2|objbase|dde)\.h>' \
+        /dev/null
 }
 
 # What ./test and ./bench ask for, not what some target that nobody builds names.
@@ -105,27 +109,50 @@ check_headers_stand_alone() {
 }
 
 check_nothing_is_switched_off() {
-    grep -nE '\b(TEST|TEST_F|TEST_P|TYPED_TEST)\([^,]+, *DISABLED_|\bDISABLED_' "${sources[@]}"
-    # A suppressed check says which one and, behind it, why.
+    grep -nE '\bDISABLED_' "${sources[@]}"
+    grep -nE '\bGTEST_SKIP\(\) *;' "${sources[@]}"
+    # A suppressed check says which one and, behind it, why; a suppressed warning in a comment above.
     grep -nE 'NOLINT' "${sources[@]}" | grep -vE 'NOLINT[A-Z]*\([^)]+\):? .+'
+    grep -nE 'cppcheck-suppress' "${sources[@]}" |
+        grep -vE 'cppcheck-suppress[a-z-]* \[?[A-Za-z_, ]+\]? *(;|//) *.+'
+    grep -nE '# *shellcheck disable' "${scripts[@]}" | grep -vE 'disable=[A-Z0-9,]+ +# .+'
+    awk '/^ *# *pragma (GCC|clang) diagnostic ignored/ && !explained {
+            print FILENAME ":" FNR ": no comment above says why"
+        }
+        !/^ *# *pragma (GCC|clang) diagnostic/ { explained = /^ *\/\// }' "${sources[@]}"
+}
+
+check_shell_scripts() { shellcheck -f gcc "${scripts[@]}"; }
+
+# They route; what they route to is elsewhere.
+check_window_procedures() {
+    awk '
+        FILENAME !~ /^src\/.*\.cpp$/ { next }
+        /^[^ ]/ && /LRESULT.*\(.*UINT message/ { name = $0; first = FNR }
+        /^}/ && name {
+            ++found
+            if (FNR - first + 1 > 100) print FILENAME ":" first ": " FNR - first + 1 " lines"
+            name = ""
+        }
+        END { if (!found) print "no window procedure is found" }' "${sources[@]}"
 }
 
 # Streams would add most of their weight to the program for nothing.
 check_no_iostreams() {
-    grep -nE '^#include <(iostream|fstream|sstream|ostream|istream|iomanip)>' \
-        $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null
+    listed '^src/' |
+        xargs grep -nE '^#include <(iostream|fstream|sstream|ostream|istream|iomanip)>' /dev/null
 }
 
 # Every picture in the resource scripts is loaded by the program, every file in res/ is named by
 # what builds or renders it, and every picture of the docs is shown by a page.
 check_every_resource_is_used() {
     local name file
-    for name in $(awk '$2 == "ICON" || $2 == "BITMAP" { print $1 }' res/*.rc.in); do
+    while IFS= read -r name; do
         grep -rqE "L\"$name\"|MAKEINTRESOURCEW\($name\)" src || echo "resource $name: never loaded"
-    done
+    done < <(awk '$2 == "ICON" || $2 == "BITMAP" { print $1 }' res/*.rc.in)
     while IFS= read -r file; do
         # One name stands for the style sheets of all sizes.
-        name=$(basename "$file" | sed -E 's/^icon-[0-9]+\./icon-$size./')
+        name=$(basename "$file" | sed -E "s/^icon-[0-9]+\./icon-\$size./")
         grep -rqF -- "$name" cmake packaging res/*.in tools || echo "$file: nothing uses it"
     done < <(find res -type f)
     while IFS= read -r file; do
@@ -136,19 +163,17 @@ check_every_resource_is_used() {
 # Colours are the system's, so that high contrast reaches everything; the splash writes on a picture
 # of its own. And no window takes the foreground from what the user is at.
 check_windows_manners() {
-    grep -nE '\bRGB\(' $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null |
-        grep -v '^src/app/frm_splash\.cpp:'
-    grep -nE '\b(SetForegroundWindow|AllowSetForegroundWindow|SetActiveWindow|BringWindowToTop|SwitchToThisWindow|MB_SETFOREGROUND|MB_SYSTEMMODAL)\b' \
-        $(printf '%s\n' "${sources[@]}" | grep '^src/') /dev/null
+    listed '^src/' | xargs grep -nE '\bRGB\(' /dev/null | grep -v '^src/app/frm_splash\.cpp:'
+    listed '^src/' | xargs grep -nE '\b(SetForegroundWindow|AllowSetForegroundWindow|SetActiveWindow|BringWindowToTop|SwitchToThisWindow|MB_SETFOREGROUND|MB_SYSTEMMODAL)\b' /dev/null
 }
 
 # Links between the pages of the docs lead to files that are there.
 check_links_of_docs() {
     local page link
     for page in *.md docs/*.md; do
-        for link in $(grep -oE '\]\([^)#]+' "$page" | sed 's/^](//' | grep -v ':'); do
+        while IFS= read -r link; do
             [ -e "$(dirname "$page")/$link" ] || echo "$page: $link is not there"
-        done
+        done < <(grep -oE '\]\([^)#]+' "$page" | sed 's/^](//' | grep -v ':')
     done
 }
 
@@ -156,32 +181,37 @@ check_links_of_docs() {
 check_shipped_program() {
     local program=$build/windows/tidemark.exe size
     [ -e "$program" ] || { echo "$program is not built"; return; }
-    x86_64-w64-mingw32-objdump -p "$program" | sed -n 's/.*DLL Name: //p' |
+    x86_64-w64-mingw32-objdump -p "$program" >"$work/imports" || echo "its imports cannot be read"
+    sed -n 's/.*DLL Name: //p' "$work/imports" |
         grep -viE '^(advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|uuid|uxtheme|version|winmm)\.dll$' |
         sed 's/^/imports /'
-    x86_64-w64-mingw32-strip -o "$work/tidemark.exe" "$program"
+    x86_64-w64-mingw32-strip -o "$work/tidemark.exe" "$program" || echo "it cannot be stripped"
     size=$(stat -c %s "$work/tidemark.exe")
     ((size < 1500000)) || echo "$size bytes without symbols"
 }
 
-window_free_sources() {
-    grep -oE '"file": "[^"]+' "$build/host/compile_commands.json" | sed 's/.*"//' |
+# sources_of PRESET: those of src that it compiles.
+sources_of() {
+    grep -oE '"file": "[^"]+' "$build/$1/compile_commands.json" | sed 's/.*"//' |
         grep "^$top/src/" | sort -u
 }
 
 # What was found clean is not looked at again until it, a header or the list of checks changes.
 check_clang_tidy() {
-    local source stamp pending=()
+    local source stamp looked_at pending=()
+    mapfile -t looked_at < <(sources_of host)
+    ((${#looked_at[@]})) || echo "preset host compiles no sources of src"
     mkdir -p "$work/tidy"
-    while IFS= read -r source; do
+    for source in "${looked_at[@]}"; do
         stamp=$work/tidy/$(tr / + <<<"${source#"$top"/}")
         if [ ! -e "$stamp" ] ||
             [ -n "$(find src .clang-tidy "$source" \( -name '*.h' -o -name .clang-tidy -o \
                 -path "$source" \) -newer "$stamp" -print -quit)" ]; then
             pending+=("$source" "$stamp")
         fi
-    done < <(window_free_sources)
+    done
     ((${#pending[@]})) || return 0
+    # shellcheck disable=SC2016 # the inner shell expands its own arguments
     printf '%s\n' "${pending[@]}" | xargs -P "$(nproc)" -n 2 bash -c '
         touch "$3.new"
         if clang-tidy -p "$1" --quiet "$2" 2>"$3.log"; then
@@ -193,15 +223,17 @@ check_clang_tidy() {
         fi' tidy "$build/host"
 }
 
+# It needs none of the system's headers.
 check_cppcheck() {
-    window_free_sources |
+    listed '^src/.*\.cpp$' |
         xargs cppcheck --quiet --std=c++20 --language=c++ --inline-suppr -j "$(nproc)" -I src \
             --enable=warning,performance 2>&1
 }
 
 all_checks=(format layers include_cycles window_free_folders every_source_is_built file_length
-    headers_stand_alone nothing_is_switched_off no_iostreams every_resource_is_used
-    windows_manners links_of_docs shipped_program clang_tidy cppcheck)
+    window_procedures headers_stand_alone nothing_is_switched_off no_iostreams
+    every_resource_is_used windows_manners links_of_docs shell_scripts shipped_program clang_tidy
+    cppcheck)
 (($#)) && all_checks=("$@")
 
 run_checks lint "${all_checks[@]}"

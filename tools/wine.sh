@@ -45,7 +45,8 @@ start_display() {
         </dev/null >"$wine_room/xvfb.log" 2>&1 8>&- &
     xvfb_pid=$!
     wait_until 20 test -s "$number" || die "the virtual display did not start ($wine_room/xvfb.log)"
-    export DISPLAY=:$(cat "$number")
+    DISPLAY=:$(cat "$number")
+    export DISPLAY
     unset XAUTHORITY WAYLAND_DISPLAY
     openbox --startup "touch $(printf %q "$ready")" </dev/null >"$wine_room/openbox.log" 2>&1 8>&- &
     openbox_pid=$!
