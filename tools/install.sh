@@ -2,6 +2,8 @@
 # Sourced by the commands in the root and by scripts here: the Debian packages that they use, and how
 # missing ones are installed.
 
+# shellcheck disable=SC2034 # each script that sources this uses some of the lists
+
 # What building the Windows program takes.
 packages_to_build=(
     cmake ninja-build g++-mingw-w64-x86-64-posix
@@ -25,26 +27,61 @@ packages_to_test=(
     "${packages_to_package[@]}"
     g++ g++-mingw-w64-i686-posix
     binutils-mingw-w64-x86-64 # which DLLs the program imports
-    clang-format clang-tidy cppcheck
+    clang-format clang-tidy cppcheck shellcheck
     diffutils libc-bin # comparing what the installer leaves with what was there
     e2fsprogs # a file that nobody may write, not even root
 )
+# What tools/render-artwork.sh takes.
+packages_to_draw=(librsvg2-bin imagemagick fontconfig fonts-urw-base35)
 # What tools/fuzz.sh takes besides what building takes.
 packages_to_fuzz=(
     cmake ninja-build
     clang-14 libclang-rt-14-dev # the compiler, and libFuzzer with the sanitizers
 )
 
+# What shows on a system without Debian's list of packages that one is there: a command, or a file;
+# nothing for what has none of its own, like fonts and plain tools that every system has.
+sign_of() {
+    case $1 in
+    cmake | openbox | clang-format | clang-tidy | cppcheck | shellcheck | wine) echo "$1" ;;
+    ninja-build) echo ninja ;;
+    g++) echo g++ ;;
+    g++-mingw-w64-x86-64-posix) echo x86_64-w64-mingw32-g++-posix ;;
+    g++-mingw-w64-i686-posix) echo i686-w64-mingw32-g++-posix ;;
+    binutils-mingw-w64-x86-64) echo x86_64-w64-mingw32-objdump ;;
+    googletest) echo /usr/src/googletest/CMakeLists.txt ;;
+    nsis) echo makensis ;;
+    xvfb) echo Xvfb ;;
+    imagemagick) echo convert ;;
+    procps) echo pgrep ;;
+    util-linux) echo flock ;;
+    e2fsprogs) echo chattr ;;
+    clang-14) echo clang++-14 ;;
+    librsvg2-bin) echo rsvg-convert ;;
+    esac
+}
+
+# is_there PACKAGE
+is_there() {
+    local sign
+    if command -v dpkg-query >/dev/null; then
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+    else
+        sign=$(sign_of "$1")
+        [ -z "$sign" ] || [[ $sign == /* && -e $sign ]] || command -v "$sign" >/dev/null
+    fi
+}
+
 # install_packages PACKAGE...: installs those that are missing; says so plainly when it cannot.
 install_packages() {
     local package missing=() as_root=()
-    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
-        die "this needs Debian (apt-get) or a system with these packages: $*"
     for package in "$@"; do
-        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
-            missing+=("$package")
+        is_there "$package" || missing+=("$package")
     done
     ((${#missing[@]})) || return 0
+    command -v apt-get >/dev/null ||
+        die "only apt-get can be asked to install what is missing here, in Debian's names:" \
+            "${missing[*]}"
     step "Installing ${missing[*]}"
     if [ "$(id -u)" != 0 ]; then
         as_root=(sudo)

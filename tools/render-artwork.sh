@@ -1,18 +1,16 @@
 #!/usr/bin/env bash
 # Renders the icon and the pictures in res/ and packaging/ from the one drawing, res/artwork/tidemark.svg.
 # The results are committed: run this after a change of the drawing, look at them, commit both.
-# Needs rsvg-convert (librsvg2-bin), convert (imagemagick) and the font URW Gothic
-# (fonts-urw-base35).
-set -euo pipefail
-cd "$(dirname "$0")/.."
+#
+# usage: tools/render-artwork.sh
+. "$(dirname "$0")/common.sh"
+. "$top/tools/install.sh"
+set -eo pipefail
+cd "$top"
 
-for tool in rsvg-convert convert fc-list; do
-    command -v "$tool" >/dev/null || { echo "render-artwork: $tool is not installed" >&2; exit 1; }
-done
-if [ -z "$(fc-list 'URW Gothic')" ]; then
-    echo "render-artwork: the font URW Gothic is not installed" >&2
-    exit 1
-fi
+install_packages "${packages_to_draw[@]}"
+# Without the font the words would come out in any other one.
+[ -n "$(fc-list 'URW Gothic')" ] || die "the font URW Gothic is not to be found"
 
 drawing=res/artwork/tidemark.svg
 work=$(mktemp -d)
