@@ -74,6 +74,17 @@ uninstall() {
     wait_until 20 gone_both "$folder" "$start_menu" || echo "$folder is still there: $(ls "$folder")"
 }
 
+# make_file, then the program started on stamped.txt, then expect_stamp: the file has got a new time.
+make_file() {
+    : >"$work/stamped.txt"
+    touch -d '2001-02-03 04:05:06' "$work/stamped.txt"
+    unstamped=$(stat -c %Y "$work/stamped.txt")
+}
+expect_stamp() {
+    expect_exit 0 "$driver" stamp
+    [ "$(stat -c %Y "$work/stamped.txt")" != "$unstamped" ] || echo "the file has kept its time"
+}
+
 # Each check prints what it finds wrong; printing nothing is passing. Each goes on from where the
 # one before it has left the prefix, so one named alone may lack what those before it make.
 
@@ -82,6 +93,26 @@ check_zip_holds_the_program() {
     cmp "$program" "$work"/tidemark-clock-*/tidemark.exe 2>&1
     (cd "$work"/tidemark-clock-* && find . -type f | sort) >"$work/in-zip"
     printf './README.txt\n./tidemark.exe\n' | diff - "$work/in-zip"
+}
+
+# What the system shows of a program's file. An icon without its smallest or largest picture is one
+# that the system draws itself.
+check_programs_tell_version_and_icon() {
+    local version pictures file resources
+    version=$(sed -n 's/^project(tidemark VERSION \([0-9.]*\) .*/\1/p' "$top/CMakeLists.txt")
+    version+=.0.$(sed -n 's/^set(TIDEMARK_BUILD_NUMBER \([0-9]*\))/\1/p' "$top/CMakeLists.txt")
+    pictures=$(od -A n -t u2 -j 4 -N 2 "$top/res/tidemark.ico")
+    for file in "$program" "$packages"/*-setup.exe; do
+        resources=$work/${file##*/}.rc
+        x86_64-w64-mingw32-windres -J coff -O rc "$file" "$resources" 2>&1 ||
+            echo "the resources of ${file##*/} cannot be read"
+        grep -qF " FILEVERSION ${version//./, }" "$resources" ||
+            echo "${file##*/} is not of version $version: $(grep FILEVERSION "$resources")"
+        grep -qF "\"FileVersion\", \"$version\"" "$resources" ||
+            echo "${file##*/} does not show version $version"
+        grep -A 5 -F 'RT_GROUP_ICON' "$resources" | grep -qF "Has ${pictures// /} elements" ||
+            echo "${file##*/} lacks the icon with its ${pictures// /} pictures"
+    done
 }
 
 check_installs_silently_for_one_user() {
@@ -100,13 +131,9 @@ check_installs_silently_for_one_user() {
 }
 
 check_program_started_from_the_start_menu_stamps() {
-    local file=$work/stamped.txt stamp
-    : >"$file"
-    touch -d '2001-02-03 04:05:06' "$file"
-    stamp=$(stat -c %Y "$file")
-    expect_exit 0 start /unix "$start_menu" "$(windows_path "$file")"
-    expect_exit 0 "$driver" stamp
-    [ "$(stat -c %Y "$file")" != "$stamp" ] || echo "the file has kept its time"
+    make_file
+    expect_exit 0 start /unix "$start_menu" "$(windows_path "$work/stamped.txt")"
+    expect_stamp
 }
 
 check_running_program_is_not_replaced() {
@@ -159,18 +186,32 @@ check_uninstall_leaves_nothing() {
     comm -13 "$work/files.before" "$work/files.after"
 }
 
+clean_registry() {
+    printf 'Windows Registry Editor Version 5.00\r\n\r\n' >"$work/clean.reg"
+    printf '[-%s]\r\n' "$uninstall_key" "$settings_key" "$app_paths_key" >>"$work/clean.reg"
+    run_wine 60 "$work/output" regedit /S "$(windows_path "$work/clean.reg")" || cat "$work/output"
+}
+
+check_program_from_the_zip_stamps() {
+    make_file
+    wine "$work"/tidemark-clock-*/tidemark.exe "$(windows_path "$work/stamped.txt")" </dev/null \
+        >"$work/program.log" 2>&1 8>&- &
+    expect_stamp
+    expect_exit 0 "$driver" close
+    wait $! || echo "the program ended with $?: $(cat "$work/program.log")"
+    clean_registry
+}
+
 # A run that was broken off may have left something, and other suites start the program too.
 rm -rf "$installed" "$elsewhere" "$start_menu" "$send_to"
-printf 'Windows Registry Editor Version 5.00\r\n\r\n' >"$work/clean.reg"
-printf '[-%s]\r\n' "$uninstall_key" "$settings_key" "$app_paths_key" >>"$work/clean.reg"
-run_wine 60 "$work/output" regedit /S "$(windows_path "$work/clean.reg")" || cat "$work/output"
+clean_registry
 registry >"$work/registry.before"
 files >"$work/files.before"
 
-all_checks=(zip_holds_the_program installs_silently_for_one_user
+all_checks=(zip_holds_the_program programs_tell_version_and_icon installs_silently_for_one_user
     program_started_from_the_start_menu_stamps running_program_is_not_replaced
     uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused
-    uninstall_leaves_nothing)
+    uninstall_leaves_nothing program_from_the_zip_stamps)
 (($#)) && all_checks=("$@")
 
 run_checks packages "${all_checks[@]}"

@@ -26,7 +26,7 @@ packages_to_test=(
     "${packages_to_run[@]}"
     "${packages_to_package[@]}"
     g++ g++-mingw-w64-i686-posix
-    binutils-mingw-w64-x86-64 # which DLLs the program imports
+    binutils-mingw-w64-x86-64 # which DLLs the program imports, and its resources
     clang-format clang-tidy cppcheck shellcheck
     diffutils libc-bin # comparing what the installer leaves with what was there
     e2fsprogs # a file that nobody may write, not even root
