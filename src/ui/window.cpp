@@ -58,10 +58,16 @@ void Window::SetEnabled(bool enabled) {
     if (handle_ == nullptr || enabled == Enabled()) {
         return;
     }
-    if (!enabled && HasFocus() && (Style() & WS_CHILD) != 0) {
-        const HWND root = ::GetAncestor(handle_, GA_ROOT);
-        const HWND next = ::GetNextDlgTabItem(root, handle_, FALSE);
-        ::SetFocus(next != nullptr && next != handle_ ? next : root);
+    const bool hands_on = !enabled && HasFocus() && (Style() & WS_CHILD) != 0;
+    const HWND root = hands_on ? ::GetAncestor(handle_, GA_ROOT) : nullptr;
+    const HWND next = hands_on ? ::GetNextDlgTabItem(root, handle_, FALSE) : nullptr;
+    const bool only_one = next == nullptr || next == handle_;
+    if (hands_on && !only_one) {
+        ::SetFocus(next);
+    if (hands_on && only_one) {
+        // Not before: a form would hand the focus straight back to the control.
+        ::SetFocus(root);
+    }
     }
     ::EnableWindow(handle_, enabled);
 }

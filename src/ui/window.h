@@ -27,8 +27,8 @@ class Window {
     [[nodiscard]] bool Visible() const;
     void SetVisible(bool visible);
     [[nodiscard]] bool Enabled() const;
-    // Disabling the control that has the focus first moves the focus to the next control that can
-    // take it: a disabled window would swallow every key.
+    // Disabling the control that has the focus moves the focus to the next control that can take
+    // it, or else to the form: without a focus no key would reach either.
     void SetEnabled(bool enabled);
 
     // Outer rectangle: in the parent's client area for a child, on the screen otherwise.

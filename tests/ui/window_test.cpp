@@ -121,6 +121,18 @@ TEST(FormTest, AFormObjectDroppedInItsOwnHandlerIsSafe) {
         if (message == WM_APP) {
             form.reset();
             return 9;
+TEST(WindowTest, DisablingTheOnlyControlLeavesTheFocusWithTheForm) {
+    TestForm form;
+    Button only;
+    only.Create(form, {.text = "1", .bounds = {0, 0, 50, 20}});
+    form.SetVisible(true);
+    only.Focus();
+    ASSERT_TRUE(PumpUntil([&] { return only.HasFocus(); }));
+    only.SetEnabled(false);
+    EXPECT_TRUE(form.HasFocus());
+    EXPECT_FALSE(only.Enabled());
+}
+
         }
         return std::nullopt;
     };
