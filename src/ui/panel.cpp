@@ -36,17 +36,19 @@ LRESULT Panel::ColourControl(HDC dc) const {
 }
 
 LRESULT Panel::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (const auto answer = form_controls_->Reflect(message, wparam, lparam)) {
-        return *answer;
-    }
     switch (message) {
         case WM_NOTIFY:
         case WM_COMMAND:
         case WM_DRAWITEM:
         case WM_GETFONT:
+            // The form hands them to the wrappers. Done here too, a wrapper that leaves one to the
+            // parent would get it twice.
             return ::SendMessageW(::GetParent(window), message, wparam, lparam);
         case WM_CTLCOLORBTN:
         case WM_CTLCOLORSTATIC:
+            if (const auto answer = form_controls_->Reflect(message, wparam, lparam)) {
+                return *answer;
+            }
             return ColourControl(reinterpret_cast<HDC>(wparam));
         case WM_ERASEBKGND: {
             RECT rect{};

@@ -96,6 +96,16 @@ TEST(ControlTest, ColourQuestionsReachTheWrapperAlsoFromInsideAPanel) {
     ::ReleaseDC(probe.Handle(), dc);
 }
 
+TEST(ControlTest, ANotificationFromInsideAPanelReachesTheWrapperOnce) {
+    TestForm form;
+    Panel panel;
+    panel.Create(form, {.bounds = {0, 0, 200, 100}});
+    ProbeControl probe;
+    probe.Create(panel, WC_STATICW);
+    SendNotification(panel, probe.Handle(), NM_CLICK);
+    EXPECT_EQ(probe.notified.size(), 1U);
+}
+
 TEST(ControlTest, AnItemToDrawReachesItsControlButAMenuItemDoesNot) {
     TestForm form;
     ProbeControl probe;
