@@ -112,7 +112,7 @@ DrawEdge::~DrawEdge() {
 }
 
 void DrawEdge::Create(ControlSite& site, const ControlSpec& spec) {
-    HostedWindowSpec window = HostedControlSpec(site, spec);
+    HostedWindowSpec window = SpecIn(site, spec);
     window.class_name = L"TidemarkDrawEdge";
     // Its own device context: hdc() stays the same and needs no giving back.
     window.class_style = CS_OWNDC;

@@ -31,7 +31,8 @@ class DrawEdge final : public Control, private MessageHandler {
     DrawEdge(Mode mode, EdgeRoutine routine);
     ~DrawEdge() override;
 
-    // Creates the control in `site`. Throws ProgramError when it cannot be created.
+    // Creates the control in `site`. Throws ProgramError when it cannot be created, and when there
+    // is one already.
     void Create(ControlSite& site, const ControlSpec& spec);
 
     // Draws edges on a Windows DC; the system's result.

@@ -23,7 +23,7 @@ OLEDropper::~OLEDropper() {
 }
 
 void OLEDropper::Create(ControlSite& site, const ControlSpec& spec) {
-    HostedWindowSpec window = HostedControlSpec(site, spec);
+    HostedWindowSpec window = SpecIn(site, spec);
     window.class_name = L"TidemarkOLEDropper";
     window.style |= WS_CLIPCHILDREN;
     window.background = COLOR_WINDOW;

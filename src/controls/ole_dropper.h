@@ -18,7 +18,7 @@ class OLEDropper final : public Control, public OleDragDropEvents, private Messa
     ~OLEDropper() override;
 
     // Creates the control in `site` with the font of the window around it. Throws ProgramError when
-    // a window cannot be created or cannot become a drop target.
+    // there is one already, and when a window cannot be created or cannot become a drop target.
     void Create(ControlSite& site, const ControlSpec& spec);
 
     // The label's font is Font() and SetFont(); replacing it centres the label at once. The font is

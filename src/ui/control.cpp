@@ -90,27 +90,27 @@ std::optional<LRESULT> Control::OnDrawItem(DRAWITEMSTRUCT& /*item*/) {
     return std::nullopt;
 }
 
-HostedWindowSpec HostedControlSpec(ControlSite& site, const ControlSpec& spec) {
+HostedWindowSpec Control::SpecIn(ControlSite& site, const ControlSpec& spec) const {
+    if (Handle() != nullptr) {
+        throw ProgramError(error_number::kDuplicateKey, "The control has a window already.");
+    }
     HostedWindowSpec window;
     window.text = spec.text;
     window.style = WS_CHILD | spec.style | (spec.visible ? WS_VISIBLE : 0U);
     window.extended_style = spec.extended_style;
     window.bounds = spec.bounds;
     window.parent = site.SiteWindow();
-    window.menu_or_id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId()));
+    window.id = site.Controls().NextId();
     return window;
 }
 
 void Control::CreateChild(ControlSite& site, const wchar_t* class_name, const ControlSpec& spec) {
-    if (Handle() != nullptr) {
-        throw ProgramError(error_number::kDuplicateKey, "The control has a window already.");
-    }
-    const DWORD style = WS_CHILD | spec.style | (spec.visible ? WS_VISIBLE : 0U);
-    const HWND window = ::CreateWindowExW(
-        spec.extended_style, class_name, WideFromUtf8(spec.text).c_str(), style, spec.bounds.left,
-        spec.bounds.top, spec.bounds.width, spec.bounds.height, site.SiteWindow(),
-        reinterpret_cast<HMENU>(static_cast<INT_PTR>(site.Controls().NextId())),
-        ::GetModuleHandleW(nullptr), nullptr);
+    const HostedWindowSpec own = SpecIn(site, spec);
+    const HWND window =
+        ::CreateWindowExW(own.extended_style, class_name, WideFromUtf8(own.text).c_str(), own.style,
+                          own.bounds.left, own.bounds.top, own.bounds.width, own.bounds.height,
+                          own.parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(own.id)),
+                          ::GetModuleHandleW(nullptr), nullptr);
     if (window == nullptr) {
         ThrowSystemError(::GetLastError(), "Creating a control");
     }
@@ -122,7 +122,10 @@ void Control::Adopt(ControlSite& site, HWND window) {
     site.Controls().Add(window, *this);
     registry_ = &site.Controls();
     SetHandle(window);
-    ::SetWindowSubclass(window, WatchProc, 0, reinterpret_cast<DWORD_PTR>(this));
+    if (!::SetWindowSubclass(window, WatchProc, 0, reinterpret_cast<DWORD_PTR>(this))) {
+        Destroy();
+        throw ProgramError(error_number::kInvalidArgument, "The control cannot be watched.");
+    }
 }
 
 LRESULT CALLBACK Control::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,

@@ -66,10 +66,6 @@ struct ControlSpec {
     bool visible = true;
 };
 
-// What a control whose window class is the program's own is created from. The caller names the
-// class and adds what is its own.
-[[nodiscard]] HostedWindowSpec HostedControlSpec(ControlSite& site, const ControlSpec& spec);
-
 // A child window with its wrapper: owns the window, which goes with the wrapper or with the parent
 // window, whichever is first. The messages it sends its parent come back to the wrapper, which
 // turns them into events. Controls follow each other in tab order as they are created; a label
@@ -96,10 +92,14 @@ class Control : public Window {
     [[nodiscard]] virtual bool KeepsKey(UINT /*key*/) const { return false; }
 
   protected:
+    // What the control's window is created from in `site`; the wrapper adds the class and what else
+    // is its own. Throws ProgramError (duplicate key) when there is a window already.
+    [[nodiscard]] HostedWindowSpec SpecIn(ControlSite& site, const ControlSpec& spec) const;
     // Creates the window of a system class in `site`. Throws ProgramError when it cannot be
     // created, and when there is one already.
     void CreateChild(ControlSite& site, const wchar_t* class_name, const ControlSpec& spec);
-    // Takes over a child window that was created in `site` otherwise.
+    // Takes over a child window that was created in `site` otherwise. Throws ProgramError when it
+    // cannot be watched; then the window is gone.
     void Adopt(ControlSite& site, HWND window);
 
   private:

@@ -69,10 +69,10 @@ void EnsureClass(HINSTANCE module, const HostedWindowSpec& spec) {
 HWND CreateHostedWindow(MessageHandler& handler, const HostedWindowSpec& spec) {
     HINSTANCE module = ::GetModuleHandleW(nullptr);
     EnsureClass(module, spec);
-    const HWND window =
-        ::CreateWindowExW(spec.extended_style, spec.class_name, WideFromUtf8(spec.text).c_str(),
-                          spec.style, spec.bounds.left, spec.bounds.top, spec.bounds.width,
-                          spec.bounds.height, spec.parent, spec.menu_or_id, module, &handler);
+    const HWND window = ::CreateWindowExW(
+        spec.extended_style, spec.class_name, WideFromUtf8(spec.text).c_str(), spec.style,
+        spec.bounds.left, spec.bounds.top, spec.bounds.width, spec.bounds.height, spec.parent,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)), module, &handler);
     if (window == nullptr) {
         ThrowSystemError(::GetLastError(), "Creating a window");
     }

@@ -29,7 +29,7 @@ struct HostedWindowSpec {
     DWORD extended_style = 0;
     Bounds bounds{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT};
     HWND parent = nullptr;  // or the owner, for a window that is no child
-    HMENU menu_or_id = nullptr;
+    int id = 0;             // of a child, by which its parent tells it from others
     UINT class_style = 0;
     int background = COLOR_3DFACE;  // a system colour; -1: the handler erases
 };

@@ -8,7 +8,7 @@ Panel::~Panel() {
 }
 
 void Panel::Create(ControlSite& site, const ControlSpec& spec) {
-    HostedWindowSpec window = HostedControlSpec(site, spec);
+    HostedWindowSpec window = SpecIn(site, spec);
     window.class_name = L"TidemarkPanel";
     window.style |= WS_CLIPCHILDREN;
     window.extended_style |= WS_EX_CONTROLPARENT;

@@ -14,6 +14,7 @@ class Panel : public Control, public ControlSite, public MessageHandler {
     Panel() = default;
     ~Panel() override;
 
+    // Throws ProgramError when the window cannot be created, and when there is one already.
     void Create(ControlSite& site, const ControlSpec& spec);
     // Also what is behind the texts of the labels and check boxes in it.
     void SetBackground(COLORREF colour);

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "platform/program_error.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 
@@ -121,6 +122,12 @@ TEST_F(DrawEdgeTest, ANewControlHasItsDefaults) {
     EXPECT_EQ(control_.Edge(), 1);
     EXPECT_EQ(control_.MousePointer(), 0);
     EXPECT_EQ(control_.MouseIcon(), nullptr);
+}
+
+TEST_F(DrawEdgeTest, ItHasOneWindowAtATime) {
+    const HWND window = control_.hwnd();
+    EXPECT_THROW(control_.Create(form_, {}), ProgramError);
+    EXPECT_EQ(control_.hwnd(), window);
 }
 
 TEST_F(DrawEdgeTest, FourSunkenSidesAreExactlyOneCall) {

@@ -7,6 +7,7 @@
 #include "controls/com_testing.h"
 #include "controls/drop_files.h"
 #include "controls/window_testing.h"
+#include "platform/program_error.h"
 #include "support/test_form.h"
 #include "ui/gdi.h"
 #include "ui/message_font.h"
@@ -178,6 +179,12 @@ TEST_F(OLEDropperTest, BothRegistrationsGoWithTheWindow) {
     EXPECT_EQ(dropper_.hwnd(), nullptr);
     EXPECT_EQ(References(*surface.Get()), 1U);
     EXPECT_EQ(References(*label.Get()), 1U);
+}
+
+TEST_F(OLEDropperTest, ItHasOneWindowAtATime) {
+    const HWND window = dropper_.hwnd();
+    EXPECT_THROW(dropper_.Create(form_, {}), ProgramError);
+    EXPECT_EQ(dropper_.hwnd(), window);
 }
 
 TEST_F(OLEDropperTest, ItCanBeCreatedAnew) {

@@ -127,6 +127,11 @@ TEST(ControlTest, AControlIsCreatedOnceAndAgainAfterItsWindowWent) {
     Button button;
     button.Create(form, {.text = "b"});
     EXPECT_THROW(button.Create(form, {.text = "b"}), ProgramError);
+    Panel panel;
+    panel.Create(form, {});
+    const HWND window = panel.Handle();
+    EXPECT_THROW(panel.Create(form, {}), ProgramError);
+    EXPECT_EQ(panel.Handle(), window);
     button.Destroy();
     EXPECT_EQ(button.Handle(), nullptr);
     button.Destroy();
