@@ -13,7 +13,7 @@ namespace {
 // Above the identifiers of controls and of shell menus, below those of system commands.
 constexpr UINT kFirstId = 0x8001;
 
-HMENU Checked(HMENU menu) {
+HMENU OrThrow(HMENU menu) {
     if (menu == nullptr) {
         ThrowSystemError(::GetLastError(), "Creating a menu");
     }
@@ -100,7 +100,7 @@ void MenuItem::Click() {
     }
 }
 
-Menu::Menu(const std::vector<MenuRow>& rows) : bar_(tidemark::Checked(::CreateMenu())) {
+Menu::Menu(const std::vector<MenuRow>& rows) : bar_(OrThrow(::CreateMenu())) {
     MenuItem* top = nullptr;
     for (const MenuRow& row : rows) {
         const bool known = std::any_of(items_.begin(), items_.end(),
@@ -114,7 +114,7 @@ Menu::Menu(const std::vector<MenuRow>& rows) : bar_(tidemark::Checked(::CreateMe
         MenuItem& item = *items_.back();
         if (row.level == 0) {
             top = &item;
-            item.popup_.Reset(tidemark::Checked(::CreatePopupMenu()));
+            item.popup_.Reset(OrThrow(::CreatePopupMenu()));
             InsertTop(item);
         } else {
             if (top == nullptr) {
@@ -123,8 +123,10 @@ Menu::Menu(const std::vector<MenuRow>& rows) : bar_(tidemark::Checked(::CreateMe
             }
             item.parent_ = top;
             const bool separator = item.caption_ == "-";
-            ::AppendMenuW(top->popup_.Get(), separator ? MF_SEPARATOR : MF_STRING, id,
-                          separator ? nullptr : WideFromUtf8(item.caption_).c_str());
+            if (!::AppendMenuW(top->popup_.Get(), separator ? MF_SEPARATOR : MF_STRING, id,
+                               separator ? nullptr : WideFromUtf8(item.caption_).c_str())) {
+                ThrowSystemError(::GetLastError(), "Adding a menu item");
+            }
         }
     }
 }
