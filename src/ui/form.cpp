@@ -52,6 +52,9 @@ void Form::Destroy() {
 }
 
 void Form::ShowModal(const Window& owner) {
+    if (!Exists()) {
+        return;
+    }
     // The loop may outlive the form object, so it is given nothing but the window.
     const HWND window = Handle();
     if (owner.Exists() && owner.Enabled()) {

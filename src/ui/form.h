@@ -57,7 +57,7 @@ class Form : public Window, public ControlSite, public MessageHandler {
     void Close() { Send(WM_CLOSE); }
 
     // Shows the form in front of `owner`, which is disabled meanwhile, and routes messages until
-    // the form is hidden or destroyed.
+    // the form is hidden or destroyed. Nothing without a window.
     void ShowModal(const Window& owner);
 
     // The font that WM_GETFONT answers and new controls start with; not owned.

@@ -239,3 +239,11 @@ TEST(FormTest, HidingEndsAModalFormToo) {
 
 }  // namespace
 }  // namespace tidemark
+TEST(FormTest, AModalFormWithoutAWindowLeavesTheOtherFormsAlone) {
+    TestForm owner;
+    TestForm modal;
+    modal.Destroy();
+    modal.ShowModal(owner);
+    EXPECT_TRUE(owner.Enabled());
+}
+
