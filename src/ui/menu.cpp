@@ -30,15 +30,14 @@ HMENU MenuItem::Holder() const {
 }
 
 UINT MenuItem::State() const {
+    if (!visible_) {
+        return state_out_of_bar_;
+    }
     MENUITEMINFOW info{};
     info.cbSize = sizeof(info);
     info.fMask = MIIM_STATE;
     ::GetMenuItemInfoW(Holder(), id_, FALSE, &info);
     return info.fState;
-}
-
-std::string MenuItem::Caption() const {
-    return caption_;
 }
 
 void MenuItem::SetCaption(std::string_view caption) {
@@ -62,12 +61,19 @@ bool MenuItem::Enabled() const {
 }
 
 void MenuItem::SetEnabled(bool enabled) {
-    if (enabled != Enabled()) {
-        ::EnableMenuItem(Holder(), id_,
-                         static_cast<UINT>(MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED)));
-        if (parent_ == nullptr) {
-            menu_.RedrawBar();
-        }
+    if (enabled == Enabled()) {
+        return;
+    }
+    if (!visible_) {
+        constexpr UINT kDisabled = MFS_DISABLED;
+        state_out_of_bar_ =
+            enabled ? state_out_of_bar_ & ~kDisabled : state_out_of_bar_ | kDisabled;
+        return;
+    }
+    ::EnableMenuItem(Holder(), id_,
+                     static_cast<UINT>(MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED)));
+    if (parent_ == nullptr) {
+        menu_.RedrawBar();
     }
 }
 
@@ -87,6 +93,7 @@ void MenuItem::SetVisible(bool visible) {
     if (visible) {
         menu_.InsertTop(*this);
     } else {
+        state_out_of_bar_ = State();
         // Takes the menu out of the bar without destroying it.
         ::RemoveMenu(menu_.Bar(), id_, MF_BYCOMMAND);
     }
@@ -148,7 +155,8 @@ void Menu::InsertTop(MenuItem& top) {
     std::wstring text = WideFromUtf8(top.caption_);
     MENUITEMINFOW info{};
     info.cbSize = sizeof(info);
-    info.fMask = MIIM_ID | MIIM_STRING | MIIM_SUBMENU;
+    info.fMask = MIIM_ID | MIIM_STATE | MIIM_STRING | MIIM_SUBMENU;
+    info.fState = top.state_out_of_bar_;
     info.wID = top.id_;
     info.hSubMenu = top.popup_.Get();
     info.dwTypeData = text.data();

@@ -23,8 +23,8 @@ struct MenuRow {
     const char* caption = nullptr;
 };
 
-// One top-level menu or one item of it. Its states live in the system's menu: what is read is what
-// the user sees.
+// One top-level menu or one item of it. Its states live in the system's menu, so what is read is
+// what the user sees; a top-level menu out of the bar keeps its own until it is back.
 class MenuItem {
   public:
     MenuItem(const MenuItem&) = delete;
@@ -35,10 +35,11 @@ class MenuItem {
     std::string tag;                 // the program's own text
 
     [[nodiscard]] const std::string& Name() const { return name_; }
-    [[nodiscard]] std::string Caption() const;
+    [[nodiscard]] const std::string& Caption() const { return caption_; }
     void SetCaption(std::string_view caption);
     [[nodiscard]] bool Enabled() const;
     void SetEnabled(bool enabled);
+    // Items only.
     [[nodiscard]] bool Checked() const;
     void SetChecked(bool checked);
     // Top-level menus only: whether the menu stands in the bar. A hidden one can still pop up.
@@ -62,6 +63,7 @@ class MenuItem {
     UniqueMenu popup_;            // of a top-level menu
     MenuItem* parent_ = nullptr;  // of an item
     bool visible_ = true;
+    UINT state_out_of_bar_ = 0;  // MFS_ bits, while it is not visible
 };
 
 // A menu bar with its menus, built from a table; items are reached by their names.

@@ -114,6 +114,21 @@ TEST_F(MenuTest, AHiddenMenuLeavesTheBarAndComesBackToItsPlace) {
     EXPECT_FALSE(menu_["mnuLPRemove"].Enabled());
 }
 
+TEST_F(MenuTest, AHiddenMenuKeepsItsStateAndTakesNewOnes) {
+    MenuItem& popup = menu_["mnuListPopup"];
+    popup.SetEnabled(false);
+    popup.SetVisible(false);
+    EXPECT_FALSE(popup.Enabled());
+    popup.SetVisible(true);
+    EXPECT_FALSE(popup.Enabled());
+    EXPECT_NE(::GetMenuState(menu_.Bar(), 1, MF_BYPOSITION) & MF_GRAYED, 0U);
+    popup.SetVisible(false);
+    popup.SetEnabled(true);
+    EXPECT_TRUE(popup.Enabled());
+    popup.SetVisible(true);
+    EXPECT_EQ(::GetMenuState(menu_.Bar(), 1, MF_BYPOSITION) & MF_GRAYED, 0U);
+}
+
 TEST_F(MenuTest, ACommandRunsTheItemsHandler) {
     int clicks = 0;
     menu_["mnuFileOpen"].on_click = [&] { ++clicks; };
