@@ -31,12 +31,10 @@ std::string Window::Text() const {
     return Utf8FromWide(std::wstring_view(text).substr(0, static_cast<std::size_t>(copied)));
 }
 
-bool Window::SetText(std::string_view text) {
-    if (handle_ == nullptr || Text() == text) {
-        return false;
+void Window::SetText(std::string_view text) {
+    if (Exists() && Text() != text) {
+        ::SetWindowTextW(handle_, WideFromUtf8(text).c_str());
     }
-    ::SetWindowTextW(handle_, WideFromUtf8(text).c_str());
-    return true;
 }
 
 bool Window::Visible() const {
@@ -64,12 +62,12 @@ void Window::SetEnabled(bool enabled) {
     const bool only_one = next == nullptr || next == handle_;
     if (hands_on && !only_one) {
         ::SetFocus(next);
+    }
+    ::EnableWindow(handle_, enabled);
     if (hands_on && only_one) {
         // Not before: a form would hand the focus straight back to the control.
         ::SetFocus(root);
     }
-    }
-    ::EnableWindow(handle_, enabled);
 }
 
 Bounds Window::Position() const {
@@ -112,6 +110,9 @@ void Window::SetFont(HFONT font) {
 }
 
 Size Window::TextSize(std::string_view text) const {
+    if (!Exists()) {
+        return {};  // without a window the system measures for the screen
+    }
     HDC dc = ::GetDC(Handle());
     HGDIOBJ before = ::SelectObject(dc, Font() != nullptr ? Font() : ::GetStockObject(SYSTEM_FONT));
     const std::wstring wide = WideFromUtf8(text);

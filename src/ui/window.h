@@ -20,8 +20,8 @@ class Window {
     [[nodiscard]] bool Exists() const { return handle_ != nullptr && ::IsWindow(handle_); }
 
     [[nodiscard]] std::string Text() const;
-    // Writes only when the text differs, so that nothing flickers; true when it was written.
-    bool SetText(std::string_view text);
+    // Writes only when the text differs, so that nothing flickers.
+    void SetText(std::string_view text);
 
     // The window's own visibility, whatever its parents'.
     [[nodiscard]] bool Visible() const;

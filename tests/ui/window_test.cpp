@@ -16,29 +16,52 @@ namespace {
 TEST(WindowTest, TextsKeepEveryScript) {
     TestForm form;
     const std::string text = "日本語 café \xF0\x9F\x98\x80";
-    EXPECT_TRUE(form.SetText(text));
+    form.SetText(text);
     EXPECT_EQ(form.Text(), text);
-    EXPECT_FALSE(form.SetText(text)) << "an equal text is not written again";
-    EXPECT_TRUE(form.SetText(""));
+    form.SetText("");
     EXPECT_EQ(form.Text(), "");
 }
 
-TEST(WindowTest, AWindowThatIsGoneGivesEmptyAnswers) {
-    Window window;
+TEST(WindowTest, AnEqualTextIsNotWrittenAgain) {
+    TestForm form;
+    int writes = 0;
+    Subclasser watch;
+    watch.WndProc = [&writes](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++writes;
+        return std::nullopt;
+    };
+    watch.RegisterMessages(form.Handle(), {WM_SETTEXT});
+    form.SetText("one");
+    form.SetText("one");
+    EXPECT_EQ(writes, 1);
+    form.SetText("other");
+    EXPECT_EQ(writes, 2);
+}
+
+void ExpectEmptyAnswers(Window window) {
     EXPECT_FALSE(window.Exists());
     EXPECT_EQ(window.Text(), "");
-    EXPECT_FALSE(window.SetText("x"));
     EXPECT_FALSE(window.Visible());
     EXPECT_FALSE(window.Enabled());
     EXPECT_EQ(window.Position(), Bounds());
     EXPECT_EQ(window.ClientSize(), Size());
+    EXPECT_EQ(window.TextSize("x"), Size());
     EXPECT_EQ(window.Send(WM_GETTEXT), 0);
+    window.SetText("x");
     window.Move({1, 2, 3, 4});
     window.SetVisible(true);
     window.SetEnabled(false);
     window.Invalidate();
     window.Focus();
     RedrawPause pause(window);
+}
+
+TEST(WindowTest, AWindowThatIsGoneGivesEmptyAnswers) {
+    ExpectEmptyAnswers(Window());
+    TestForm form;
+    const Window window(form.Handle());
+    form.Destroy();
+    ExpectEmptyAnswers(window);
 }
 
 TEST(WindowTest, AChildsPositionIsInItsParent) {
@@ -98,6 +121,18 @@ TEST(WindowTest, DisablingTheFocusedControlMovesTheFocusOn) {
     EXPECT_FALSE(first.Enabled());
 }
 
+TEST(WindowTest, DisablingTheOnlyControlLeavesTheFocusWithTheForm) {
+    TestForm form;
+    Button only;
+    only.Create(form, {.text = "1", .bounds = {0, 0, 50, 20}});
+    form.SetVisible(true);
+    only.Focus();
+    ASSERT_TRUE(PumpUntil([&] { return only.HasFocus(); }));
+    only.SetEnabled(false);
+    EXPECT_TRUE(form.HasFocus());
+    EXPECT_FALSE(only.Enabled());
+}
+
 TEST(FormTest, AWindowDestroyedInItsOwnHandlerLeavesTheFormObject) {
     TestForm form;
     form.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
@@ -121,18 +156,6 @@ TEST(FormTest, AFormObjectDroppedInItsOwnHandlerIsSafe) {
         if (message == WM_APP) {
             form.reset();
             return 9;
-TEST(WindowTest, DisablingTheOnlyControlLeavesTheFocusWithTheForm) {
-    TestForm form;
-    Button only;
-    only.Create(form, {.text = "1", .bounds = {0, 0, 50, 20}});
-    form.SetVisible(true);
-    only.Focus();
-    ASSERT_TRUE(PumpUntil([&] { return only.HasFocus(); }));
-    only.SetEnabled(false);
-    EXPECT_TRUE(form.HasFocus());
-    EXPECT_FALSE(only.Enabled());
-}
-
         }
         return std::nullopt;
     };
@@ -222,6 +245,14 @@ TEST(FormTest, AModalFormDisablesItsOwnerUntilItIsGone) {
     EXPECT_FALSE(modal.Exists());
 }
 
+TEST(FormTest, AModalFormWithoutAWindowLeavesTheOtherFormsAlone) {
+    TestForm owner;
+    TestForm modal;
+    modal.Destroy();
+    modal.ShowModal(owner);
+    EXPECT_TRUE(owner.Enabled());
+}
+
 TEST(FormTest, HidingEndsAModalFormToo) {
     TestForm owner;
     TestForm modal;
@@ -239,11 +270,3 @@ TEST(FormTest, HidingEndsAModalFormToo) {
 
 }  // namespace
 }  // namespace tidemark
-TEST(FormTest, AModalFormWithoutAWindowLeavesTheOtherFormsAlone) {
-    TestForm owner;
-    TestForm modal;
-    modal.Destroy();
-    modal.ShowModal(owner);
-    EXPECT_TRUE(owner.Enabled());
-}
-
