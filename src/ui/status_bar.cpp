@@ -17,6 +17,7 @@ constexpr WPARAM kSimplePart = SB_SIMPLEID;
 void StatusBar::Create(ControlSite& site, const ControlSpec& spec) {
     ControlSpec own = spec;
     own.style |= CCS_BOTTOM;
+    own.text.clear();  // the control would put it into its first panel
     CreateChild(site, STATUSCLASSNAMEW, own);
     simple_text_.clear();
     panel_texts_ = {};

@@ -37,6 +37,11 @@ TEST_F(StatusBarTest, StartsInSimpleModeWithItsText) {
     EXPECT_EQ(StatusBar1.SimpleText(), "  Ready");
 }
 
+TEST_F(StatusBarTest, ItsTextIsTheSimpleModesOnly) {
+    StatusBar1.SetSimple(false);
+    EXPECT_EQ(ShownText(StatusBar1, 0), "");
+}
+
 TEST_F(StatusBarTest, AWiderBarIsPaintedAnewAsAWhole) {
     form_.SetVisible(true);
     PumpPending();
