@@ -89,8 +89,8 @@ void MessageFont::AdoptControl(HWND control, const std::wstring& face) {
     }
     UniqueFont font(::CreateFontIndirectW(&description));
     if (font) {
-        Window(control).SetFont(font.Get());
         fonts_.push_back({description, std::move(font)});
+        Window(control).SetFont(fonts_.back().font.Get());
     }
 }
 
