@@ -1,10 +1,12 @@
 #include "controls/browse_for_folder.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
+#include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
 #include "settings/mod_monitor_info.h"
 #include "ui/last_resort.h"
@@ -134,7 +136,12 @@ bool BrowseForFolder::Browse() {
         return false;
     }
     // The resizable dialog takes drops and completes names: it needs OLE.
-    const OleSession ole;
+    std::optional<OleSession> ole;
+    try {
+        ole.emplace();
+    } catch (const ProgramError&) {
+        // The shell says what it shows without.
+    }
     std::string path = Dialog(*this).Run();
     if (path.empty()) {
         return false;

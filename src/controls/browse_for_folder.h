@@ -39,7 +39,8 @@ class BrowseForFolder {
 
     // Shows the dialog until it is closed. True when a folder with a path was chosen; only then
     // does SelectedFolder change. False, too, when another dialog is open. A RootFolder or
-    // SelectedFolder that the shell does not know is left unset.
+    // SelectedFolder that the shell does not know is left unset; a thread that cannot have OLE gets
+    // what dialog the shell shows without it.
     bool Browse();
 
   private:
