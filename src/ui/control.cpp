@@ -130,9 +130,15 @@ void Control::Adopt(ControlSite& site, HWND window) {
 
 LRESULT CALLBACK Control::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                     UINT_PTR /*id*/, DWORD_PTR control) {
+    auto* const self = reinterpret_cast<Control*>(control);
     if (message == WM_NCDESTROY) {
-        reinterpret_cast<Control*>(control)->Forget();
+        self->Forget();
+        return ::DefSubclassProc(window, message, wparam, lparam);
     }
+    return self->OnOwnMessage(window, message, wparam, lparam);
+}
+
+LRESULT Control::OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     return ::DefSubclassProc(window, message, wparam, lparam);
 }
 

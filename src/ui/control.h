@@ -102,6 +102,11 @@ class Control : public Window {
     // cannot be watched; then the window is gone.
     void Adopt(ControlSite& site, HWND window);
 
+    // Answers a message to the control's window; the default is what the window itself makes of it
+    // (DefSubclassProc). A wrapper that wants to see its messages overrides it: another watch on
+    // the window would cost each of them one more look-up. It may end the window, and the control.
+    virtual LRESULT OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
   private:
     friend class ControlRegistry;
     static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,

@@ -12,7 +12,6 @@ namespace tidemark {
 
 namespace {
 
-constexpr UINT_PTR kWatchId = 0x4C56;
 constexpr int kAllRows = -1;
 
 int ShiftKeys() {
@@ -62,7 +61,6 @@ void ListView::Create(ControlSite& site, const ControlSpec& spec,
         column.iSubItem = static_cast<int>(i);
         Send(LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
     }
-    ::SetWindowSubclass(Handle(), WatchProc, kWatchId, reinterpret_cast<DWORD_PTR>(this));
     shown_count_ = 0;
     rows_changed_ = true;
     SmallIconsAttached();
@@ -337,17 +335,11 @@ LRESULT ListView::FindText(const NMLVFINDITEMW& find) const {
 
 // Messages on their way to the window.
 
-LRESULT CALLBACK ListView::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                     UINT_PTR id, DWORD_PTR list) {
-    if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(window, WatchProc, id);
-        return ::DefSubclassProc(window, message, wparam, lparam);
-    }
-    auto* const self = reinterpret_cast<ListView*>(list);
-    const std::shared_ptr<const bool> alive = self->alive_;
+LRESULT ListView::OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const std::shared_ptr<const bool> alive = alive_;
     const bool done = Guarded(window, /*fallback=*/false, [&] {
-        self->CatchUp();
-        return self->OnListMessage(message, wparam, lparam);
+        CatchUp();
+        return OnListMessage(message, wparam, lparam);
     });
     if (done || ::IsWindow(window) == FALSE) {
         return 0;
@@ -355,7 +347,7 @@ LRESULT CALLBACK ListView::WatchProc(HWND window, UINT message, WPARAM wparam, L
     const LRESULT result = ::DefSubclassProc(window, message, wparam, lparam);
     // The message may have scrolled the list, or ended it.
     if (*alive && message != LVM_REDRAWITEMS) {
-        self->sight_known_ = false;
+        sight_known_ = false;
     }
     return result;
 }

@@ -58,7 +58,7 @@ class ListView : public Control, private ListModelObserver {
 
     // Neither is owned; both outlive the list. `images` is what the model's small icons are in.
     ListView(ListModel& model, ImageList& images);
-    virtual ~ListView();
+    ~ListView() override;
 
     void Create(ControlSite& site, const ControlSpec& spec, const std::vector<ListColumn>& columns);
 
@@ -81,8 +81,7 @@ class ListView : public Control, private ListModelObserver {
     void SmallIconsAttached() override;
     void EmptyStateChanged() override;
 
-    static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                      UINT_PTR id, DWORD_PTR list);
+    LRESULT OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override;
     // True when the message has been dealt with and is not for the list itself.
     bool OnListMessage(UINT message, WPARAM wparam, LPARAM lparam);
     bool OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam);
