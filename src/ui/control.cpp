@@ -122,30 +122,29 @@ void Control::Adopt(ControlSite& site, HWND window) {
     site.Controls().Add(window, *this);
     registry_ = &site.Controls();
     SetHandle(window);
-    if (!::SetWindowSubclass(window, WatchProc, 0, reinterpret_cast<DWORD_PTR>(this))) {
+    try {
+        Watch(window);
+    } catch (...) {
         Destroy();
-        throw ProgramError(error_number::kInvalidArgument, "The control cannot be watched.");
+        throw;
     }
 }
 
-LRESULT CALLBACK Control::WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                    UINT_PTR /*id*/, DWORD_PTR control) {
-    auto* const self = reinterpret_cast<Control*>(control);
-    if (message == WM_NCDESTROY) {
-        self->Forget();
-        return ::DefSubclassProc(window, message, wparam, lparam);
+LRESULT Control::OnWatched(const WatchedMessage& message) {
+    if (message.message == WM_NCDESTROY) {
+        Forget();
+        return message.PassOn();
     }
-    return self->OnOwnMessage(window, message, wparam, lparam);
+    return OnOwnMessage(message);
 }
 
-LRESULT Control::OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    return ::DefSubclassProc(window, message, wparam, lparam);
+LRESULT Control::OnOwnMessage(const WatchedMessage& message) {
+    return message.PassOn();
 }
 
 void Control::Forget() {
-    const HWND window = Handle();
-    ::RemoveWindowSubclass(window, WatchProc, 0);
-    registry_->Remove(window);
+    StopWatching();
+    registry_->Remove(Handle());
     registry_ = nullptr;
     SetHandle(nullptr);
 }

@@ -8,6 +8,7 @@
 
 #include "ui/hosted_window.h"
 #include "ui/window.h"
+#include "ui/window_watcher.h"
 
 namespace tidemark {
 
@@ -70,12 +71,12 @@ struct ControlSpec {
 // window, whichever is first. The messages it sends its parent come back to the wrapper, which
 // turns them into events. Controls follow each other in tab order as they are created; a label
 // stands directly before what it names, which is how assistive technology finds a control's name.
-class Control : public Window {
+class Control : public Window, private WindowWatcher {
   public:
     Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
-    virtual ~Control();
+    ~Control() override;
 
     // Destroys the window; the wrapper can be created anew.
     void Destroy();
@@ -102,15 +103,13 @@ class Control : public Window {
     // cannot be watched; then the window is gone.
     void Adopt(ControlSite& site, HWND window);
 
-    // Answers a message to the control's window; the default is what the window itself makes of it
-    // (DefSubclassProc). A wrapper that wants to see its messages overrides it: another watch on
-    // the window would cost each of them one more look-up. It may end the window, and the control.
-    virtual LRESULT OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+    // Answers a message to the control's window; the default passes it on. It may end the window,
+    // and the control.
+    virtual LRESULT OnOwnMessage(const WatchedMessage& message);
 
   private:
     friend class ControlRegistry;
-    static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                      UINT_PTR id, DWORD_PTR control);
+    LRESULT OnWatched(const WatchedMessage& message) override;
     void Forget();
 
     ControlRegistry* registry_ = nullptr;

@@ -335,18 +335,18 @@ LRESULT ListView::FindText(const NMLVFINDITEMW& find) const {
 
 // Messages on their way to the window.
 
-LRESULT ListView::OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+LRESULT ListView::OnOwnMessage(const WatchedMessage& message) {
     const std::shared_ptr<const bool> alive = alive_;
-    const bool done = Guarded(window, /*fallback=*/false, [&] {
+    const bool done = Guarded(message.window, /*fallback=*/false, [&] {
         CatchUp();
-        return OnListMessage(message, wparam, lparam);
+        return OnListMessage(message.message, message.wparam, message.lparam);
     });
-    if (done || ::IsWindow(window) == FALSE) {
+    if (done) {
         return 0;
     }
-    const LRESULT result = ::DefSubclassProc(window, message, wparam, lparam);
+    const LRESULT result = message.PassOn();
     // The message may have scrolled the list, or ended it.
-    if (*alive && message != LVM_REDRAWITEMS) {
+    if (*alive && message.message != LVM_REDRAWITEMS) {
         sight_known_ = false;
     }
     return result;

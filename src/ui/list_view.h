@@ -81,7 +81,7 @@ class ListView : public Control, private ListModelObserver {
     void SmallIconsAttached() override;
     void EmptyStateChanged() override;
 
-    LRESULT OnOwnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override;
+    LRESULT OnOwnMessage(const WatchedMessage& message) override;
     // True when the message has been dealt with and is not for the list itself.
     bool OnListMessage(UINT message, WPARAM wparam, LPARAM lparam);
     bool OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam);

@@ -1,23 +1,18 @@
 #include "ui/min_max.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 
 namespace tidemark {
 
-MinMax::MinMax() {
-    subclasser_.WndProc = [this](HWND window, UINT message, WPARAM wparam,
-                                 LPARAM lparam) -> std::optional<LRESULT> {
-        // The window speaks first, so that the stricter of the two holds.
-        const LRESULT result = ::DefSubclassProc(window, message, wparam, lparam);
-        Limit(*reinterpret_cast<MINMAXINFO*>(lparam));
-        return result;
-    };
-}
-
-void MinMax::AttachTo(HWND window) {
-    subclasser_.RegisterMessages(window, {WM_GETMINMAXINFO});
+LRESULT MinMax::OnWatched(const WatchedMessage& message) {
+    if (message.message != WM_GETMINMAXINFO) {
+        return message.PassOn();
+    }
+    // The window speaks first, so that the stricter of the two holds.
+    const auto info = reinterpret_cast<MINMAXINFO*>(message.lparam);
+    const LRESULT result = message.PassOn();
+    Limit(*info);
+    return result;
 }
 
 void MinMax::Limit(MINMAXINFO& info) const {

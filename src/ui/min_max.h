@@ -1,28 +1,24 @@
 #pragma once
 
 #include "ui/geometry.h"
-#include "ui/subclasser.h"
+#include "ui/window_watcher.h"
 
 namespace tidemark {
 
 // Keeps the user from making a window smaller or larger than it should be. Sizes are outer sizes in
 // pixels; 0 sets no limit in that direction.
-class MinMax {
+class MinMax : private WindowWatcher {
   public:
-    MinMax();
-
     Size minimum;
     Size maximum;
     bool enabled = true;
 
     // Watches over a window; one window at a time. Throws ProgramError when that cannot be.
-    void AttachTo(HWND window);
-    void Detach() { subclasser_.StopSubclassing(); }
+    void AttachTo(HWND window) { Watch(window); }
 
   private:
+    LRESULT OnWatched(const WatchedMessage& message) override;
     void Limit(MINMAXINFO& info) const;
-
-    Subclasser subclasser_;
 };
 
 }  // namespace tidemark

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include "platform/win32/windows.h"
+#include "ui/window_watcher.h"
 
 namespace tidemark {
 
@@ -13,13 +13,8 @@ namespace tidemark {
 // them. Any number of subclassers can watch one window; each can be stopped or destroyed at any
 // time, also from inside its own WndProc and after the window is gone. It stops by itself when the
 // window goes.
-class Subclasser {
+class Subclasser : private WindowWatcher {
   public:
-    Subclasser();
-    Subclasser(const Subclasser&) = delete;
-    Subclasser& operator=(const Subclasser&) = delete;
-    ~Subclasser();
-
     // An answer ends the message there; an empty one lets it go on to the window. WM_NCDESTROY goes
     // on in any case. An exception goes to the last resort, and the message goes on.
     std::function<std::optional<LRESULT>(HWND, UINT, WPARAM, LPARAM)> WndProc;
@@ -35,11 +30,10 @@ class Subclasser {
     [[nodiscard]] HWND SubclassedWindow() const;
 
   private:
-    struct State;
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                      UINT_PTR id, DWORD_PTR data);
+    LRESULT OnWatched(const WatchedMessage& message) override;
+    [[nodiscard]] bool Watches(UINT message) const;
 
-    std::shared_ptr<State> state_;
+    std::vector<UINT> messages_;
 };
 
 }  // namespace tidemark

@@ -7,6 +7,7 @@
 
 #include "platform/program_error.h"
 #include "support/last_resort_recorder.h"
+#include "support/pump.h"
 #include "support/test_form.h"
 
 namespace tidemark {
@@ -94,6 +95,89 @@ TEST_F(SubclasserTest, TwoUsersOfOneWindowNeverCollide) {
     EXPECT_EQ(first_calls, 1);
     EXPECT_EQ(second_calls, 2);
     EXPECT_EQ(reached_form_, 2);
+}
+
+TEST_F(SubclasserTest, TheLastToComeSeesAMessageFirst) {
+    std::string order;
+    const auto note = [&order](char name) {
+        return [&order, name](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            order += name;
+            return std::nullopt;
+        };
+    };
+    Subclasser a;
+    Subclasser b;
+    Subclasser c;
+    a.WndProc = note('a');
+    b.WndProc = note('b');
+    c.WndProc = note('c');
+    a.RegisterMessages(form_.Handle(), {kWatched});
+    b.RegisterMessages(form_.Handle(), {kWatched});
+    c.RegisterMessages(form_.Handle(), {kWatched});
+    form_.Send(kWatched);
+    EXPECT_EQ(order, "cba");
+    a.StopSubclassing();
+    a.RegisterMessages(form_.Handle(), {kWatched});
+    form_.Send(kWatched);
+    EXPECT_EQ(order, "cbaacb");
+    EXPECT_EQ(reached_form_, 2);
+}
+
+TEST_F(SubclasserTest, OneCanEndTheOthersWhileAMessageIsOnItsWay) {
+    auto before = std::make_unique<Subclasser>();
+    Subclasser middle;
+    auto after = std::make_unique<Subclasser>();
+    Subclasser late;
+    std::string order;
+    before->WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "before ";
+        return std::nullopt;
+    };
+    middle.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "middle ";
+        before.reset();
+        after.reset();
+        late.RegisterMessages(form_.Handle(), {kWatched});
+        return std::nullopt;
+    };
+    after->WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "after ";
+        return std::nullopt;
+    };
+    late.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "late ";
+        return std::nullopt;
+    };
+    before->RegisterMessages(form_.Handle(), {kWatched});
+    middle.RegisterMessages(form_.Handle(), {kWatched});
+    after->RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(order, "after middle ");
+    order.clear();
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(order, "late middle ");
+}
+
+TEST_F(SubclasserTest, AllCanBeStoppedAndBeginAnewWhileAMessageIsOnItsWay) {
+    Subclasser first;
+    Subclasser second;
+    int calls = 0;
+    first.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++calls;
+        return std::nullopt;
+    };
+    second.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        first.StopSubclassing();
+        second.StopSubclassing();
+        first.RegisterMessages(form_.Handle(), {kWatched});
+        return std::nullopt;
+    };
+    first.RegisterMessages(form_.Handle(), {kWatched});
+    second.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(calls, 0) << "it came after the message";
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(calls, 1);
 }
 
 TEST_F(SubclasserTest, CanBeStoppedFromInsideItsOwnCallback) {
@@ -201,7 +285,32 @@ TEST_F(SubclasserTest, AWindowThatIsGoneIsRefused) {
     form_.Destroy();
     Subclasser subclasser;
     EXPECT_THROW(subclasser.RegisterMessages(gone, {kWatched}), ProgramError);
+    EXPECT_THROW(subclasser.RegisterMessages(nullptr, {kWatched}), ProgramError);
     EXPECT_EQ(subclasser.SubclassedWindow(), nullptr);
+}
+
+TEST_F(SubclasserTest, AWindowOfAnotherThreadIsRefused) {
+    struct Asked {
+        HWND window;
+        bool refused = false;
+    } asked{form_.Handle()};
+    const HANDLE thread = ::CreateThread(
+        nullptr, 0,
+        [](void* parameter) -> DWORD {
+            auto& to_ask = *static_cast<Asked*>(parameter);
+            Subclasser subclasser;
+            try {
+                subclasser.RegisterMessages(to_ask.window, {kWatched});
+            } catch (const ProgramError&) {
+                to_ask.refused = true;
+            }
+            return 0;
+        },
+        &asked, 0, nullptr);
+    ASSERT_NE(thread, nullptr);
+    EXPECT_TRUE(PumpUntil([&] { return ::WaitForSingleObject(thread, 0) == WAIT_OBJECT_0; }));
+    ::CloseHandle(thread);
+    EXPECT_TRUE(asked.refused);
 }
 
 TEST_F(SubclasserTest, WorksWithoutAHandler) {

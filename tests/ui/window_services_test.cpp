@@ -38,18 +38,19 @@ TEST(MinMaxTest, TheWindowGetsNoSmallerThanItsMinimum) {
     EXPECT_EQ(form.Position().height, 240);
 }
 
-TEST(MinMaxTest, NoLimitsDisabledAndDetachedChangeNothing) {
+TEST(MinMaxTest, NoLimitsDisabledAndGoneChangeNothing) {
     TestForm form;
     const POINT before = Limits(form).ptMinTrackSize;
-    MinMax min_max;
-    min_max.AttachTo(form.Handle());
-    EXPECT_EQ(Limits(form).ptMinTrackSize.x, before.x);
-    min_max.minimum = {320, 240};
-    min_max.enabled = false;
-    EXPECT_EQ(Limits(form).ptMinTrackSize.x, before.x);
-    min_max.enabled = true;
-    EXPECT_EQ(Limits(form).ptMinTrackSize.x, 320);
-    min_max.Detach();
+    {
+        MinMax min_max;
+        min_max.AttachTo(form.Handle());
+        EXPECT_EQ(Limits(form).ptMinTrackSize.x, before.x);
+        min_max.minimum = {320, 240};
+        min_max.enabled = false;
+        EXPECT_EQ(Limits(form).ptMinTrackSize.x, before.x);
+        min_max.enabled = true;
+        EXPECT_EQ(Limits(form).ptMinTrackSize.x, 320);
+    }
     EXPECT_EQ(Limits(form).ptMinTrackSize.x, before.x);
 }
 
