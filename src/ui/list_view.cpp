@@ -96,10 +96,6 @@ void ListView::ShowSortArrow(std::size_t column, bool descending) {
     }
 }
 
-void ListView::EnsureVisible(std::size_t position) {
-    Send(LVM_ENSUREVISIBLE, position, /*partial is enough=*/FALSE);
-}
-
 // Following the model.
 
 void ListView::RowChanged(std::size_t position) {

@@ -68,9 +68,6 @@ class ListView : public Control, private ListModelObserver {
     // Draws the arrow of the sort order into one column's header and takes it from the others.
     void ShowSortArrow(std::size_t column, bool descending);
 
-    // Scrolls as little as needed to show the row.
-    void EnsureVisible(std::size_t position);
-
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
 
   private:

@@ -85,7 +85,7 @@ TEST_F(ListViewTest, WritesThatChangeNothingRepaintNothing) {
 
 TEST_F(ListViewTest, ScrollingMovesWhatIsInSight) {
     Fill(10'000);
-    list_->EnsureVisible(9'999);
+    list_->Send(LVM_ENSUREVISIBLE, 9'999, /*partial is enough=*/FALSE);
     PaintAll();
     model_.SetSubItem(model_.At(9'999), 1, "new");
     RECT unpainted = Unpainted();
