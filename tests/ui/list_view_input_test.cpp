@@ -141,6 +141,22 @@ TEST_F(ListViewTest, ARightPressOnASelectedRowKeepsTheSelection) {
     list_->Send(WM_RBUTTONUP, 0, At(Inside(3)));
 }
 
+TEST_F(ListViewTest, ARightPressWithCtrlOrShiftMovesTheCurrentRowAndKeepsTheSelection) {
+    Fill(5);
+    Click(Inside(1));
+    for (const int key : {VK_CONTROL, VK_SHIFT}) {
+        const int row = key == VK_CONTROL ? 3 : 4;
+        const HeldKeys held({key});
+        list_->Send(WM_RBUTTONDOWN, MK_RBUTTON, At(Inside(row)));
+        list_->Send(WM_RBUTTONUP, 0, At(Inside(row)));
+        EXPECT_THAT(Selected(), ElementsAre("row 1"));
+        EXPECT_EQ(model_.CurrentPosition(), static_cast<std::size_t>(row));
+        list_->Send(WM_RBUTTONDOWN, MK_RBUTTON, At({50, 250}));
+        list_->Send(WM_RBUTTONUP, 0, At({50, 250}));
+        EXPECT_THAT(Selected(), ElementsAre("row 1")) << "nor beside the rows";
+    }
+}
+
 TEST_F(ListViewTest, ARightPressBesideTheRowsSelectsNone) {
     Fill(3);
     model_.SelectAll();
@@ -172,6 +188,26 @@ TEST_F(ListViewTest, TheContextKeyTellsWhereTheCurrentRowIs) {
     POINT at{told[0].x, told[0].y};
     ::ScreenToClient(list_->Handle(), &at);
     EXPECT_EQ(at.y, RowRect(2).bottom);
+}
+
+TEST_F(ListViewTest, TheContextKeyStaysInTheListWhenTheCurrentRowIsScrolledAway) {
+    Fill(1'000);
+    std::vector<Point> told;
+    list_->on_context_key = [&](Point at) {
+        POINT client{at.x, at.y};
+        ::ScreenToClient(list_->Handle(), &client);
+        told.push_back({client.x, client.y});
+    };
+    const auto press = [this](std::size_t current, LPARAM shown) {
+        model_.SetCurrent(current);
+        list_->Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(shown), FALSE);
+        list_->Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list_->Handle()), -1);
+    };
+    press(0, 999);
+    press(999, 0);
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0].y, 0);
+    EXPECT_EQ(told[1].y, list_->ClientSize().height);
 }
 
 TEST_F(ListViewTest, AHeaderClickTellsItsColumn) {
