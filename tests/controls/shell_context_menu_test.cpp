@@ -421,8 +421,9 @@ TEST_F(ShellContextMenuTest, ItCanBeUsedAgainAfterClear) {
 
 TEST_F(ShellContextMenuTest, AWindowThatIsGoneIsAnError) {
     menu_->AddFile("C:\\a");
+    const HWND gone = form_.Handle();
     form_.Destroy();
-    EXPECT_THROW(menu_->PopupMenu(reinterpret_cast<HWND>(1), 0, 0, 0), ProgramError);
+    EXPECT_THROW(menu_->PopupMenu(gone, 0, 0, 0), ProgramError);
     EXPECT_THAT(shell().trackings, IsEmpty());
 }
 

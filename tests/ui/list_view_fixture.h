@@ -23,7 +23,7 @@ class ListViewTest : public testing::Test {
         list_->Create(form_, spec,
                       {{"Name", 200}, {"Error", 80, /*right_aligned=*/true}, {"Description", 120}});
         form_.SetVisible(true);
-        PumpUntil([this] { return form_.Visible(); });
+        PumpPending();
     }
 
     static std::string Name(std::size_t i) { return "row " + std::to_string(i); }

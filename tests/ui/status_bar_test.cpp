@@ -102,10 +102,14 @@ TEST_F(StatusBarTest, ThePanelsShareTheWidth) {
 }
 
 TEST_F(StatusBarTest, ThePanelIsWideEnoughForATextOfItsFont) {
-    const int narrow = StatusBar1.WidthFor("  Ready");
-    const int wide = StatusBar1.WidthFor("  Stamping (888,888,888 items remaining)");
-    EXPECT_GT(narrow, 0);
-    EXPECT_GT(wide, 3 * narrow);
+    StatusBar1.SetSimple(false);
+    for (const char* text : {"  Ready", "  Stamping (888,888,888 items remaining)"}) {
+        StatusBar1.SetFirstPanelWidth(StatusBar1.WidthFor(text));
+        const int text_width = StatusBar1.TextSize(text).width;
+        ASSERT_GT(text_width, 0);
+        EXPECT_GT(StatusBar1.PanelBounds(0).width, text_width) << text;
+        EXPECT_LT(StatusBar1.PanelBounds(0).width, text_width + 40) << text;
+    }
 }
 
 TEST_F(StatusBarTest, FollowsTheFormsBottomEdge) {
