@@ -84,7 +84,9 @@ class KernelFiles {
     // failure. The caller closes the handle with CloseFile.
     [[nodiscard]] virtual FileHandle OpenForTimes(const std::string& path,
                                                   std::uint32_t flags_and_attributes) = 0;
-    // Each sets one time, in system time, and leaves the other two as they are.
+    // Each sets one time, in system time, and leaves the other two as they are. The times 0 and -1
+    // ask for no change and leave this one as it is, too; earlier ones are refused
+    // (kInvalidParameter).
     virtual bool SetLastWriteTime(FileHandle file, FileTime time) = 0;
     virtual bool SetCreationTime(FileHandle file, FileTime time) = 0;
     virtual bool CloseFile(FileHandle file) = 0;

@@ -245,6 +245,37 @@ TEST_P(KernelFilesContract, SettingTheWriteTimeLeavesTheCreationTime) {
     EXPECT_EQ(system_->CreatedTime(file), created);
 }
 
+TEST_P(KernelFilesContract, TheTimesZeroAndMinusOneLeaveTheTimeAsItIs) {
+    const std::string file = NewFile("a.txt");
+    ASSERT_TRUE(Stamp(file, kChosen));
+    const FileTime created = system_->CreatedTime(file);
+    for (const std::int64_t ticks : {0, -1}) {
+        const FileHandle handle = Open(file);
+        ASSERT_NE(handle, kInvalidFile);
+        EXPECT_TRUE(files_.SetLastWriteTime(handle, {ticks})) << ticks;
+        EXPECT_TRUE(files_.SetCreationTime(handle, {ticks})) << ticks;
+        EXPECT_TRUE(files_.CloseFile(handle));
+        EXPECT_EQ(system_->WrittenTime(file), kChosen) << ticks;
+        EXPECT_EQ(system_->CreatedTime(file), created) << ticks;
+    }
+}
+
+TEST_P(KernelFilesContract, ATimeBefore1601IsRefused) {
+    if (const std::string reason = system_->TimesBefore1601AreTaken(); !reason.empty()) {
+        GTEST_SKIP() << reason;
+    }
+    const std::string file = NewFile("a.txt");
+    ASSERT_TRUE(Stamp(file, kChosen));
+    const FileHandle handle = Open(file);
+    ASSERT_NE(handle, kInvalidFile);
+    EXPECT_FALSE(files_.SetLastWriteTime(handle, {-kTicksPerDay}));
+    EXPECT_EQ(files_.LastError(), system_error::kInvalidParameter);
+    EXPECT_FALSE(files_.SetCreationTime(handle, {-kTicksPerDay}));
+    EXPECT_EQ(files_.LastError(), system_error::kInvalidParameter);
+    EXPECT_TRUE(files_.CloseFile(handle));
+    EXPECT_EQ(system_->WrittenTime(file), kChosen);
+}
+
 // Whichever time is set: one that lands in the wrong place shows here.
 TEST_P(KernelFilesContract, SettingATimeLeavesTheAccessTime) {
     const std::string file = NewFile("a.txt");

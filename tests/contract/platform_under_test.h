@@ -50,6 +50,7 @@ class PlatformUnderTest {
     [[nodiscard]] virtual std::string CannotKeepCreationTimes() const { return {}; }
     [[nodiscard]] virtual std::string CannotHoldLoneSurrogates() const { return {}; }
     [[nodiscard]] virtual std::string ReadOnlyFilesOpenAllTheSame() const { return {}; }
+    [[nodiscard]] virtual std::string TimesBefore1601AreTaken() const { return {}; }
 };
 
 struct PlatformKind {

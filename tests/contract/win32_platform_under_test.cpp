@@ -142,6 +142,9 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     std::string CannotHoldLoneSurrogates() const override {
         return IsWine() ? "Wine cannot make a name with a lone surrogate" : "";
     }
+    std::string TimesBefore1601AreTaken() const override {
+        return IsWine() ? "Wine takes times before 1601" : "";
+    }
     std::string ReadOnlyFilesOpenAllTheSame() const override {
         return IsWine() && UserName() == L"root"
                    ? "under Wine root opens read-only files all the same"
