@@ -11,6 +11,7 @@ namespace {
 constexpr unsigned long kEnglishUnitedStates = 0x0409;   // month first
 constexpr unsigned long kEnglishUnitedKingdom = 0x0809;  // day first
 constexpr unsigned long kGermanGermany = 0x0407;         // day first, between dots
+constexpr unsigned long kFinnishFinland = 0x040B;        // day first, times with a dot as well
 constexpr double kFourthOfMarch2024 = 45355;             // days since 30 December 1899
 constexpr double kThirdOfApril2024 = kFourthOfMarch2024 + 30;
 constexpr double kFifteenthOfApril2024 = kThirdOfApril2024 + 12;
@@ -28,7 +29,7 @@ TEST(StampTimesOnWindows, AMonthFirstLocaleReadsTheDateThatWasPicked) {
 }
 
 TEST(StampTimesOnWindows, ADayFirstLocaleSwapsMonthAndDayWhereBothCanBeEither) {
-    for (const unsigned long locale : {kEnglishUnitedKingdom, kGermanGermany}) {
+    for (const unsigned long locale : {kEnglishUnitedKingdom, kGermanGermany, kFinnishFinland}) {
         EXPECT_DOUBLE_EQ(Combined(locale, 4, 3), kFourthOfMarch2024 + kQuarterToTwo);
         EXPECT_DOUBLE_EQ(Combined(locale, 4, 15), kFifteenthOfApril2024 + kQuarterToTwo);
     }

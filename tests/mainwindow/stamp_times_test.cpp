@@ -43,5 +43,16 @@ TEST_F(StampTimesTest, ADayFirstLocaleSwapsMonthAndDayWhereBothCanBeEither) {
                      kFirstOfMarch2024 + 30);
 }
 
+TEST_F(StampTimesTest, TheTimeIsWrittenWithTheLocalesOwnSeparator) {
+    locale_.SetTimeSeparator(".");
+    EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1},
+                                        {.hour = 13, .minute = 45}),
+                     kFirstOfMarch2024 + (13 * 60 + 45) * kMinute);
+    locale_.SetTimeSeparator("h");
+    EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1},
+                                        {.hour = 13, .minute = 45}),
+                     kFirstOfMarch2024 + (13 * 60 + 45) * kMinute);
+}
+
 }  // namespace
 }  // namespace tidemark

@@ -13,6 +13,7 @@ class MemoryUserLocale final : public UserLocale {
 
     void SetThousandsSeparator(const std::string& separator) { thousands_ = separator; }
     void SetDateSeparator(const std::string& separator) { date_ = separator; }
+    void SetTimeSeparator(const std::string& separator) { time_ = separator; }
     void SetDateOrder(DateOrder order) { order_ = order; }
 
     // ASCII and Latin-1 letters only.

@@ -94,6 +94,16 @@ TEST(MemoryUserLocale, ReadsDatesInItsOwnOrder) {
     EXPECT_THROW(static_cast<void>(locale.ReadDateTime("")), ProgramError);
 }
 
+TEST(MemoryUserLocale, ReadsTimesWithItsOwnSeparatorAndWithColons) {
+    MemoryUserLocale locale;
+    EXPECT_THROW(static_cast<void>(locale.ReadDateTime("13.45")), ProgramError);
+    locale.SetTimeSeparator(".");
+    EXPECT_EQ(locale.TimeSeparator(), ".");
+    EXPECT_EQ(locale.ReadDateTime("13.45"), (13 * 60 + 45) / 1440.0);
+    EXPECT_EQ(locale.ReadDateTime("13:45"), (13 * 60 + 45) / 1440.0);
+    EXPECT_EQ(locale.ReadDateTime("03/04/2026 18.00"), 46085.75);
+}
+
 TEST(MemoryUserLocale, LowersAsciiAndLatin1Only) {
     MemoryUserLocale locale;
     EXPECT_EQ(locale.LowerCase("ABC \xC3\x84\xC3\x97\xC3\x9F"), "abc \xC3\xA4\xC3\x97\xC3\x9F");
