@@ -94,7 +94,8 @@ class TidemarkItemCollection {
     [[nodiscard]] std::int32_t CountedItems() const;
     [[nodiscard]] std::int32_t StampedItems() const;
 
-    // The five of them that a display needs, in one pass over all items.
+    // The five of them that a display needs, in one pass over all items. TotalsOfWork throws as the
+    // sums do.
     struct Totals {
         bool stamping = false;
         bool counting = false;

@@ -367,6 +367,7 @@ TEST_F(CollectionTest, SumsThatDoNotFitAreAnOverflow) {
     TidemarkItemTestPeer::SetStampedFileCount(*second, 1);
     EXPECT_THROW(static_cast<void>(items.CountedItems()), ProgramError);
     EXPECT_THROW(static_cast<void>(items.StampedItems()), ProgramError);
+    EXPECT_THROW(static_cast<void>(items.TotalsOfWork()), ProgramError);
 }
 
 TEST_F(CollectionTest, NoOperationRaisesAnEvent) {
