@@ -144,18 +144,25 @@ TEST_F(CancellationTest, ACancelledCountFinishesEveryFolderItIsInAndEntersNoOthe
 }
 
 // The errors that a cancelled stamp has met stay with it.
-TEST_F(CancellationTest, ACancelledStampSaysWithErrorsWhenItMetSome) {
+TEST_F(CancellationTest, ACancelledStampKeepsErrorsFromBeforeAndAfterTheCancel) {
     MemorySystem system;
     Build(system);
+    system.volume.Lock("C:\\t\\a");
     system.volume.Lock("C:\\t\\m");
     const auto item = TidemarkItem::Create(system.View());
     item->SetRootItem("C:\\t");
     item->Stamp(date_, 0, false, false);
-    system.pump.AtCall(4, [&] { item->CancelStamp(); });
+    std::size_t before = 0;
+    system.pump.AtCall(8, [&] {
+        before = item->StampErrors()->size();
+        item->CancelStamp();
+    });
     system.pump.RunUntilIdle();
+    EXPECT_EQ(before, 1U);
     EXPECT_EQ(item->StatusString(), "Ready (with errors)");
-    ASSERT_EQ(item->StampErrors()->size(), 1U);
-    EXPECT_EQ(item->StampErrors()->front()->ItemName, "C:\\t\\m");
+    ASSERT_EQ(item->StampErrors()->size(), 2U);
+    EXPECT_EQ(item->StampErrors()->front()->ItemName, "C:\\t\\a");
+    EXPECT_EQ(item->StampErrors()->back()->ItemName, "C:\\t\\m");
 }
 
 }  // namespace
