@@ -19,13 +19,14 @@ TEST(Win32CommandRunnerTest, StartsACommandLine) {
     const std::wstring file =
         std::wstring(folder) + L"tidemark run " + std::to_wstring(::GetCurrentProcessId());
     Win32CommandRunner().Run("cmd /c type nul > \"" + Utf8FromWide(file) + "\"");
+    // The file shows that the command ran. It can be deleted once the command has closed it.
     const ULONGLONG limit = ::GetTickCount64() + 20'000;
-    while (::GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES &&
-           ::GetTickCount64() < limit) {
+    bool deleted = ::DeleteFileW(file.c_str()) != FALSE;
+    while (!deleted && ::GetTickCount64() < limit) {
         ::Sleep(10);
+        deleted = ::DeleteFileW(file.c_str()) != FALSE;
     }
-    EXPECT_NE(::GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
-    ::DeleteFileW(file.c_str());
+    EXPECT_TRUE(deleted);
 }
 
 TEST(Win32CommandRunnerTest, AProgramThatIsNotThereIsToldWithCodeAndCommandLine) {
