@@ -218,7 +218,7 @@ TEST_F(ReentrancyTest, AStampRunsNestedInTheCountItWaitedBehind) {
     ExpectNothingLeftOpen();
 }
 
-TEST_F(ReentrancyTest, AfterAQuitMessageTheWorkRunsOutWithoutPumping) {
+TEST_F(ReentrancyTest, AQuitThatClearsTheListEntersNoOtherFolder) {
     TidemarkItemCollection items(system.View());
     items.Add("C:\\top", nullptr, nullptr)->Count();
     system.pump.AtCall(4, [&] {

@@ -88,7 +88,7 @@ TEST_F(ShellServicesTest, CommandTakesTheFirstSelectedRowWhenTheCurrentOneIsNotS
     EXPECT_EQ(Command(), R"(explorer ,"c:\b",/select)");
 }
 
-TEST_F(ShellServicesTest, NoSelectionLiesInOneFolder) {
+TEST_F(ShellServicesTest, AnEmptySelectionCountsAsOneFolder) {
     AddFile(R"(c:\a\1)");
     AddFile(R"(c:\b\1)");
     EXPECT_TRUE(OneFolder());

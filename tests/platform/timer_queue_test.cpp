@@ -393,7 +393,7 @@ TEST_F(TimerQueueTest, ExceptionsDoNotUseUpTheNestingDepth) {
     }
 }
 
-TEST_F(TimerQueueTest, AnEarlyWakeUpIsReplacedAndALaterOneIsNotAskedForTwice) {
+TEST_F(TimerQueueTest, AnEarlierWakeUpReplacesALaterOneAndALaterOneIsNotAskedFor) {
     FunctionSink sink([] {});
     const auto slow = Armed(sink, 400);
     EXPECT_EQ(host_.wake_at, 1400U);
