@@ -203,7 +203,7 @@ void TidemarkItemCollection::ShowItemRow(TidemarkItem& item, ListModel* list,
     AddIcon(*images, icon_key, path);
     // A list takes no image list that is still without a picture.
     if (list->SmallIcons() == nullptr && images->Count() > 0) {
-        list->AttachSmallIcons(images);
+        list->AttachSmallIcons(*images);
     }
     // Asking the shell may let messages run, and the row may be gone.
     if (const ListRow* still_there = FindRow(*list, path)) {

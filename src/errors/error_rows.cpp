@@ -85,7 +85,7 @@ class ErrorRows::Fill {
     void AttachIcons() {
         const std::string& first = errors_->front()->ItemName;
         AddIcon(rows_.images_, keys_.Of(first, ""), first);
-        rows_.list_.AttachSmallIcons(&rows_.images_);
+        rows_.list_.AttachSmallIcons(rows_.images_);
     }
 
     void FillIn() {

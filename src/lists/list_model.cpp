@@ -252,13 +252,13 @@ std::size_t ListModel::FindText(const std::string& text, const TextSearch& searc
     return kNoPosition;
 }
 
-void ListModel::AttachSmallIcons(KeyedImageList* images) {
-    if (images != nullptr && images->Count() == 0) {
+void ListModel::AttachSmallIcons(KeyedImageList& images) {
+    if (images.Count() == 0) {
         throw ProgramError(error_number::kImageListNotInitialised,
                            "ImageList must be initialized before it can be used");
     }
-    if (small_icons_ != images) {
-        small_icons_ = images;
+    if (small_icons_ != &images) {
+        small_icons_ = &images;
         if (observer_ != nullptr) {
             observer_->SmallIconsAttached();
         }

@@ -111,9 +111,9 @@ class ListModel {
     // there is none.
     [[nodiscard]] std::size_t FindText(const std::string& text, const TextSearch& search) const;
 
-    // The list's small icons: not owned. Attaching an image list that holds no picture throws
-    // ProgramError (image list not initialised); null detaches.
-    void AttachSmallIcons(KeyedImageList* images);
+    // The list's small icons: not owned; null until some are attached. Attaching an image list that
+    // holds no picture throws ProgramError (image list not initialised).
+    void AttachSmallIcons(KeyedImageList& images);
     [[nodiscard]] KeyedImageList* SmallIcons() const { return small_icons_; }
 
     // The empty-state switch: whether the list's container shows the list (true) or what stands

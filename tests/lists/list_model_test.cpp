@@ -133,7 +133,6 @@ TEST_F(ListModelTest, ObserversHearOnlyOfRealChanges) {
     list_.ClearSelection();
     list_.SetSelected(1, false);
     list_.SetHoldsItems(false);
-    list_.AttachSmallIcons(nullptr);
     list_.Sort(0, /*descending=*/false);
     list_.Remove("unknown");
     EXPECT_THAT(listener_.told, IsEmpty());
@@ -290,7 +289,7 @@ TEST_F(ListModelTest, AnImageListWithoutAPictureIsRefused) {
     KeyedImageList images(pictures);
     Listen();
     try {
-        list_.AttachSmallIcons(&images);
+        list_.AttachSmallIcons(images);
         FAIL() << "no error was raised";
     } catch (const ProgramError& error) {
         EXPECT_EQ(error.Number(), error_number::kImageListNotInitialised);
@@ -301,9 +300,9 @@ TEST_F(ListModelTest, AnImageListWithoutAPictureIsRefused) {
 
     file_system.folders = {"d"};
     images.Add(":", "d");
-    list_.AttachSmallIcons(&images);
+    list_.AttachSmallIcons(images);
     EXPECT_EQ(list_.SmallIcons(), &images);
-    list_.AttachSmallIcons(&images);
+    list_.AttachSmallIcons(images);
     EXPECT_THAT(listener_.told, ElementsAre("icons"));
 }
 

@@ -241,7 +241,7 @@ TEST_F(ListViewTest, IconsShowOnceTheImageListIsAttached) {
     Fill(2);
     EXPECT_EQ(list_->Send(LVM_GETIMAGELIST, LVSIL_SMALL), 0);
     images_.Keyed().Add("key", "any");
-    model_.AttachSmallIcons(&images_.Keyed());
+    model_.AttachSmallIcons(images_.Keyed());
     EXPECT_EQ(list_->Send(LVM_GETIMAGELIST, LVSIL_SMALL),
               reinterpret_cast<LRESULT>(images_.Handle()));
     model_.SetSmallIcon(model_.At(1), 1);
