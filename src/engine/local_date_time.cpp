@@ -7,6 +7,8 @@
 namespace tidemark {
 namespace {
 
+// From 1 January 1601, where file times begin, to 30 December 1899, which is day number 0.
+constexpr double kDaysBeforeDayNumbers = 109205;
 constexpr double kMillisecondsPerDay = 86'400'000;
 constexpr std::int64_t kTicksPerMillisecond = 10'000;
 

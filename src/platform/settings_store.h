@@ -19,11 +19,6 @@ class SettingsStore {
     // Creates or replaces the text under `key`. Throws ProgramError, numbered with the system's
     // code and telling the operation, the key, the place, the code and the system's text.
     virtual void WriteText(const std::string& key, const std::string& text) = 0;
-
-  protected:
-    SettingsStore() = default;
-    SettingsStore(const SettingsStore&) = default;
-    SettingsStore& operator=(const SettingsStore&) = default;
 };
 
 }  // namespace tidemark

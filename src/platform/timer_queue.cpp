@@ -51,10 +51,7 @@ class TimerQueue::Timer final : public TimerObject {
 
 // One tick on the stack. When it leaves, however it leaves, ticks it held back get their wake-up.
 struct TimerQueue::RunningTick {
-    RunningTick(TimerQueue& queue, Lane& lane) : queue_(queue), lane_(lane) {
-        ++lane_.depth;
-        queue_.AskForWakeUp();
-    }
+    RunningTick(TimerQueue& queue, Lane& lane) : queue_(queue), lane_(lane) { ++lane_.depth; }
     ~RunningTick() {
         --lane_.depth;
         queue_.AskForWakeUp();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -103,15 +102,13 @@ class Expected {
         record = Run(entry, options);
     }
 
-    [[nodiscard]] bool Reaches(const Fault& fault) const {
-        return std::find(reached_.begin(), reached_.end(), &fault) != reached_.end();
-    }
-    [[nodiscard]] std::size_t ReachedCount() const { return reached_.size(); }
+    // How many of the faults the entry came to.
+    [[nodiscard]] std::size_t ReachedCount() const { return reached_; }
 
   private:
     const std::vector<Fault>& faults_;
     std::size_t at_;
-    std::vector<const Fault*> reached_;
+    std::size_t reached_ = 0;
 
   public:
     std::optional<std::uint32_t> record;
@@ -124,7 +121,7 @@ class Expected {
     std::optional<std::uint32_t> Hit(Step step) {
         for (const Fault& fault : faults_) {
             if (fault.entry == at_ && fault.step == step) {
-                reached_.push_back(&fault);
+                ++reached_;
                 return fault.code;
             }
         }

@@ -72,7 +72,6 @@ Result FaultyKernelFiles::Make(KernelCallRecord record, Result failure, PassOn p
         last_error_ = verdict.left_code.value_or(files_.LastError());
     }
     if (recording_) {
-        record.last_error = last_error_;
         calls_.push_back(std::move(record));
     }
     return result;
@@ -89,7 +88,7 @@ std::string FaultyKernelFiles::FilePath(FileHandle file) const {
 }
 
 SearchHandle FaultyKernelFiles::SearchFirst(const std::string& pattern, FoundEntry& entry) {
-    const auto search = Make({KernelCall::kSearchFirst, pattern, 0, {}, 0}, kInvalidSearch,
+    const auto search = Make({KernelCall::kSearchFirst, pattern, 0, {}}, kInvalidSearch,
                              [&] { return files_.SearchFirst(pattern, entry); });
     if (search != kInvalidSearch) {
         search_paths_[static_cast<std::uintptr_t>(search)] = pattern;
@@ -98,32 +97,31 @@ SearchHandle FaultyKernelFiles::SearchFirst(const std::string& pattern, FoundEnt
 }
 
 bool FaultyKernelFiles::SearchNext(SearchHandle search, FoundEntry& entry) {
-    return Make({KernelCall::kSearchNext, SearchPath(search), 0, {}, 0}, false,
+    return Make({KernelCall::kSearchNext, SearchPath(search), 0, {}}, false,
                 [&] { return files_.SearchNext(search, entry); });
 }
 
 bool FaultyKernelFiles::SearchClose(SearchHandle search) {
-    return Make({KernelCall::kSearchClose, SearchPath(search), 0, {}, 0}, false, [&] {
+    return Make({KernelCall::kSearchClose, SearchPath(search), 0, {}}, false, [&] {
         search_paths_.erase(static_cast<std::uintptr_t>(search));
         return files_.SearchClose(search);
     });
 }
 
 std::uint32_t FaultyKernelFiles::ReadAttributes(const std::string& path) {
-    return Make({KernelCall::kReadAttributes, path, 0, {}, 0},
-                std::uint32_t{file_attribute::kInvalid},
+    return Make({KernelCall::kReadAttributes, path, 0, {}}, std::uint32_t{file_attribute::kInvalid},
                 [&] { return files_.ReadAttributes(path); });
 }
 
 bool FaultyKernelFiles::WriteAttributes(const std::string& path, std::uint32_t attributes) {
-    return Make({KernelCall::kWriteAttributes, path, attributes, {}, 0}, false,
+    return Make({KernelCall::kWriteAttributes, path, attributes, {}}, false,
                 [&] { return files_.WriteAttributes(path, attributes); });
 }
 
 FileHandle FaultyKernelFiles::OpenForTimes(const std::string& path,
                                            std::uint32_t flags_and_attributes) {
     const auto file =
-        Make({KernelCall::kOpenForTimes, path, flags_and_attributes, {}, 0}, kInvalidFile,
+        Make({KernelCall::kOpenForTimes, path, flags_and_attributes, {}}, kInvalidFile,
              [&] { return files_.OpenForTimes(path, flags_and_attributes); });
     if (file != kInvalidFile) {
         file_paths_[static_cast<std::uintptr_t>(file)] = path;
@@ -132,35 +130,34 @@ FileHandle FaultyKernelFiles::OpenForTimes(const std::string& path,
 }
 
 bool FaultyKernelFiles::SetLastWriteTime(FileHandle file, FileTime time) {
-    return Make({KernelCall::kSetLastWriteTime, FilePath(file), 0, time, 0}, false,
+    return Make({KernelCall::kSetLastWriteTime, FilePath(file), 0, time}, false,
                 [&] { return files_.SetLastWriteTime(file, time); });
 }
 
 bool FaultyKernelFiles::SetCreationTime(FileHandle file, FileTime time) {
-    return Make({KernelCall::kSetCreationTime, FilePath(file), 0, time, 0}, false,
+    return Make({KernelCall::kSetCreationTime, FilePath(file), 0, time}, false,
                 [&] { return files_.SetCreationTime(file, time); });
 }
 
 bool FaultyKernelFiles::CloseFile(FileHandle file) {
-    return Make({KernelCall::kCloseFile, FilePath(file), 0, {}, 0}, false, [&] {
+    return Make({KernelCall::kCloseFile, FilePath(file), 0, {}}, false, [&] {
         file_paths_.erase(static_cast<std::uintptr_t>(file));
         return files_.CloseFile(file);
     });
 }
 
 bool FaultyKernelFiles::LocalToSystemTime(FileTime local, FileTime& system) {
-    return Make({KernelCall::kLocalToSystemTime, {}, 0, local, 0}, false,
+    return Make({KernelCall::kLocalToSystemTime, {}, 0, local}, false,
                 [&] { return files_.LocalToSystemTime(local, system); });
 }
 
 std::string FaultyKernelFiles::MessageText(std::uint32_t code) {
-    return Make({KernelCall::kMessageText, {}, code, {}, 0}, std::string(),
+    return Make({KernelCall::kMessageText, {}, code, {}}, std::string(),
                 [&] { return files_.MessageText(code); });
 }
 
 bool FaultyKernelFiles::IsNtFamily() {
-    return Make({KernelCall::kIsNtFamily, {}, 0, {}, 0}, false,
-                [&] { return files_.IsNtFamily(); });
+    return Make({KernelCall::kIsNtFamily, {}, 0, {}}, false, [&] { return files_.IsNtFamily(); });
 }
 
 }  // namespace tidemark

@@ -35,7 +35,6 @@ struct KernelCallRecord {
     std::string path;
     std::uint32_t argument = 0;  // attributes, open flags or error code
     FileTime time;
-    std::uint32_t last_error = 0;  // that it left
 };
 
 // Which calls a fault or an action is for.

@@ -2,28 +2,19 @@
 
 #include "platform/memory/fold_case.h"
 #include "platform/path_form.h"
-#include "platform/program_error.h"
 
 namespace tidemark {
-namespace {
-
-constexpr std::int32_t kCannotCreateObject = 429;
-
-}  // namespace
 
 std::int32_t MemoryFileSystemObject::DriveCount() {
-    if (!available_) {
-        throw ProgramError(kCannotCreateObject, "ActiveX component can't create object");
-    }
     return volume_.RootCount();
 }
 
 bool MemoryFileSystemObject::FileExists(const std::string& path) {
-    return available_ && volume_.FileExists(path);
+    return volume_.FileExists(path);
 }
 
 bool MemoryFileSystemObject::FolderExists(const std::string& path) {
-    return available_ && volume_.FolderExists(path);
+    return volume_.FolderExists(path);
 }
 
 std::string MemoryFileSystemObject::TypeName(const std::string& path) {

@@ -13,9 +13,6 @@ class MemoryFileSystemObject final : public FileSystemObject {
     // The volume is not owned and outlives the object.
     explicit MemoryFileSystemObject(const MemoryVolume& volume) : volume_(volume) {}
 
-    // Whether the component can be created (it can at first).
-    void SetAvailable(bool available) { available_ = available; }
-
     std::int32_t DriveCount() override;
     bool FileExists(const std::string& path) override;
     bool FolderExists(const std::string& path) override;
@@ -24,7 +21,6 @@ class MemoryFileSystemObject final : public FileSystemObject {
 
   private:
     const MemoryVolume& volume_;
-    bool available_ = true;
 };
 
 }  // namespace tidemark

@@ -34,8 +34,4 @@ void MemorySettingsStore::WriteText(const std::string& key, const std::string& t
     writes_.push_back(key);
 }
 
-bool MemorySettingsStore::Holds(const std::string& key) const {
-    return texts_.contains(LowerCaseKey(key));
-}
-
 }  // namespace tidemark

@@ -21,7 +21,6 @@ class MemorySettingsStore : public SettingsStore {
     void FailWrites(std::int32_t code) { write_failure_ = code; }
     void AllowWrites() { write_failure_ = 0; }
 
-    [[nodiscard]] bool Holds(const std::string& key) const;
     [[nodiscard]] std::size_t Count() const { return texts_.size(); }
 
     // The keys of all successful writes, in their order and as they were given.
