@@ -1,7 +1,5 @@
 #include "lists/icon_keys.h"
 
-#include <utility>
-
 namespace tidemark {
 
 namespace {

@@ -3,6 +3,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "platform/file_system_object.h"
 #include "platform/user_locale.h"

@@ -1,6 +1,5 @@
 #include "platform/text.h"
 
-#include <cstdint>
 #include <type_traits>
 
 namespace tidemark {

@@ -1,6 +1,7 @@
 #include "platform/timer_queue.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace tidemark {
 

@@ -1,7 +1,5 @@
 #include <cstddef>
 #include <cstdlib>
-#include <memory>
-#include <string>
 
 #include "engine/engine_fixture.h"
 #include "engine/tidemark_item_collection.h"

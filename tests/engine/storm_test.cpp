@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <iterator>
 #include <memory>
 #include <random>
 #include <set>

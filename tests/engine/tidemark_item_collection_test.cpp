@@ -1,7 +1,7 @@
 #include "engine/tidemark_item_collection.h"
 
+#include <memory>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 #include "platform/memory/fold_case.h"
 #include "platform/memory/memory_volume_node.h"
