@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "ui/hosted_window.h"
+#include "platform/win32/system_message.h"
 
 namespace tidemark {
 

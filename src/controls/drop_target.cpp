@@ -8,7 +8,7 @@
 
 #include "controls/com_object.h"
 #include "controls/file_drop_data.h"
-#include "ui/hosted_window.h"
+#include "platform/win32/system_message.h"
 #include "ui/last_resort.h"
 
 namespace tidemark {

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "platform/win32/system_message.h"
+
 namespace tidemark {
 namespace {
 

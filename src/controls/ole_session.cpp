@@ -2,7 +2,7 @@
 
 #include <ole2.h>
 
-#include "ui/hosted_window.h"
+#include "platform/win32/system_message.h"
 
 namespace tidemark {
 

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "platform/program_error.h"
+#include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
 
 namespace tidemark {

@@ -1,6 +1,5 @@
 #include "ui/hosted_window.h"
 
-#include "platform/program_error.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
 #include "ui/last_resort.h"
@@ -94,10 +93,6 @@ MessageHandler* HandlerOf(HWND window) {
         return nullptr;
     }
     return reinterpret_cast<MessageHandler*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-}
-
-void ThrowSystemError(DWORD code, const char* operation) {
-    throw ProgramError(static_cast<std::int32_t>(code), FailureText(operation, code));
 }
 
 }  // namespace tidemark

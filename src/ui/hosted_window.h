@@ -44,7 +44,4 @@ void DetachHandler(HWND window);
 // The handler of a hosted window of this process; null for any other window.
 [[nodiscard]] MessageHandler* HandlerOf(HWND window);
 
-// Throws ProgramError with the code and the system's text of a failed call.
-[[noreturn]] void ThrowSystemError(DWORD code, const char* operation);
-
 }  // namespace tidemark

@@ -4,8 +4,8 @@
 
 #include <utility>
 
+#include "platform/win32/system_message.h"
 #include "platform/win32/system_path.h"
-#include "ui/hosted_window.h"
 
 namespace tidemark {
 

@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "platform/text.h"
+#include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
-#include "ui/hosted_window.h"
 
 namespace tidemark {
 namespace {

@@ -1,6 +1,6 @@
 #include "ui/opacity.h"
 
-#include "ui/hosted_window.h"
+#include "platform/win32/system_message.h"
 
 namespace tidemark {
 

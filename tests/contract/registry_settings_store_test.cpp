@@ -115,19 +115,5 @@ TEST_F(RegistrySettingsStoreTest, FailingWriteTellsOperationPlaceCodeAndText) {
     EXPECT_EQ(store.ReadText("Top", "default"), "default");
 }
 
-TEST(SystemMessage, TellsTheSystemsTextWithoutItsLineBreak) {
-    const std::string text = SystemMessage(ERROR_ACCESS_DENIED);
-    ASSERT_FALSE(text.empty());
-    EXPECT_NE(text.back(), '\n');
-    EXPECT_NE(text.back(), '\r');
-    EXPECT_EQ(FailureText("Opening", ERROR_ACCESS_DENIED),
-              "Opening failed: " + text + " (error 5)");
-}
-
-TEST(SystemMessage, CodeWithoutTextLeavesTheCode) {
-    EXPECT_EQ(SystemMessage(0x2FFFFFFF), "");
-    EXPECT_EQ(FailureText("Opening", 0x2FFFFFFF), "Opening failed: (error 805306367)");
-}
-
 }  // namespace
 }  // namespace tidemark

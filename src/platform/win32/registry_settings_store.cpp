@@ -4,7 +4,6 @@
 #include <optional>
 #include <vector>
 
-#include "platform/program_error.h"
 #include "platform/text.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/unique_handle.h"
@@ -76,9 +75,7 @@ void RegistrySettingsStore::WriteText(const std::string& key, const std::string&
     }
     if (status != ERROR_SUCCESS) {
         const std::string place = "HKEY_CURRENT_USER\\" + path_ + "\\" + key;
-        throw ProgramError(
-            static_cast<std::int32_t>(status),
-            FailureText("Writing the setting " + place, static_cast<std::uint32_t>(status)));
+        ThrowSystemError(static_cast<std::uint32_t>(status), "Writing the setting " + place);
     }
 }
 

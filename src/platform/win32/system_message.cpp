@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
 
@@ -18,10 +19,14 @@ std::string SystemMessage(std::uint32_t code) {
     return Utf8FromWide({buffer.data(), length});
 }
 
-std::string FailureText(const std::string& operation, std::uint32_t code) {
+std::string FailureText(std::string_view operation, std::uint32_t code) {
     const std::string text = SystemMessage(code);
-    return operation + " failed: " + text + (text.empty() ? "" : " ") + "(error " +
+    return std::string(operation) + " failed: " + text + (text.empty() ? "" : " ") + "(error " +
            std::to_string(code) + ")";
+}
+
+void ThrowSystemError(std::uint32_t code, std::string_view operation) {
+    throw ProgramError(static_cast<std::int32_t>(code), FailureText(operation, code));
 }
 
 }  // namespace tidemark

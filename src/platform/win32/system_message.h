@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tidemark {
 
@@ -10,6 +11,10 @@ namespace tidemark {
 [[nodiscard]] std::string SystemMessage(std::uint32_t code);
 
 // One sentence for a failed operation: "OPERATION failed: TEXT (error CODE)".
-[[nodiscard]] std::string FailureText(const std::string& operation, std::uint32_t code);
+[[nodiscard]] std::string FailureText(std::string_view operation, std::uint32_t code);
+
+// Throws ProgramError with the code of a failed operation and the sentence above. What is given as
+// a literal is not copied before the code is read, so that the code may be read in the call.
+[[noreturn]] void ThrowSystemError(std::uint32_t code, std::string_view operation);
 
 }  // namespace tidemark

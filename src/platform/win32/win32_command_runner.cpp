@@ -1,6 +1,5 @@
 #include "platform/win32/win32_command_runner.h"
 
-#include "platform/program_error.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
@@ -20,8 +19,7 @@ void Win32CommandRunner::Run(const std::string& command_line) {
                           /*lpEnvironment=*/nullptr, /*lpCurrentDirectory=*/nullptr, &startup,
                           &started)) {
         const DWORD code = ::GetLastError();
-        throw ProgramError(static_cast<std::int32_t>(code),
-                           FailureText("Starting " + command_line, code));
+        ThrowSystemError(code, "Starting " + command_line);
     }
     ::CloseHandle(started.hThread);
     ::CloseHandle(started.hProcess);

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "platform/path_form.h"
-#include "platform/program_error.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/system_path.h"
 #include "platform/win32/wide_text.h"
@@ -59,9 +58,8 @@ class Bstr {
 };
 
 [[noreturn]] void ThrowComponentFailed(HRESULT result) {
-    throw ProgramError(static_cast<std::int32_t>(result),
-                       FailureText("Asking Scripting.FileSystemObject for its drives",
-                                   static_cast<std::uint32_t>(result)));
+    ThrowSystemError(static_cast<std::uint32_t>(result),
+                     "Asking Scripting.FileSystemObject for its drives");
 }
 
 std::string ShellTypeName(const std::wstring& path, DWORD attributes, UINT flags) {

@@ -8,10 +8,6 @@
 namespace tidemark {
 namespace {
 
-[[noreturn]] void ThrowSystemFailure(const char* operation, DWORD code) {
-    throw ProgramError(static_cast<std::int32_t>(code), FailureText(operation, code));
-}
-
 int PixelsOf(float twips, double twips_per_pixel) {
     const double pixels = std::round(static_cast<double>(twips) / twips_per_pixel);
     // Written so that what is no number fails, too.
@@ -37,8 +33,7 @@ WindowState Win32PlacedWindow::State() const {
 TwipsBounds Win32PlacedWindow::Placement() const {
     RECT rect{};
     if (!::GetWindowRect(window_, &rect)) {
-        const DWORD code = ::GetLastError();
-        ThrowSystemFailure("Reading the place of the window", code);
+        ThrowSystemError(::GetLastError(), "Reading the place of the window");
     }
     const double x = screen_.TwipsPerPixelX();
     const double y = screen_.TwipsPerPixelY();
@@ -57,8 +52,7 @@ void Win32PlacedWindow::MoveTo(const TwipsBounds& bounds) {
                         PixelsOf(bounds.top, y), PixelsOf(bounds.width, x),
                         PixelsOf(bounds.height, y),
                         SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE)) {
-        const DWORD code = ::GetLastError();
-        ThrowSystemFailure("Moving the window", code);
+        ThrowSystemError(::GetLastError(), "Moving the window");
     }
 }
 

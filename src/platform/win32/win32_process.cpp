@@ -7,7 +7,6 @@
 #include <cstddef>
 
 #include "platform/arguments.h"
-#include "platform/program_error.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
 
@@ -20,9 +19,7 @@ std::wstring ExecutablePath() {
         const DWORD length =
             ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
         if (length == 0) {
-            const DWORD code = ::GetLastError();
-            throw ProgramError(static_cast<std::int32_t>(code),
-                               FailureText("Finding the program's own file", code));
+            ThrowSystemError(::GetLastError(), "Finding the program's own file");
         }
         if (length < path.size()) {
             path.resize(length);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/program_error.h"
 #include "platform/win32/system_loop.h"
 #include "platform/win32/system_message.h"
 
@@ -26,7 +25,7 @@ HWND CreateMessageWindow(WNDPROC procedure) {
 }
 
 [[noreturn]] void ThrowNoTimer(DWORD error) {
-    throw ProgramError(static_cast<std::int32_t>(error), FailureText("Making a timer", error));
+    ThrowSystemError(error, "Making a timer");
 }
 
 }  // namespace
