@@ -10,6 +10,10 @@
 namespace tidemark {
 namespace {
 
+// As the calls expect them: a definition of the build that changed one would show at run time only.
+static_assert(sizeof(FILETIME) == 8);
+static_assert(sizeof(OSVERSIONINFOA) == 148);
+
 template <typename Handle>
 HANDLE AsSystemHandle(Handle handle) {
     return reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(handle));

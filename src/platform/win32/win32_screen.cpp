@@ -5,6 +5,8 @@
 namespace tidemark {
 namespace {
 
+static_assert(sizeof(MONITORINFO) == 40);  // as GetMonitorInfo expects it
+
 constexpr double kTwipsPerInch = 1440;
 constexpr double kUsualPixelsPerInch = 96;
 
