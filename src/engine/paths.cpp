@@ -17,10 +17,6 @@ std::string RemoveBackslash(std::string_view path) {
     return std::string(path);
 }
 
-bool PathExists(FileSystemObject& file_system, const std::string& path) {
-    return file_system.FileExists(path) || file_system.FolderExists(path);
-}
-
 bool IsWinNT(KernelFiles& files) {
     return files.IsNtFamily();
 }

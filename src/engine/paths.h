@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/file_system_object.h"
 #include "platform/kernel_files.h"
 
 namespace tidemark {
@@ -13,8 +12,6 @@ namespace tidemark {
 [[nodiscard]] std::string AddBackslash(std::string_view path);
 // The path without its last character when that is "\".
 [[nodiscard]] std::string RemoveBackslash(std::string_view path);
-// Whether the path names an existing file or folder.
-[[nodiscard]] bool PathExists(FileSystemObject& file_system, const std::string& path);
 
 // Whether the system is of the NT family.
 [[nodiscard]] bool IsWinNT(KernelFiles& files);

@@ -7,20 +7,12 @@
 
 namespace tidemark {
 
-namespace {
-
-bool Exists(FileSystemObject& file_system, const std::string& path) {
-    return file_system.FileExists(path) || file_system.FolderExists(path);
-}
-
-}  // namespace
-
 std::string ContainingFolderCommand(const ListModel* list, FileSystemObject& file_system) {
     const ListRow* const row = list == nullptr ? nullptr : SelectedRow(*list);
     if (row == nullptr) {
         return {};
     }
-    if (!Exists(file_system, row->key)) {
+    if (!PathExists(file_system, row->key)) {
         return {};
     }
     return "explorer ,\"" + row->key + "\",/select";
@@ -34,7 +26,7 @@ bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_syst
         if (!row.selected) {
             continue;
         }
-        if (!Exists(file_system, row.key)) {
+        if (!PathExists(file_system, row.key)) {
             return false;
         }
         const std::string parent = locale.LowerCase(file_system.ParentFolder(row.key));
@@ -54,7 +46,7 @@ std::vector<std::string> ExistingSelectedPaths(const ListModel& list,
     }
     for (std::size_t position = 0; position < list.Count(); ++position) {
         const ListRow& row = list.At(position);
-        if (row.selected && Exists(file_system, row.key)) {
+        if (row.selected && PathExists(file_system, row.key)) {
             paths.push_back(row.key);
         }
     }

@@ -28,4 +28,9 @@ class FileSystemObject {
     [[nodiscard]] virtual std::string ParentFolder(const std::string& path) = 0;
 };
 
+// Whether the path names an existing file or folder.
+[[nodiscard]] inline bool PathExists(FileSystemObject& file_system, const std::string& path) {
+    return file_system.FileExists(path) || file_system.FolderExists(path);
+}
+
 }  // namespace tidemark

@@ -20,16 +20,6 @@ TEST(Paths, RemoveBackslashTakesOneAway) {
     EXPECT_EQ(RemoveBackslash(""), "");
 }
 
-TEST(Paths, PathExistsForFilesAndFoldersOnly) {
-    MemorySystem system;
-    system.volume.AddFile("C:\\f\\a");
-    EXPECT_TRUE(PathExists(system.file_system, "C:\\f\\a"));
-    EXPECT_TRUE(PathExists(system.file_system, "C:\\f"));
-    EXPECT_TRUE(PathExists(system.file_system, "C:\\f\\"));
-    EXPECT_FALSE(PathExists(system.file_system, "C:\\f\\b"));
-    EXPECT_FALSE(PathExists(system.file_system, ""));
-}
-
 TEST(Paths, StripCrLfTakesOneTrailingPairAndNothingElse) {
     EXPECT_EQ(StripCrLf("text\r\n"), "text");
     EXPECT_EQ(StripCrLf("text\r\n\r\n"), "text\r\n");

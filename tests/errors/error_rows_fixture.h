@@ -17,9 +17,7 @@ class IconsOfExistingPaths final : public PictureStore {
   public:
     explicit IconsOfExistingPaths(FileSystemObject& file_system) : file_system_(file_system) {}
 
-    bool AddSmallIcon(const std::string& path) override {
-        return file_system_.FileExists(path) || file_system_.FolderExists(path);
-    }
+    bool AddSmallIcon(const std::string& path) override { return PathExists(file_system_, path); }
 
   private:
     FileSystemObject& file_system_;

@@ -64,7 +64,7 @@ class FakePictures : public PictureStore {
 
     bool AddSmallIcon(const std::string& path) override {
         asked.push_back(path);
-        return file_system_.FileExists(path) || file_system_.FolderExists(path);
+        return PathExists(file_system_, path);
     }
 
   private:

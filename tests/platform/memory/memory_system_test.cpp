@@ -124,5 +124,15 @@ TEST(MemoryFileSystemObject, AnswersByTheVolume) {
     EXPECT_EQ(system.file_system.DriveCount(), 1);
 }
 
+TEST(FileSystemObject, APathExistsThatIsAFileOrAFolder) {
+    MemorySystem system;
+    system.volume.AddFile("C:\\f\\a");
+    EXPECT_TRUE(PathExists(system.file_system, "C:\\f\\a"));
+    EXPECT_TRUE(PathExists(system.file_system, "C:\\f"));
+    EXPECT_TRUE(PathExists(system.file_system, "C:\\f\\"));
+    EXPECT_FALSE(PathExists(system.file_system, "C:\\f\\b"));
+    EXPECT_FALSE(PathExists(system.file_system, ""));
+}
+
 }  // namespace
 }  // namespace tidemark
