@@ -10,7 +10,7 @@ class MemoryPlatformUnderTest final : public PlatformUnderTest {
   public:
     MemoryPlatformUnderTest() { system_.volume.AddFolder(Folder()); }
 
-    Platform Parts() override { return system_.View(); }
+    Platform Parts() override { return system_.Parts(); }
     std::string Folder() const override { return "C:\\Temp\\contract"; }
     void MakeFolder(const std::string& path) override { system_.volume.AddFolder(path); }
     void MakeFile(const std::string& path) override { system_.volume.AddFile(path); }

@@ -70,7 +70,7 @@ class AwkwardNamesTest : public ErrorRowsFixture, public testing::WithParamInter
     std::string file;
     std::string folder;
     ListModel list{system.locale};
-    TidemarkItemCollection items{system.View()};
+    TidemarkItemCollection items{system.Parts()};
 };
 
 TEST_P(AwkwardNamesTest, IsDroppedListedCountedAndStamped) {

@@ -72,7 +72,7 @@ TEST_F(CancellationTest, ACancelledStampFinishesEveryFolderItIsInAndEntersNoOthe
     for (std::size_t call = 1;; ++call) {
         MemorySystem system;
         Build(system);
-        const auto item = TidemarkItem::Create(system.View());
+        const auto item = TidemarkItem::Create(system.Parts());
         item->SetRootItem("C:\\t");
         item->Stamp(date_, 0, false, false);
         std::set<std::string> entered;
@@ -114,7 +114,7 @@ TEST_F(CancellationTest, ACancelledCountFinishesEveryFolderItIsInAndEntersNoOthe
     for (std::size_t call = 1;; ++call) {
         MemorySystem system;
         Build(system);
-        const auto item = TidemarkItem::Create(system.View());
+        const auto item = TidemarkItem::Create(system.Parts());
         item->SetRootItem("C:\\t");
         item->Count();
         std::set<std::string> entered;
@@ -149,7 +149,7 @@ TEST_F(CancellationTest, ACancelledStampKeepsErrorsFromBeforeAndAfterTheCancel) 
     Build(system);
     system.volume.Lock("C:\\t\\a");
     system.volume.Lock("C:\\t\\m");
-    const auto item = TidemarkItem::Create(system.View());
+    const auto item = TidemarkItem::Create(system.Parts());
     item->SetRootItem("C:\\t");
     item->Stamp(date_, 0, false, false);
     std::size_t before = 0;

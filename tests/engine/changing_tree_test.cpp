@@ -55,7 +55,7 @@ TEST_P(ChangingTreeTest, StopsNothingAndIsListedOnceWhereItFails) {
         for (std::size_t call = 1;; ++call) {
             MemorySystem system;
             Build(system);
-            const auto item = TidemarkItem::Create(system.View());
+            const auto item = TidemarkItem::Create(system.Parts());
             item->SetRootItem("C:\\t");
             item->Stamp(DayNumber(2021, 3, 2, 13, 45), 0, remove_read_only, false);
             bool arrived = false;

@@ -83,7 +83,7 @@ class CommandsAtPumpPointsTest : public testing::TestWithParam<std::uint64_t> {
         MemorySystem system;
         ListModel list{system.locale};
         std::unique_ptr<TidemarkItemCollection> items =
-            std::make_unique<TidemarkItemCollection>(system.View());
+            std::make_unique<TidemarkItemCollection>(system.Parts());
     };
 
     static Moment MomentOf(const TidemarkItem& item) {

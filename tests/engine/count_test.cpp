@@ -24,7 +24,7 @@ class CountTest : public EngineTest {
 };
 
 TEST_F(CountTest, ANewItemIsEmptyAndReady) {
-    const auto item = TidemarkItem::Create(system.View());
+    const auto item = TidemarkItem::Create(system.Parts());
     EXPECT_EQ(item->RootItem(), "");
     EXPECT_EQ(item->CountString(), "not counted");
     EXPECT_EQ(item->StatusString(), "Ready");

@@ -43,7 +43,7 @@ class EnduranceTest : public EngineTest {
     }
 
     ListModel list{system.locale};
-    TidemarkItemCollection items{system.View()};
+    TidemarkItemCollection items{system.Parts()};
 };
 
 // TIDEMARK_STAMPS sets how many.

@@ -52,7 +52,7 @@ inline FileTime SystemTime(int year, unsigned month, unsigned day, int hour = 0,
 class EngineTest : public testing::Test {
   protected:
     std::shared_ptr<TidemarkItem> NewItem(const std::string& path) {
-        std::shared_ptr<TidemarkItem> item = TidemarkItem::Create(system.View());
+        std::shared_ptr<TidemarkItem> item = TidemarkItem::Create(system.Parts());
         item->SetRootItem(path);
         return item;
     }

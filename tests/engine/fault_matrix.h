@@ -258,7 +258,7 @@ class FaultMatrixTest : public testing::Test {
         for (const Fault& fault : faults) {
             Inject(system, fault, entries[fault.entry]);
         }
-        const auto item = TidemarkItem::Create(system.View());
+        const auto item = TidemarkItem::Create(system.Parts());
         item->SetRootItem(entries.front().path);
         item->Count();
         system.pump.RunUntilIdle();

@@ -68,7 +68,7 @@ class ListingFaultsTest : public FaultMatrixTest {
         }
 
         MemorySystem system;
-        std::shared_ptr<TidemarkItem> item = TidemarkItem::Create(system.View());
+        std::shared_ptr<TidemarkItem> item = TidemarkItem::Create(system.Parts());
 
       private:
         Options options_;

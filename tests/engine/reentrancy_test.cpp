@@ -38,7 +38,7 @@ class ReentrancyTest : public EngineTest {
     template <typename Action>
     void AtEveryPumpPoint(Action action) {
         for (std::size_t call = 1; call < 60; ++call) {
-            TidemarkItemCollection items(system.View());
+            TidemarkItemCollection items(system.Parts());
             const std::weak_ptr<TidemarkItem> item = items.Add("C:\\top", nullptr, nullptr);
             item.lock()->Count();
             Stamp(*item.lock());
@@ -60,7 +60,7 @@ TEST_F(ReentrancyTest, AnItemRemovedWhileItsOwnCountIsOnTheStackEndsItSafely) {
 }
 
 TEST_F(ReentrancyTest, AnItemNobodyOwnsAnyMoreLivesUntilItsWorkIsOffTheStack) {
-    TidemarkItemCollection items(system.View());
+    TidemarkItemCollection items(system.Parts());
     const std::weak_ptr<TidemarkItem> item = items.Add("C:\\top", nullptr, nullptr);
     item.lock()->Count();
     bool alive_after_removal = false;
@@ -75,7 +75,7 @@ TEST_F(ReentrancyTest, AnItemNobodyOwnsAnyMoreLivesUntilItsWorkIsOffTheStack) {
 }
 
 TEST_F(ReentrancyTest, TheCollectionIsClearedFromInsideANestedTick) {
-    TidemarkItemCollection items(system.View());
+    TidemarkItemCollection items(system.Parts());
     std::vector<std::weak_ptr<TidemarkItem>> all;
     for (const char* path : {"C:\\top", "C:\\other", "C:\\top\\sub", "C:\\top\\sub\\deep"}) {
         all.push_back(items.Add(path, &list, nullptr));
@@ -95,7 +95,7 @@ TEST_F(ReentrancyTest, TheCollectionIsClearedFromInsideANestedTick) {
 }
 
 TEST_F(ReentrancyTest, TheCollectionIsDestroyedWhileItsItemsWork) {
-    auto items = std::make_unique<TidemarkItemCollection>(system.View());
+    auto items = std::make_unique<TidemarkItemCollection>(system.Parts());
     for (const char* path : {"C:\\top", "C:\\other"}) {
         items->Add(path, nullptr, nullptr)->Count();
     }
@@ -219,7 +219,7 @@ TEST_F(ReentrancyTest, AStampRunsNestedInTheCountItWaitedBehind) {
 }
 
 TEST_F(ReentrancyTest, AQuitThatClearsTheListEntersNoOtherFolder) {
-    TidemarkItemCollection items(system.View());
+    TidemarkItemCollection items(system.Parts());
     items.Add("C:\\top", nullptr, nullptr)->Count();
     system.pump.AtCall(4, [&] {
         system.pump.Quit();
@@ -247,7 +247,7 @@ TEST_F(ReentrancyTest, AnOverflowInANestedTickEndsThatItemOnly) {
 
 TEST_F(ReentrancyTest, FiveThousandFoldersAtOnceNestWithinTheBound) {
     constexpr int kFolders = 5000;
-    TidemarkItemCollection items(system.View());
+    TidemarkItemCollection items(system.Parts());
     system.files.SetRecording(false);
     for (int i = 0; i < kFolders; ++i) {
         const std::string folder = "C:\\many\\f" + std::to_string(i);

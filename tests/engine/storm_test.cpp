@@ -145,7 +145,7 @@ class Storm {
             case 8:
                 if (Pick(6) == 0) {
                     Tell("a new list", nullptr);
-                    items_ = std::make_unique<TidemarkItemCollection>(system_.View());
+                    items_ = std::make_unique<TidemarkItemCollection>(system_.Parts());
                     list_.Clear();
                 }
                 break;
@@ -251,7 +251,7 @@ class Storm {
     std::set<const TidemarkItem*> disturbed_;
     std::set<std::shared_ptr<TidemarkItem>> kept_;  // so that no address is used twice
     std::unique_ptr<TidemarkItemCollection> items_ =
-        std::make_unique<TidemarkItemCollection>(system_.View());
+        std::make_unique<TidemarkItemCollection>(system_.Parts());
 };
 
 void RunSeed(std::uint32_t seed) {

@@ -58,7 +58,7 @@ class CollectionTest : public EngineTest {
     ListModel list{system.locale};
     FakePictures pictures;
     KeyedImageList images{pictures};
-    TidemarkItemCollection items{system.View()};
+    TidemarkItemCollection items{system.Parts()};
 };
 
 TEST_F(CollectionTest, AnEmptyCollectionIsNeitherBusyNorComplete) {
@@ -415,7 +415,7 @@ TEST_F(CollectionTest, EnumerationSurvivesWhateverHappensToTheCollection) {
 }
 
 TEST_F(CollectionTest, EnumerationSurvivesTheCollection) {
-    auto gone = std::make_unique<TidemarkItemCollection>(system.View());
+    auto gone = std::make_unique<TidemarkItemCollection>(system.Parts());
     gone->Add("C:\\top", nullptr, nullptr);
     gone->Add("C:\\Other", nullptr, nullptr);
     auto at = gone->begin();
@@ -426,7 +426,7 @@ TEST_F(CollectionTest, EnumerationSurvivesTheCollection) {
 }
 
 TEST_F(CollectionTest, DestructionCancelsTheWorkOfItsItems) {
-    auto gone = std::make_unique<TidemarkItemCollection>(system.View());
+    auto gone = std::make_unique<TidemarkItemCollection>(system.Parts());
     const auto item = gone->Add("C:\\top", nullptr, nullptr);
     item->Count();
     gone.reset();

@@ -81,7 +81,7 @@ class ErrorRowsFixture : public testing::Test {
     IconsOfExistingPaths icons{system.file_system};
     KeyedImageList images{icons};
     RecordedDisplay display{};
-    std::shared_ptr<ErrorRows> rows = ErrorRows::Create(system.View(), images, display);
+    std::shared_ptr<ErrorRows> rows = ErrorRows::Create(system.Parts(), images, display);
 };
 
 }  // namespace tidemark

@@ -315,7 +315,7 @@ class FailingPictures final : public PictureStore {
 TEST_F(ErrorRowsTest, TheListIsDrawnAgainAfterAnErrorAmongTheRecords) {
     FailingPictures failing;
     KeyedImageList failing_images(failing);
-    rows = ErrorRows::Create(system.View(), failing_images, display);
+    rows = ErrorRows::Create(system.Parts(), failing_images, display);
     for (const char* path : {"C:\\first.txt", "C:\\second.png"}) {
         system.volume.AddFile(path);
     }

@@ -21,7 +21,7 @@ class ErrorsOfAStampTest : public ErrorRowsFixture {
         system.pump.RunUntilIdle();
     }
 
-    TidemarkItemCollection items{system.View()};
+    TidemarkItemCollection items{system.Parts()};
 };
 
 TEST_F(ErrorsOfAStampTest, LockedDeniedAndVanishedFilesAreListedWithCodeAndText) {

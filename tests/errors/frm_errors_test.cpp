@@ -121,7 +121,7 @@ class FrmErrorsTest : public testing::Test {
     }
 
     MemorySystem system_{};
-    Platform platform_ = system_.View();
+    Platform platform_ = system_.Parts();
     MemorySettingsStore settings_{};
     RecordedCommands commands_{};
     ScriptedPopups popups_{};

@@ -103,7 +103,7 @@ class FrmMainSettings : public testing::Test {
 
     LastResortRecorder last_resort_;
     MemorySystem system_;
-    Platform platform_ = system_.View();
+    Platform platform_ = system_.Parts();
     WillingUser user_;
     ScriptedProcess process_;
     NoCommands commands_;

@@ -83,7 +83,7 @@ class MainWindowTest : public ::testing::Test {
     void StartSlowStamp();
 
     MemorySystem system_;
-    Platform platform_ = system_.View();
+    Platform platform_ = system_.Parts();
     AnsweringBoxes boxes_;
     MemorySettingsStore settings_;
     MemoryScreen screen_;

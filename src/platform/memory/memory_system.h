@@ -17,7 +17,7 @@ struct MemorySystem {
     MemoryMessagePump pump;
     MemoryUserLocale locale;
 
-    [[nodiscard]] Platform View() { return {files, file_system, pump.Timers(), pump, locale}; }
+    [[nodiscard]] Platform Parts() { return {files, file_system, pump.Timers(), pump, locale}; }
 };
 
 }  // namespace tidemark
