@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "engine/numbers.h"
-#include "engine/paths.h"
 #include "lists/list_helpers.h"
 
 namespace tidemark {

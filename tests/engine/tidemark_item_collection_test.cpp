@@ -17,7 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FakePictures final : public PictureStore {
+// Yields an icon for every path but those without one.
+class PicturesOfAllBut final : public PictureStore {
   public:
     bool AddSmallIcon(const std::string& path) override {
         if (without_icon.contains(path)) {
@@ -56,7 +57,7 @@ class CollectionTest : public EngineTest {
     }
 
     ListModel list{system.locale};
-    FakePictures pictures;
+    PicturesOfAllBut pictures;
     KeyedImageList images{pictures};
     TidemarkItemCollection items{system.Parts()};
 };
@@ -143,7 +144,7 @@ TEST_F(CollectionTest, AnImageListWithoutAPictureIsNotAttachedAndTheRowShowsTheF
 }
 
 TEST_F(CollectionTest, AnImageListAttachedBeforeStays) {
-    FakePictures others;
+    PicturesOfAllBut others;
     KeyedImageList first(others);
     items.Add("C:\\top", &list, &first);
     items.Add("C:\\top\\a.txt", &list, &images);

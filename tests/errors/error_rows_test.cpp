@@ -2,6 +2,7 @@
 
 #include "errors/error_rows_fixture.h"
 #include "lists/fakes.h"
+#include "platform/memory/memory_user_locale.h"
 #include "platform/program_error.h"
 
 namespace tidemark {
@@ -348,7 +349,7 @@ TEST_F(ErrorRowsTest, AHundredThousandRecordsAreAllShown) {
     // Quicker look-ups than a whole volume's.
     FakeFileSystem files;
     files.files = {{"C:\\0", "File"}};
-    FakeLocale locale;
+    MemoryUserLocale locale;
     rows = ErrorRows::Create({system.files, files, system.pump.Timers(), system.pump, locale},
                              images, display);
     system.volume.AddFile("C:\\0");

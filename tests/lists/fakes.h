@@ -8,35 +8,26 @@
 
 #include "lists/keyed_image_list.h"
 #include "platform/file_system_object.h"
-#include "platform/user_locale.h"
+#include "platform/memory/memory_user_locale.h"
 
 namespace tidemark {
 
-// Lower-cases ASCII letters.
-class FakeLocale : public UserLocale {
-  public:
-    std::string LowerCase(const std::string& text) override {
-        std::string lower = text;
-        for (char& c : lower) {
-            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        }
-        return lower;
-    }
-    std::string ThousandsSeparator() override { return ","; }
-    std::string DateSeparator() override { return "/"; }
-    std::string TimeSeparator() override { return ":"; }
-    double ReadDateTime(const std::string& /*text*/) override { return 0; }
-};
-
 // Counts how often texts are lower-cased.
-class CountingLocale final : public FakeLocale {
+class CountingLocale final : public UserLocale {
   public:
     std::size_t lower_cased = 0;
 
     std::string LowerCase(const std::string& text) override {
         ++lower_cased;
-        return FakeLocale::LowerCase(text);
+        return locale_.LowerCase(text);
     }
+    std::string ThousandsSeparator() override { return locale_.ThousandsSeparator(); }
+    std::string DateSeparator() override { return locale_.DateSeparator(); }
+    std::string TimeSeparator() override { return locale_.TimeSeparator(); }
+    double ReadDateTime(const std::string& text) override { return locale_.ReadDateTime(text); }
+
+  private:
+    MemoryUserLocale locale_;
 };
 
 // Files with their type names, and folders.

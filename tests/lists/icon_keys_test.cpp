@@ -4,13 +4,14 @@
 
 #include "lists/counting_file_system.h"
 #include "lists/fakes.h"
+#include "platform/memory/memory_user_locale.h"
 
 namespace tidemark {
 namespace {
 
 class IconKeysTest : public testing::Test {
   protected:
-    FakeLocale locale_{};
+    MemoryUserLocale locale_{};
     FakeFileSystem files_{};
     CountingFileSystem file_system_{files_};
     IconKeys keys_{file_system_, locale_};

@@ -5,6 +5,7 @@
 
 #include "lists/fakes.h"
 #include "lists/icon_keys.h"
+#include "platform/memory/memory_user_locale.h"
 
 namespace tidemark {
 namespace {
@@ -13,7 +14,7 @@ using testing::ElementsAre;
 
 class ListHelpersTest : public testing::Test {
   protected:
-    FakeLocale locale_{};
+    MemoryUserLocale locale_{};
     FakeFileSystem file_system_{};
     FakePictures pictures_{file_system_};
     KeyedImageList images_{pictures_};

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "lists/fakes.h"
+#include "platform/memory/memory_user_locale.h"
 #include "platform/program_error.h"
 
 namespace tidemark {
@@ -29,7 +30,7 @@ class Listener final : public ListModelObserver {
 
 class ListModelTest : public testing::Test {
   protected:
-    FakeLocale locale_{};
+    MemoryUserLocale locale_{};
     ListModel list_{locale_};
     Listener listener_{};
 

@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "fakes.h"
+#include "lists/fakes.h"
+#include "platform/memory/memory_user_locale.h"
 
 namespace tidemark {
 namespace {
@@ -36,7 +37,7 @@ class ShellServicesTest : public testing::Test {
         return SelectionLiesInOneFolder(list_, file_system_, locale_);
     }
 
-    FakeLocale locale_;
+    MemoryUserLocale locale_;
     ParentsFileSystem file_system_;
     ListModel list_{locale_};
 };

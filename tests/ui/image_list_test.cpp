@@ -5,6 +5,7 @@
 #include "lists/fakes.h"
 #include "lists/icon_keys.h"
 #include "lists/list_helpers.h"
+#include "platform/memory/memory_user_locale.h"
 #include "support/real_tree.h"
 
 namespace tidemark {
@@ -21,7 +22,7 @@ class ImageListTest : public testing::Test {
     }
 
     RealTree tree_{};
-    FakeLocale locale_{};
+    MemoryUserLocale locale_{};
     FakeFileSystem file_system_{};
     IconKeys keys_{file_system_, locale_};
     ImageList images_{};

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "lists/fakes.h"
+#include "platform/memory/memory_user_locale.h"
 #include "platform/win32/wide_text.h"
 #include "support/pump.h"
 #include "support/test_form.h"
@@ -92,7 +92,7 @@ class ListViewTest : public testing::Test {
         return texts;
     }
 
-    FakeLocale locale_{};
+    MemoryUserLocale locale_{};
     ListModel model_{locale_};
     ImageList images_{[](const std::string& /*path*/) {
         return UniqueIcon(::CopyIcon(::LoadIconW(nullptr, IDI_APPLICATION)));
