@@ -45,11 +45,7 @@ TEST_P(FileSystemObjectContract, LetterCaseDoesNotMatter) {
 }
 
 TEST_P(FileSystemObjectContract, LongPathsAndUnusualNamesExist) {
-    std::string folder = system_->Folder();
-    while (folder.size() < 400) {
-        folder.append("\\").append(60, 'd');
-        system_->MakeFolder(folder);
-    }
+    const std::string folder = DeepFolder();
     const std::string file = folder + "\\deep.txt";
     system_->MakeFile(file);
     EXPECT_TRUE(object_.FileExists(file));

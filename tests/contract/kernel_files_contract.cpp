@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "contract/platform_under_test.h"
+#include "support/repeated.h"
 
 namespace tidemark {
 namespace {
@@ -16,14 +17,6 @@ constexpr std::int64_t kTicksPerMinute = 60LL * 10'000'000;
 constexpr std::int64_t kTicksPerDay = 24LL * 60 * kTicksPerMinute;
 // 29 February 2004, 13:37.
 constexpr FileTime kChosen{147'252LL * kTicksPerDay + (13 * 60 + 37) * kTicksPerMinute};
-
-std::string Repeated(const std::string& text, int count) {
-    std::string result;
-    for (int i = 0; i < count; ++i) {
-        result += text;
-    }
-    return result;
-}
 
 class KernelFilesContract : public PlatformContract {
   protected:
@@ -159,11 +152,7 @@ TEST_P(KernelFilesContract, ExactlyTheListedEntryIsStamped) {
 }
 
 TEST_P(KernelFilesContract, PathsOfFourHundredCharactersWorkInEveryCall) {
-    std::string folder = system_->Folder();
-    while (folder.size() < 400) {
-        folder.append("\\").append(60, 'd');
-        system_->MakeFolder(folder);
-    }
+    const std::string folder = DeepFolder();
     const std::string file = folder + "\\deep.txt";
     system_->MakeFile(file);
     EXPECT_THAT(Names(folder), testing::UnorderedElementsAre(".", "..", "deep.txt"));

@@ -80,6 +80,15 @@ class PlatformContract : public testing::TestWithParam<PlatformKind> {
         system_->MakeFolder(Path(name));
         return Path(name);
     }
+    // A folder whose path is longer than the system's plain form of a path can be.
+    [[nodiscard]] std::string DeepFolder() {
+        std::string folder = system_->Folder();
+        while (folder.size() < 400) {
+            folder.append("\\").append(60, 'd');
+            system_->MakeFolder(folder);
+        }
+        return folder;
+    }
 
     std::unique_ptr<PlatformUnderTest> system_ = GetParam().make();
     Platform platform_ = system_->Parts();

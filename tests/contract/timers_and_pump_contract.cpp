@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -11,18 +10,10 @@
 
 #include "contract/platform_under_test.h"
 #include "platform/timer_queue.h"
+#include "support/function_sink.h"
 
 namespace tidemark {
 namespace {
-
-class FunctionSink final : public ITimerObjectSink {
-  public:
-    explicit FunctionSink(std::function<void()> action) : action_(std::move(action)) {}
-    void ITimerObjectSink_Timer() override { action_(); }
-
-  private:
-    std::function<void()> action_;
-};
 
 class TimersContract : public PlatformContract {
   protected:

@@ -4,17 +4,10 @@
 
 #include "endtoend/end_to_end.h"
 #include "platform/win32/windows.h"
+#include "support/repeated.h"
 
 namespace tidemark {
 namespace {
-
-std::string Repeated(const std::string& text, int times) {
-    std::string result;
-    for (int i = 0; i < times; ++i) {
-        result += text;
-    }
-    return result;
-}
 
 // A number of four to six digits as the list shows it.
 std::string InThousands(int number) {

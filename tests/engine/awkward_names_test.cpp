@@ -10,6 +10,7 @@
 #include "lists/shell_services.h"
 #include "mainwindow/file_dialog_names.h"
 #include "platform/text.h"
+#include "support/repeated.h"
 
 namespace tidemark {
 namespace {
@@ -21,14 +22,6 @@ struct NameClass {
 };
 std::ostream& operator<<(std::ostream& out, const NameClass& each) {
     return out << each.kind;
-}
-
-std::u16string Repeated(std::u16string_view text, std::size_t times) {
-    std::u16string repeated;
-    for (std::size_t i = 0; i < times; ++i) {
-        repeated += text;
-    }
-    return repeated;
 }
 
 // Each kind of name, on a file and on a folder: dropped and dropped again, listed, counted,

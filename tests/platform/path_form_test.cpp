@@ -4,16 +4,10 @@
 
 #include <string>
 
+#include "support/repeated.h"
+
 namespace tidemark {
 namespace {
-
-std::string Repeated(const std::string& text, int count) {
-    std::string result;
-    for (int i = 0; i < count; ++i) {
-        result += text;
-    }
-    return result;
-}
 
 TEST(PathForm, AnchorsAreToldApart) {
     EXPECT_EQ(AnchorOf("C:\\"), PathAnchor::kDrive);

@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include "support/function_sink.h"
 
 namespace tidemark {
 namespace {
@@ -22,15 +23,6 @@ class ManualHost final : public TimerQueueHost {
     std::uint64_t now = 1000;
     std::optional<std::uint64_t> wake_at;
     int requests = 0;
-};
-
-class FunctionSink final : public ITimerObjectSink {
-  public:
-    explicit FunctionSink(std::function<void()> action) : action_(std::move(action)) {}
-    void ITimerObjectSink_Timer() override { action_(); }
-
-  private:
-    std::function<void()> action_;
 };
 
 class TimerQueueTest : public testing::Test {
