@@ -83,14 +83,7 @@ class EngineTest : public testing::Test {
     const FileTime modified_time = SystemTime(2021, 3, 2, 13, 45);
     const double created_date = DayNumber(1999, 12, 31, 23, 59);
     const FileTime created_time = SystemTime(1999, 12, 31, 23, 59);
-    const FileTime untouched = MemoryVolumeBuildTime();
-
-  private:
-    static FileTime MemoryVolumeBuildTime() {
-        MemoryVolume volume;
-        volume.AddFile("C:\\a");
-        return volume.TimesOf("C:\\a").written;
-    }
+    const FileTime untouched = kMemoryBuildTime;
 };
 
 }  // namespace tidemark

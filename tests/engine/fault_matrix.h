@@ -228,11 +228,10 @@ class FaultMatrixTest : public testing::Test {
                            const Expected& expected) {
         const MemoryTimes times = system.volume.TimesOf(entry.path);
         const FileTime modified = SystemTime(2021, 3, 2, 13, 45);
-        const FileTime built = SystemTime(2020, 1, 1, 13, 0);
-        EXPECT_EQ(times.written, expected.modified ? modified : built) << entry.path;
+        EXPECT_EQ(times.written, expected.modified ? modified : kMemoryBuildTime) << entry.path;
         const FileTime created = options.created ? SystemTime(1999, 12, 31, 23, 59) : modified;
-        EXPECT_EQ(times.created, expected.created ? created : built) << entry.path;
-        EXPECT_EQ(times.accessed, built) << entry.path;
+        EXPECT_EQ(times.created, expected.created ? created : kMemoryBuildTime) << entry.path;
+        EXPECT_EQ(times.accessed, kMemoryBuildTime) << entry.path;
         const std::uint32_t kind =
             entry.folder ? file_attribute::kDirectory : file_attribute::kArchive;
         EXPECT_EQ(system.volume.AttributesOf(entry.path),

@@ -19,6 +19,9 @@ struct MemoryTimes {
     friend bool operator==(const MemoryTimes&, const MemoryTimes&) = default;
 };
 
+// The times of what was just made: 1 January 2020, 12:00.
+inline constexpr FileTime kMemoryBuildTime{132223536000000000};
+
 // Folders and files in memory that answer KernelFiles as the real system does, error codes
 // included. Names ignore case, may be 255 UTF-16 units long and may hold lone surrogates; paths may
 // have any length. A folder lists "." and ".." first (a root has neither) and then its entries by

@@ -19,9 +19,6 @@ inline constexpr std::uint32_t kMessageNotFound = 317;
 inline constexpr std::uint32_t kCantResolveName = 1921;
 }  // namespace system_error
 
-// The times of what was just made: 1 January 2020, 12:00.
-inline constexpr FileTime kMemoryBuildTime{132223536000000000};
-
 struct MemoryVolume::Node {
     std::string name;
     std::uint32_t attributes = 0;

@@ -97,6 +97,7 @@ TEST_F(MemoryVolumeTest, OpeningFollowsAttributesLocksAndSharing) {
 TEST_F(MemoryVolumeTest, SettingOneTimeLeavesTheOthers) {
     volume.AddFile("C:\\a.txt");
     const MemoryTimes before = volume.TimesOf("C:\\a.txt");
+    EXPECT_EQ(before, (MemoryTimes{kMemoryBuildTime, kMemoryBuildTime, kMemoryBuildTime}));
     const FileHandle file = volume.OpenForTimes("C:\\a.txt", kOpenNormal);
     EXPECT_TRUE(volume.SetLastWriteTime(file, {7}));
     EXPECT_EQ(volume.TimesOf("C:\\a.txt"), (MemoryTimes{before.created, before.accessed, {7}}));
