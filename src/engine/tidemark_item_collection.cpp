@@ -7,6 +7,17 @@
 #include "lists/list_helpers.h"
 
 namespace tidemark {
+namespace {
+
+std::int32_t CountedBy(const TidemarkItem& item) {
+    return CheckedAdd(item.FileCount(), item.FolderCount());
+}
+
+std::int32_t StampedBy(const TidemarkItem& item) {
+    return CheckedAdd(item.StampedFileCount(), item.StampedFolderCount());
+}
+
+}  // namespace
 
 std::size_t TidemarkItemCollection::Slots::Seek(std::size_t position, std::uint64_t number) const {
     // Slots only ever move towards the front, so the guess is right or too far back.
@@ -25,20 +36,24 @@ std::size_t TidemarkItemCollection::Slots::Seek(std::size_t position, std::uint6
     return position;
 }
 
-TidemarkItemCollection::Slot& TidemarkItemCollection::Slots::At(std::uint64_t number) {
+std::size_t TidemarkItemCollection::Slots::PositionOf(std::uint64_t number) const {
+    if (in_order.empty() || number < in_order.front().number) {
+        return in_order.size();
+    }
     // Where it is as long as none before it was removed.
-    return in_order[Seek(static_cast<std::size_t>(number - in_order.front().number), number)];
+    const std::size_t position =
+        Seek(static_cast<std::size_t>(number - in_order.front().number), number);
+    return position < in_order.size() && in_order[position].number == number ? position
+                                                                             : in_order.size();
+}
+
+TidemarkItemCollection::Slot& TidemarkItemCollection::Slots::At(std::uint64_t number) {
+    return in_order[PositionOf(number)];
 }
 
 TidemarkItem* TidemarkItemCollection::Slots::Find(std::uint64_t number) {
-    if (in_order.empty() || number < in_order.front().number) {
-        return nullptr;
-    }
-    const std::size_t position =
-        Seek(static_cast<std::size_t>(number - in_order.front().number), number);
-    return position < in_order.size() && in_order[position].number == number
-               ? in_order[position].item.get()
-               : nullptr;
+    const std::size_t position = PositionOf(number);
+    return position < in_order.size() ? in_order[position].item.get() : nullptr;
 }
 
 TidemarkItemCollection::Iterator::Iterator(std::shared_ptr<const Slots> slots)
@@ -95,7 +110,7 @@ std::int32_t TidemarkItemCollection::CountedItems() const {
     std::int32_t sum = 0;
     for (const Slot& slot : slots_->in_order) {
         if (slot.item != nullptr) {
-            sum = CheckedAdd(sum, CheckedAdd(slot.item->FileCount(), slot.item->FolderCount()));
+            sum = CheckedAdd(sum, CountedBy(*slot.item));
         }
     }
     return sum;
@@ -105,8 +120,7 @@ std::int32_t TidemarkItemCollection::StampedItems() const {
     std::int32_t sum = 0;
     for (const Slot& slot : slots_->in_order) {
         if (slot.item != nullptr) {
-            sum = CheckedAdd(
-                sum, CheckedAdd(slot.item->StampedFileCount(), slot.item->StampedFolderCount()));
+            sum = CheckedAdd(sum, StampedBy(*slot.item));
         }
     }
     return sum;
@@ -123,10 +137,8 @@ TidemarkItemCollection::Totals TidemarkItemCollection::TotalsOfWork() const {
         totals.counting = totals.counting || item.CountInProgress();
         totals.stamping = totals.stamping || item.StampInProgress();
         totals.stamp_complete = totals.stamp_complete && item.StampComplete();
-        totals.counted =
-            CheckedAdd(totals.counted, CheckedAdd(item.FileCount(), item.FolderCount()));
-        totals.stamped = CheckedAdd(totals.stamped,
-                                    CheckedAdd(item.StampedFileCount(), item.StampedFolderCount()));
+        totals.counted = CheckedAdd(totals.counted, CountedBy(item));
+        totals.stamped = CheckedAdd(totals.stamped, StampedBy(item));
     }
     return totals;
 }

@@ -36,6 +36,8 @@ class TidemarkItemCollection {
         // The first slot from `position` on (a guess) that is numbered `number` or later and holds
         // an item; in_order.size() when there is none.
         [[nodiscard]] std::size_t Seek(std::size_t position, std::uint64_t number) const;
+        // Where the item under this number is; in_order.size() when there is none any more.
+        [[nodiscard]] std::size_t PositionOf(std::uint64_t number) const;
         // The slot with this number, which is there.
         [[nodiscard]] Slot& At(std::uint64_t number);
         // The item under this number; null when there is none any more.
