@@ -7,6 +7,7 @@
 #include "engine/local_date_time.h"
 #include "engine/numbers.h"
 #include "engine/paths.h"
+#include "platform/checked_arithmetic.h"
 #include "platform/program_error.h"
 
 namespace tidemark {

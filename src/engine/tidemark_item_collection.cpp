@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/numbers.h"
 #include "lists/list_helpers.h"
+#include "platform/checked_arithmetic.h"
 
 namespace tidemark {
 namespace {

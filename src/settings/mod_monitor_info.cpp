@@ -1,35 +1,17 @@
 #include "settings/mod_monitor_info.h"
 
-#include "platform/program_error.h"
+#include "platform/checked_arithmetic.h"
 #include "settings/stored_text.h"
 
 namespace tidemark {
 namespace {
 
-[[noreturn]] void ThrowOverflow() {
-    throw ProgramError(error_number::kOverflow, "Overflow: a rectangle is beyond the screen.");
-}
-
-int CheckedSum(int left, int right) {
-    int sum = 0;
-    if (__builtin_add_overflow(left, right, &sum)) {
-        ThrowOverflow();
-    }
-    return sum;
-}
-
-int CheckedDifference(int left, int right) {
-    int difference = 0;
-    if (__builtin_sub_overflow(left, right, &difference)) {
-        ThrowOverflow();
-    }
-    return difference;
-}
+constexpr const char* kBeyondTheScreen = "Overflow: a rectangle is beyond the screen.";
 
 int PixelsOf(double twips, double twips_per_pixel) {
     const auto pixels = RoundHalvesToEven(twips / twips_per_pixel);
     if (!pixels) {
-        ThrowOverflow();
+        throw ProgramError(error_number::kOverflow, kBeyondTheScreen);
     }
     return *pixels;
 }
@@ -51,25 +33,26 @@ Rect MonitorRectAtPoint(const Screen& screen, int x, int y) {
 }
 
 Bounds RectToBounds(const Rect& rect) {
-    return {rect.left, rect.top, CheckedDifference(rect.right, rect.left),
-            CheckedDifference(rect.bottom, rect.top)};
+    return {rect.left, rect.top, CheckedSubtract(rect.right, rect.left, kBeyondTheScreen),
+            CheckedSubtract(rect.bottom, rect.top, kBeyondTheScreen)};
 }
 
 void KeepRectOnMonitor(const Screen& screen, Bounds& bounds) {
     const Rect first = MonitorRectAtPoint(screen, bounds.left, bounds.top);
-    const Rect last = MonitorRectAtPoint(screen, CheckedSum(bounds.left, bounds.width),
-                                         CheckedSum(bounds.top, bounds.height));
+    const Rect last =
+        MonitorRectAtPoint(screen, CheckedAdd(bounds.left, bounds.width, kBeyondTheScreen),
+                           CheckedAdd(bounds.top, bounds.height, kBeyondTheScreen));
     if (bounds.left < first.left) {
         bounds.left = first.left;
     }
     if (bounds.top < first.top) {
         bounds.top = first.top;
     }
-    if (CheckedSum(bounds.left, bounds.width) > last.right) {
-        bounds.left = CheckedDifference(last.right, bounds.width);
+    if (CheckedAdd(bounds.left, bounds.width, kBeyondTheScreen) > last.right) {
+        bounds.left = CheckedSubtract(last.right, bounds.width, kBeyondTheScreen);
     }
-    if (CheckedSum(bounds.top, bounds.height) > last.bottom) {
-        bounds.top = CheckedDifference(last.bottom, bounds.height);
+    if (CheckedAdd(bounds.top, bounds.height, kBeyondTheScreen) > last.bottom) {
+        bounds.top = CheckedSubtract(last.bottom, bounds.height, kBeyondTheScreen);
     }
 }
 

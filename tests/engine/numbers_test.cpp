@@ -6,26 +6,11 @@
 #include <limits>
 
 #include "platform/memory/memory_user_locale.h"
-#include "platform/program_error.h"
 
 namespace tidemark {
 namespace {
 
 constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
-
-TEST(Numbers, CheckedAddThrowsInsteadOfWrapping) {
-    EXPECT_EQ(CheckedAdd(kMax - 1, 1), kMax);
-    EXPECT_EQ(CheckedAdd(kMin, kMax), -1);
-    EXPECT_THROW(static_cast<void>(CheckedAdd(kMin, -1)), ProgramError);
-    try {
-        static_cast<void>(CheckedAdd(kMax, 1));
-        FAIL() << "nothing thrown";
-    } catch (const ProgramError& error) {
-        EXPECT_EQ(error.Number(), error_number::kOverflow);
-        EXPECT_EQ(error.Description(), "Overflow");
-    }
-}
 
 TEST(Numbers, WholeNumbersAreGroupedInThrees) {
     MemoryUserLocale locale;
