@@ -24,10 +24,9 @@ class FolderVisitor {
 
 // Walks a folder ("\" at its end) and everything below it, each folder before its contents, and
 // lets pending messages run on entry to each folder, before and after each entry, and between tries
-// to fetch an entry that the system fails to give. Folders whose
-// name begins with a dot are left out with all they hold, which covers "." and ".."; links to
-// folders are folders. A folder that cannot be listed counts as empty. Searches are closed however
-// the walk ends.
+// to fetch an entry that the system fails to give. Folders whose name begins with a dot are left
+// out with all they hold, which covers "." and ".."; links to folders are folders. A folder that
+// cannot be listed counts as empty. Searches are closed however the walk ends.
 void WalkFolder(const Platform& platform, const std::string& folder, FolderVisitor& visitor);
 
 }  // namespace tidemark

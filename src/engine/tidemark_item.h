@@ -62,7 +62,8 @@ class TidemarkItem final : public ITimerObjectSink,
     }
 
     // What the item is doing, for the user: "Ready", "Counting", "Stamping - 45%",
-    // "Complete (with errors)".
+    // "Complete (with errors)". Throws ProgramError (overflow) when a counter does not hold the sum
+    // of files and folders that a stamp's progress is told by.
     [[nodiscard]] std::string StatusString() const;
 
     // Drops a pending count, and a stamp pending behind it. A running count finishes the folder it

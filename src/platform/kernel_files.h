@@ -5,7 +5,8 @@
 
 namespace tidemark {
 
-// System error codes that the program itself tells apart.
+// The system's error codes by name. The program tells only kNoMoreFiles apart; the in-memory system
+// answers with the others, and tests expect them.
 namespace system_error {
 inline constexpr std::uint32_t kSuccess = 0;
 inline constexpr std::uint32_t kFileNotFound = 2;
@@ -16,6 +17,9 @@ inline constexpr std::uint32_t kNoMoreFiles = 18;
 inline constexpr std::uint32_t kSharingViolation = 32;
 inline constexpr std::uint32_t kInvalidParameter = 87;
 inline constexpr std::uint32_t kInvalidName = 123;
+inline constexpr std::uint32_t kDirectory = 267;
+inline constexpr std::uint32_t kMessageNotFound = 317;
+inline constexpr std::uint32_t kCantResolveName = 1921;
 }  // namespace system_error
 
 namespace file_attribute {
@@ -57,6 +61,9 @@ inline constexpr std::uint32_t kOpenBackupSemantics = 0x02000000;
 // Paths and names are UTF-8; a name that has no UTF-8 form (a lone surrogate) is kept round-trip
 // safe (WTF-8, see text.h). Paths are given as the user knows them: an implementation adds the
 // extended-length prefix itself where one is needed.
+//
+// The calls that return bool return false on failure; what they would have filled in is then as it
+// was.
 //
 // Every call replaces the last error: 0 when the call left none, else the system's code. LastError
 // is to be read on the very next line, before any other call can replace it.

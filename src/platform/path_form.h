@@ -24,9 +24,8 @@ inline constexpr std::size_t kExtendedLength = 248;
 [[nodiscard]] bool NeedsExtendedForm(std::string_view path);
 
 // The drive or share path with the prefix that makes the system take it literally: \\?\C:\... or
-// \\?\UNC\server\share\.... What that form does not understand (slashes, doubled separators, "."
-// and
-// "..") is resolved first; nothing else about a component changes.
+// \\?\UNC\server\share\.... What that form does not understand is resolved first (slashes, doubled
+// separators, "." and ".."); nothing else about a component changes.
 [[nodiscard]] std::string ExtendedForm(std::string_view path);
 
 // A relative path as the place that the system has to be asked for ("." is the current folder,

@@ -21,7 +21,8 @@ class Process {
 
     // The command line as it was given, without the program's name and the blanks after it.
     [[nodiscard]] virtual std::string Arguments() = 0;
-    // The executable's file name, and the folder it is in.
+    // The executable's file name, and the folder it is in. Both throw ProgramError when the system
+    // does not tell.
     [[nodiscard]] virtual std::string ExecutableName() = 0;
     [[nodiscard]] virtual std::string ExecutableFolder() = 0;
 

@@ -1,6 +1,7 @@
 #include "settings/mod_monitor_info.h"
 
 #include "platform/checked_arithmetic.h"
+#include "platform/program_error.h"
 #include "settings/stored_text.h"
 
 namespace tidemark {

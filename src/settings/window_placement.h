@@ -20,7 +20,8 @@ void LoadWindowPlacement(const SettingsStore& store, const Screen& screen, Place
                          bool reset);
 
 // Stores the place and size of a window that is neither minimised nor maximised; does nothing
-// otherwise. Throws ProgramError when the store cannot be written.
+// otherwise. Throws ProgramError when the system does not tell the window's place or the store
+// cannot be written.
 void SaveWindowPlacement(SettingsStore& store, const PlacedWindow& window);
 
 // Moves the window to the middle of the primary screen; its size stays. Throws ProgramError as

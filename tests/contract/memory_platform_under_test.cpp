@@ -37,6 +37,7 @@ class MemoryPlatformUnderTest final : public PlatformUnderTest {
         }
         return done();
     }
+    // The clock in memory moves in pump calls only: from now on it does at each.
     void PassTime() override { system_.pump.SetMillisecondsPerCall(20); }
     void Post(std::function<void()> action) override { system_.pump.AtCall(1, std::move(action)); }
     void PostQuit() override { system_.pump.Quit(); }

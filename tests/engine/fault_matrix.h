@@ -187,8 +187,8 @@ inline std::vector<std::size_t> FailingEntries(bool folder_item) {
                         : std::vector<std::size_t>{0, 3, 4, 7};
 }
 
-// Each call that stamping makes, failing with each code at the first, a middle and the last entry,
-// under every combination of options. Each failure must become one record and stop nothing else.
+// Each call that stamping makes, failing with each code at each of the FailingEntries, under every
+// combination of options. Each failure must become one record and stop nothing else.
 class FaultMatrixTest : public testing::Test {
   protected:
     static void Build(MemorySystem& system, bool read_only) {

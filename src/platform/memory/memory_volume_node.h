@@ -12,13 +12,6 @@
 // What the parts of MemoryVolume's implementation share.
 namespace tidemark {
 
-namespace system_error {
-// Codes that only the system itself tells apart.
-inline constexpr std::uint32_t kDirectory = 267;
-inline constexpr std::uint32_t kMessageNotFound = 317;
-inline constexpr std::uint32_t kCantResolveName = 1921;
-}  // namespace system_error
-
 struct MemoryVolume::Node {
     std::string name;
     std::uint32_t attributes = 0;

@@ -9,7 +9,7 @@ namespace {
 
 // No message waits longer than this; asking more often would cost more than the work it is asked
 // from.
-constexpr std::int64_t kRunsPerSecond = 100;
+constexpr std::int64_t kLongestWaitMs = 10;
 
 // Even the performance counter costs as much as a good part of listing an entry. It is read at
 // every so many asks, or sooner when the system's clock has moved on: that one costs next to
@@ -39,7 +39,7 @@ void Win32MessagePump::LetPendingMessagesRun() {
     }
     asks_ = 0;
     last_clock_ = clock;
-    if (Ticks() - last_run_ >= ticks_per_second_ / kRunsPerSecond) {
+    if (Ticks() - last_run_ >= kLongestWaitMs * ticks_per_second_ / 1000) {
         Run(kLongestRunMs * ticks_per_second_ / 1000);
     }
 }

@@ -11,7 +11,6 @@ class Win32Process final : public Process {
     void SleepFor(std::uint32_t milliseconds) override;
     std::int16_t KeyState(int virtual_key) override;
     std::string Arguments() override;
-    // These two throw ProgramError when the system does not tell.
     std::string ExecutableName() override;
     std::string ExecutableFolder() override;
     void ReplaceErrorMode(std::uint32_t mode) override;

@@ -61,7 +61,7 @@ LRESULT CALLBACK Win32TimerSource::WindowProcedure(HWND window, UINT message, WP
 }
 
 void Win32TimerSource::WakeAt(std::uint64_t time) noexcept {
-    asked_ = true;
+    wake_up_set_ = true;
     const std::uint64_t now = Now();
     const std::uint64_t wait = time > now ? time - now : 0;
     ::SetTimer(window_.Get(), kTimerId,
@@ -70,7 +70,7 @@ void Win32TimerSource::WakeAt(std::uint64_t time) noexcept {
 }
 
 void Win32TimerSource::Wake() {
-    asked_ = false;
+    wake_up_set_ = false;
     try {
         // Long work would keep an open menu from its keys until the end of the work. It waits for
         // the menu; the wake-up that it goes on asking for meanwhile costs nothing.
@@ -79,7 +79,7 @@ void Win32TimerSource::Wake() {
         report_exception_();
     }
     // The system's timer would go on by itself.
-    if (!asked_) {
+    if (!wake_up_set_) {
         ::SetTimer(window_.Get(), kTimerId, USER_TIMER_MAXIMUM, /*lpTimerFunc=*/nullptr);
     }
 }

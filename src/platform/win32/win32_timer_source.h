@@ -39,7 +39,8 @@ class Win32TimerSource final : public TimerSource, private TimerQueueHost {
     void Wake();
 
     std::function<void()> report_exception_;
-    bool asked_ = false;
+    // Whether the queue asked for a wake-up since the last one began.
+    bool wake_up_set_ = false;
     UniqueHandle<MessageWindowTraits> window_;
     TimerQueue queue_{*this};
 };
