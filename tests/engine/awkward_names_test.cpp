@@ -5,6 +5,7 @@
 
 #include "app/command_line.h"
 #include "controls/drop_files.h"
+#include "engine/engine_fixture.h"
 #include "engine/tidemark_item_collection.h"
 #include "errors/error_rows_fixture.h"
 #include "lists/shell_services.h"
@@ -54,7 +55,8 @@ class AwkwardNamesTest : public ErrorRowsFixture, public testing::WithParamInter
     }
     void StampAll() {
         for (const auto& item : items) {
-            item->Stamp(44257.5, 0, true, false);
+            item->Stamp(DayNumber(2021, 3, 2, 13, 45), DayNumber(1999, 12, 31, 23, 59), true,
+                        false);
         }
         system.pump.RunUntilIdle();
     }
@@ -75,10 +77,14 @@ TEST_P(AwkwardNamesTest, IsDroppedListedCountedAndStamped) {
     StampAll();
     EXPECT_EQ(items.StampedItems(), 2);
     EXPECT_FALSE(items.ErrorsExist());
-    const FileTime untouched = system.volume.TimesOf("C:\\files\\neighbour").written;
     for (const std::string& path : {file, folder, folder + "\\" + name}) {
-        EXPECT_NE(system.volume.TimesOf(path).written, untouched);
+        const MemoryTimes times = system.volume.TimesOf(path);
+        EXPECT_EQ(times.written, SystemTime(2021, 3, 2, 13, 45)) << path;
+        EXPECT_EQ(times.created, SystemTime(1999, 12, 31, 23, 59)) << path;
     }
+    const MemoryTimes neighbour = system.volume.TimesOf("C:\\files\\neighbour");
+    EXPECT_EQ(neighbour.written, kMemoryBuildTime);
+    EXPECT_EQ(neighbour.created, kMemoryBuildTime);
 }
 
 TEST_P(AwkwardNamesTest, KeepsItsWholeNameInErrors) {

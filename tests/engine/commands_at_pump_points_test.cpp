@@ -290,6 +290,25 @@ TEST_P(CommandsAtPumpPointsTest, TheEmptyPathEndsTheWorkAndForgetsIt) {
                     });
 }
 
+TEST_P(CommandsAtPumpPointsTest, AnotherPathEndsTheWorkOnTheOldOne) {
+    AtEachPumpPoint(
+        [](World& world) {
+            const auto top = world.Top();
+            top->SetRootItem("C:\\other");
+            EXPECT_EQ(top->FileCount() + top->FolderCount(), 0);
+        },
+        [](const World& world, const Moment&) {
+            const auto top = world.Top();
+            EXPECT_EQ(top->RootItem(), "C:\\other\\");
+            EXPECT_EQ(top->CountString(), "not counted");
+            EXPECT_EQ(top->StatusString(), "Ready");
+            EXPECT_EQ(top->FileCount() + top->FolderCount(), 0);
+            EXPECT_EQ(top->StampedFileCount() + top->StampedFolderCount(), 0);
+            EXPECT_THAT(world.Tried(), IsEmpty());
+            EXPECT_FALSE(world.IsStamped("C:\\other\\d.txt"));
+        });
+}
+
 TEST_P(CommandsAtPumpPointsTest, APathThatIsNeitherFileNorFolderDisturbsNothing) {
     AtEachPumpPoint(
         [](World& world) {
