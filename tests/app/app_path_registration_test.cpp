@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "app/app_path.h"
-#include "contract/scratch_registry_key.h"
 #include "platform/win32/win32_kernel_files.h"
 #include "platform/win32/win32_machine_registry.h"
 #include "platform/win32/win32_process.h"
+#include "support/scratch_registry_key.h"
 
 namespace tidemark {
 namespace {

@@ -10,8 +10,8 @@
 #include "platform/settings_store.h"
 
 #ifdef _WIN32
-#include "contract/scratch_registry_key.h"
 #include "platform/win32/registry_settings_store.h"
+#include "support/scratch_registry_key.h"
 #endif
 
 using namespace std::string_literals;

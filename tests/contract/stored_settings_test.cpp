@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
-#include "contract/scratch_registry_key.h"
 #include "platform/memory/memory_screen.h"
 #include "platform/win32/registry_settings_store.h"
 #include "settings/fake_options_host.h"
 #include "settings/fake_placed_window.h"
 #include "settings/window_placement.h"
+#include "support/scratch_registry_key.h"
 
 using namespace std::string_view_literals;
 

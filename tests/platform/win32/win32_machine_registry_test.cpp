@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "contract/scratch_registry_key.h"
+#include "support/scratch_registry_key.h"
 
 namespace tidemark {
 namespace {

@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include "contract/scratch_registry_key.h"
 #include "platform/program_error.h"
 #include "platform/win32/registry_settings_store.h"
 #include "platform/win32/win32_screen.h"
 #include "settings/window_placement.h"
+#include "support/scratch_registry_key.h"
 
 namespace tidemark {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "contract/scratch_registry_key.h"
 #include "platform/program_error.h"
 #include "platform/win32/system_message.h"
+#include "support/scratch_registry_key.h"
 
 using namespace std::string_view_literals;
 
