@@ -78,6 +78,16 @@ class EngineTest : public testing::Test {
         return Written(path) == modified_time;
     }
 
+    // A line for each: "path|stamp|code|text".
+    static std::string Describe(const StampErrorList& errors) {
+        std::string text;
+        for (const auto& error : errors) {
+            text += error->ItemName + "|" + (error->CountError ? "count" : "stamp") + "|" +
+                    std::to_string(error->ErrorNumber) + "|" + error->ErrorDescription + "\n";
+        }
+        return text;
+    }
+
     MemorySystem system;
     const double modified = DayNumber(2021, 3, 2, 13, 45);
     const FileTime modified_time = SystemTime(2021, 3, 2, 13, 45);
