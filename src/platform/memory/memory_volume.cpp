@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/memory/fold_case.h"
 #include "platform/memory/memory_volume_node.h"
@@ -81,90 +82,95 @@ MemoryVolume::MemoryVolume()
 
 MemoryVolume::~MemoryVolume() = default;
 
-MemoryVolume::Located MemoryVolume::Locate(std::string_view path, bool follow_last) const {
+// Where to begin: where the last path led when this one goes on from there, else at the root.
+// Without a node when there is no such root.
+MemoryVolume::Way MemoryVolume::StartOf(std::string_view path) const {
     const std::size_t root_length = RootLength(path);
     if (root_length == 0) {
-        return {nullptr, kPathNotFound};
+        return {};
     }
-    NodePtr node;
-    std::size_t at = root_length;
-    int links = 0;
-    if (const NodePtr known = last_folder_.node.lock();
+    if (NodePtr known = last_folder_.node.lock();
         known != nullptr && path.starts_with(last_folder_.path)) {
-        node = known;
-        at = last_folder_.path.size();
-        links = last_folder_.links;
-    } else if (const auto root = roots_.find(FoldCase(path.substr(0, root_length)));
-               root != roots_.end()) {
-        node = root->second;
-    } else {
+        return {std::move(known), last_folder_.path.size(), last_folder_.links};
+    }
+    const auto root = roots_.find(FoldCase(path.substr(0, root_length)));
+    return root == roots_.end() ? Way{} : Way{root->second, root_length, 0};
+}
+
+// Steps from a link to what it leads to, and stays at anything else. Returns why that cannot be
+// done: `gone` when nothing is there any more.
+std::uint32_t MemoryVolume::FollowLink(Way& way, std::uint32_t gone) {
+    if (!way.node->IsLink()) {
+        return kSuccess;
+    }
+    if (++way.links > kMaxLinks) {
+        return kCantResolveName;
+    }
+    way.node = way.node->link_target.lock();
+    return way.node != nullptr ? kSuccess : gone;
+}
+
+// Steps from a folder to its entry of that name, or returns why that cannot be done.
+std::uint32_t MemoryVolume::StepInto(Way& way, std::string_view name) {
+    if (name == ".") {
+        return kSuccess;
+    }
+    if (name == "..") {
+        const NodePtr parent = way.node->parent.lock();
+        way.node = parent != nullptr ? parent : way.node;
+        return kSuccess;
+    }
+    if (!IsValidName(name)) {
+        return kInvalidName;
+    }
+    const auto child = way.node->children.find(FoldCase(name));
+    if (child == way.node->children.end()) {
+        return kFileNotFound;
+    }
+    way.node = child->second;
+    return kSuccess;
+}
+
+MemoryVolume::Located MemoryVolume::Locate(std::string_view path, bool follow_last) const {
+    Way way = StartOf(path);
+    if (way.node == nullptr) {
         return {nullptr, kPathNotFound};
     }
-
-    NodePtr last_folder;
-    std::size_t last_folder_end = 0;
-    int last_folder_links = 0;
+    Way last_folder;
     while (true) {
-        while (at < path.size() && IsSeparator(path[at])) {
-            ++at;
-        }
-        if (at == path.size()) {
+        way.at = path.find_first_not_of("\\/", way.at);
+        if (way.at == std::string_view::npos) {
             break;
         }
         // More of the path follows, so this must be a folder to step into.
-        if (node->IsLink()) {
-            node = node->link_target.lock();
-            if (++links > kMaxLinks) {
-                return {nullptr, kCantResolveName};
-            }
-            if (node == nullptr) {
-                return {nullptr, kPathNotFound};
-            }
+        if (const std::uint32_t code = FollowLink(way, kPathNotFound); code != kSuccess) {
+            return {nullptr, code};
         }
-        if (!node->IsFolder()) {
+        if (!way.node->IsFolder()) {
             return {nullptr, kPathNotFound};
         }
-        last_folder = node;
-        last_folder_end = at;
-        last_folder_links = links;
-        const std::size_t end = ComponentEnd(path, at);
-        const std::string_view name = path.substr(at, end - at);
-        at = end;
-        if (name == ".") {
-            continue;
+        last_folder = way;
+        const std::size_t end = ComponentEnd(path, way.at);
+        const std::uint32_t code = StepInto(way, path.substr(way.at, end - way.at));
+        if (code != kSuccess) {
+            const bool is_last = path.find_first_not_of("\\/", end) == std::string_view::npos;
+            return {nullptr, code == kFileNotFound && !is_last ? kPathNotFound : code};
         }
-        if (name == "..") {
-            const NodePtr parent = node->parent.lock();
-            node = parent != nullptr ? parent : node;
-            continue;
-        }
-        if (!IsValidName(name)) {
-            return {nullptr, kInvalidName};
-        }
-        const auto child = node->children.find(FoldCase(name));
-        if (child == node->children.end()) {
-            const bool is_last = path.find_first_not_of("\\/", at) == std::string_view::npos;
-            return {nullptr, is_last ? kFileNotFound : kPathNotFound};
-        }
-        node = child->second;
+        way.at = end;
     }
-    if (last_folder != nullptr && last_folder_end > root_length) {
-        last_folder_ = {std::string(path.substr(0, last_folder_end)), last_folder,
-                        last_folder_links};
+    if (last_folder.node != nullptr && last_folder.at > RootLength(path)) {
+        last_folder_ = {std::string(path.substr(0, last_folder.at)), last_folder.node,
+                        last_folder.links};
     }
-    if (!node->IsFolder() && IsSeparator(path.back())) {
+    if (!way.node->IsFolder() && IsSeparator(path.back())) {
         return {nullptr, kInvalidName};
     }
-    if (follow_last && node->IsLink()) {
-        if (links + 1 > kMaxLinks) {
-            return {nullptr, kCantResolveName};
-        }
-        node = node->link_target.lock();
-        if (node == nullptr) {
-            return {nullptr, kFileNotFound};
+    if (follow_last) {
+        if (const std::uint32_t code = FollowLink(way, kFileNotFound); code != kSuccess) {
+            return {nullptr, code};
         }
     }
-    return {node, kSuccess};
+    return {way.node, kSuccess};
 }
 
 MemoryVolume::NodePtr MemoryVolume::Require(const std::string& path) const {

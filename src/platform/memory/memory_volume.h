@@ -85,8 +85,12 @@ class MemoryVolume final : public KernelFiles {
     struct Node;
     using NodePtr = std::shared_ptr<Node>;
     struct Located;
+    struct Way;
     struct Search;
 
+    [[nodiscard]] Way StartOf(std::string_view path) const;
+    static std::uint32_t FollowLink(Way& way, std::uint32_t gone);
+    static std::uint32_t StepInto(Way& way, std::string_view name);
     [[nodiscard]] Located Locate(std::string_view path, bool follow_last) const;
     [[nodiscard]] NodePtr Require(const std::string& path) const;
     NodePtr MakeFolders(const std::string& path, std::string& name);

@@ -57,6 +57,13 @@ struct MemoryVolume::Located {
     std::uint32_t code = system_error::kSuccess;
 };
 
+// How far a path has been followed.
+struct MemoryVolume::Way {
+    NodePtr node;
+    std::size_t at = 0;  // the rest of the path begins here
+    int links = 0;       // followed so far
+};
+
 struct MemoryVolume::Search {
     NodePtr folder;
     int dots_left = 0;
