@@ -174,7 +174,7 @@ ErrorRows::ErrorRows(const Platform& platform, KeyedImageList& images, ErrorsDis
       images_(images),
       display_(display),
       list_(platform.locale),
-      Timer1(platform.timers.NewTimer()) {
+      Timer1(platform.timers.NewTimer(TickKind::kLong)) {
     Timer1->SetInterval(kFillDelay);
     Timer1->SetSink(this);
 }

@@ -45,8 +45,7 @@ class TimerSource {
   public:
     virtual ~TimerSource() = default;
     // The source must outlive its timers.
-    [[nodiscard]] virtual std::unique_ptr<TimerObject> NewTimer(
-        TickKind kind = TickKind::kLong) = 0;
+    [[nodiscard]] virtual std::unique_ptr<TimerObject> NewTimer(TickKind kind) = 0;
 };
 
 }  // namespace tidemark

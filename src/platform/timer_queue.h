@@ -39,7 +39,7 @@ class TimerQueue final : public TimerSource {
     TimerQueue(const TimerQueue&) = delete;
     TimerQueue& operator=(const TimerQueue&) = delete;
 
-    [[nodiscard]] std::unique_ptr<TimerObject> NewTimer(TickKind kind = TickKind::kLong) override;
+    [[nodiscard]] std::unique_ptr<TimerObject> NewTimer(TickKind kind) override;
 
     // Which ticks a run may start.
     enum class Allowed { kAll, kBriefOnly };

@@ -18,7 +18,7 @@ namespace {
 class TimersContract : public PlatformContract {
   protected:
     std::unique_ptr<TimerObject> Armed(ITimerObjectSink& sink, std::uint32_t interval) {
-        auto timer = platform_.timers.NewTimer();
+        auto timer = platform_.timers.NewTimer(TickKind::kLong);
         timer->SetSink(&sink);
         timer->SetInterval(interval);
         timer->SetEnabled(true);
@@ -150,7 +150,7 @@ TEST_P(PumpContract, ASingleCommandNeedNotWait) {
 TEST_P(PumpContract, DueTicksRunInsideTheWorkThatAsks) {
     int ticks = 0;
     FunctionSink sink([&] { ++ticks; });
-    const auto timer = platform_.timers.NewTimer();
+    const auto timer = platform_.timers.NewTimer(TickKind::kLong);
     timer->SetSink(&sink);
     timer->SetInterval(20);
     timer->SetEnabled(true);

@@ -151,7 +151,7 @@ TEST_F(ErrorsOfARealStampTest, AFirstFileThatVanishedSinceReachesTheUserAndThePr
 class ClosesDuringAFill final : public ITimerObjectSink {
   public:
     ClosesDuringAFill(frmErrors& window, TimerSource& timers)
-        : window_(window), timer_(timers.NewTimer()) {
+        : window_(window), timer_(timers.NewTimer(TickKind::kLong)) {
         timer_->SetInterval(20);
         timer_->SetSink(this);
         timer_->SetEnabled(true);

@@ -53,7 +53,7 @@ class TimerQueueTest : public testing::Test {
 };
 
 TEST_F(TimerQueueTest, ATimerStartsDisabledAndAsksForNothing) {
-    const auto timer = queue_.NewTimer();
+    const auto timer = queue_.NewTimer(TickKind::kLong);
     EXPECT_FALSE(timer->Enabled());
     EXPECT_EQ(host_.requests, 0);
     EXPECT_EQ(queue_.NextDue(), std::nullopt);
@@ -218,7 +218,7 @@ class NestingTimers {
     NestingTimers(TimerQueue& queue, ManualHost& host, int count) : queue_(queue), host_(host) {
         for (int i = 0; i < count; ++i) {
             sinks_.push_back(std::make_unique<FunctionSink>([this, i] { Tick(i); }));
-            timers_.push_back(queue.NewTimer());
+            timers_.push_back(queue.NewTimer(TickKind::kLong));
             timers_.back()->SetSink(sinks_.back().get());
             timers_.back()->SetInterval(50);
             timers_.back()->SetEnabled(true);
@@ -287,7 +287,7 @@ TEST_F(TimerQueueTest, ATickHeldBackByTheBoundAsksForItsWakeUpWhenTheStackUnwind
         timers.back()->SetEnabled(false);
     }));
     for (const auto& sink : sinks) {
-        timers.push_back(queue_.NewTimer());
+        timers.push_back(queue_.NewTimer(TickKind::kLong));
         timers.back()->SetSink(sink.get());
         timers.back()->SetInterval(50);
     }

@@ -55,7 +55,7 @@ TEST(MemoryMessagePump, RunsScriptedActionsAndDueTicksAndKeepsExceptions) {
     };
     MemorySystem system;
     Sink sink;
-    const auto timer = system.pump.Timers().NewTimer();
+    const auto timer = system.pump.Timers().NewTimer(TickKind::kLong);
     timer->SetSink(&sink);
     timer->SetInterval(50);
     timer->SetEnabled(true);
