@@ -78,7 +78,7 @@ std::optional<std::vector<std::string>> ParseDropFiles(std::span<const std::byte
 std::vector<std::byte> BuildDropFiles(std::span<const std::string> paths) {
     std::u16string names;
     for (const std::string& path : paths) {
-        const std::string name = TrimNull(path);
+        const std::string_view name = TrimNull(path);
         if (!name.empty()) {
             names += Utf16FromUtf8(name);
             names += u'\0';

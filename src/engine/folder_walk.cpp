@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/text.h"
+
 namespace tidemark {
 namespace {
 
@@ -118,7 +120,7 @@ class FolderWalk {
         if (folder && (entry_.name.empty() || entry_.name.front() == '.')) {
             return false;
         }
-        path_.append(entry_.name, 0, entry_.name.find('\0'));
+        path_ += TrimNull(entry_.name);
         if (!folder) {
             visitor_.VisitFile(path_);
             return false;

@@ -142,8 +142,4 @@ std::u16string Utf16FromUtf8(std::string_view text) {
     return out;
 }
 
-std::string TrimNull(std::string_view text) {
-    return std::string(text.substr(0, text.find('\0')));
-}
-
 }  // namespace tidemark

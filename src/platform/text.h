@@ -20,7 +20,9 @@ void AssignUtf8(std::string& out, std::basic_string_view<Unit> text);
 template <typename Unit>
 void AssignUtf16(std::basic_string<Unit>& out, std::string_view text);
 
-// The text up to, and without, its first NUL.
-[[nodiscard]] std::string TrimNull(std::string_view text);
+// The part of the text up to, and without, its first NUL.
+[[nodiscard]] inline std::string_view TrimNull(std::string_view text) {
+    return text.substr(0, text.find('\0'));
+}
 
 }  // namespace tidemark

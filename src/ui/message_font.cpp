@@ -33,7 +33,7 @@ std::string MessageFontName() {
     if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, kMetricsSize, &metrics, 0)) {
         ThrowSystemError(::GetLastError(), "Reading the system's fonts");
     }
-    return TrimNull(Utf8FromWide({metrics.lfMessageFont.lfFaceName, LF_FACESIZE}));
+    return std::string(TrimNull(Utf8FromWide({metrics.lfMessageFont.lfFaceName, LF_FACESIZE})));
 }
 
 UniqueFont MakeFont(const std::string& face, double points, bool bold) {

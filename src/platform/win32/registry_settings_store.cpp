@@ -55,7 +55,7 @@ std::string RegistrySettingsStore::ReadText(const std::string& key,
     }
     const UniqueRegistryKey options(opened);
     const auto text = ReadStringValue(options.Get(), WideFromUtf8(key));
-    return text ? TrimNull(Utf8FromWide(*text)) : default_text;
+    return text ? std::string(TrimNull(Utf8FromWide(*text))) : default_text;
 }
 
 void RegistrySettingsStore::WriteText(const std::string& key, const std::string& text) {
