@@ -448,7 +448,7 @@ TEST_F(CollectionTest, AskingForErrorsOfItemsWithoutAnyMakesNone) {
     EXPECT_THAT(items.ErrorList(), IsEmpty());
 }
 
-TEST_F(CollectionTest, RemovingManyAmongManyIsAboutLinear) {
+TEST_F(CollectionTest, RemovingManyAmongManyLeavesTheOthersInTheirOrder) {
     constexpr int kItems = 20'000;
     std::vector<std::string> paths;
     for (int i = 0; i < kItems; ++i) {
