@@ -72,6 +72,18 @@ TEST_P(KernelFilesContract, AnEmptyFolderListsOnlyItselfAndItsParent) {
     EXPECT_THAT(Names(system_->Folder()), testing::UnorderedElementsAre(".", ".."));
 }
 
+TEST_P(KernelFilesContract, ASearchAtItsEndLeavesTheEntryAsItWas) {
+    FoundEntry entry;
+    const SearchHandle search = files_.SearchFirst(Path("*.*"), entry);
+    ASSERT_NE(search, kInvalidSearch);
+    do {
+        entry = {77, "as it was"};
+    } while (files_.SearchNext(search, entry));
+    EXPECT_EQ(entry.attributes, 77U);
+    EXPECT_EQ(entry.name, "as it was");
+    EXPECT_TRUE(files_.SearchClose(search));
+}
+
 TEST_P(KernelFilesContract, AnEntryIsFoundByItsPathAndNamedAsItsFolderListsIt) {
     static_cast<void>(NewFile("Mixed Case.TXT"));
     static_cast<void>(NewFolder("Sub"));
