@@ -147,10 +147,12 @@ mkdir -p "$images"
 cat >"$page" <<'END'
 # Screenshots
 
-Every window, menu and popup of the program as it stands, taken from the program itself under Wine
-by `tools/screenshots.sh`. Fonts, icons and the entries that the shell adds to popups are Wine's.
-The layout is in pixels, for the fonts of Windows, which are narrower: with Wine's, "Last Modified:"
-reaches from the window's edge to the picker.
+The program's windows, its menus and the popups of its list as they stand, taken from the program
+itself under Wine by `tools/screenshots.sh`. Two kinds are not here: the system's dialogs in which
+files and folders are chosen, and the popup of the errors list, which has the shell's entries below
+one of the program's as the one of a selected item has. Fonts, icons and the shell's entries are
+Wine's. The layout is in pixels, for the fonts of Windows, which are narrower: with Wine's, "Last
+Modified:" reaches from the window's edge to the picker.
 END
 
 chapter "Start"
