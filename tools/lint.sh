@@ -196,31 +196,49 @@ sources_of() {
         grep "^$top/src/" | sort -u
 }
 
-# What was found clean is not looked at again until it, a header or the list of checks changes.
+# What clang needs to compile for Windows as the cross-compiler does: its headers, but for those that
+# come with the compiler itself.
+windows_arguments() {
+    printf -- '--extra-arg=%s\n' --target=x86_64-w64-mingw32
+    x86_64-w64-mingw32-g++-posix -x c++ -E -v - 2>&1 </dev/null |
+        sed -n '/^#include </,/^End of search/s/^ //p' | xargs realpath |
+        grep -vE '/gcc/[^ ]+/include(-fixed)?$' |
+        sed 's/^/--extra-arg=-isystem/'
+}
+
+# Sources that compile natively are looked at as they compile there, the others as on Windows. What
+# was found clean is not looked at again until it, a header or the list of checks changes.
 check_clang_tidy() {
-    local source stamp looked_at pending=()
-    mapfile -t looked_at < <(sources_of host)
-    ((${#looked_at[@]})) || echo "preset host compiles no sources of src"
+    local preset source stamp native on_windows pending=()
+    mapfile -t native < <(sources_of host)
+    mapfile -t on_windows < <(sources_of windows | grep -vxF -f <(printf '%s\n' "${native[@]}"))
+    ((${#native[@]})) || echo "preset host compiles no sources of src"
+    ((${#on_windows[@]})) || echo "preset windows compiles no more sources of src"
     mkdir -p "$work/tidy"
-    for source in "${looked_at[@]}"; do
+    windows_arguments >"$work/tidy.windows"
+    : >"$work/tidy.host"
+    for source in "${native[@]}" "${on_windows[@]}"; do
+        preset=host
+        [[ " ${native[*]} " == *" $source "* ]] || preset=windows
         stamp=$work/tidy/$(tr / + <<<"${source#"$top"/}")
         if [ ! -e "$stamp" ] ||
             [ -n "$(find src .clang-tidy "$source" \( -name '*.h' -o -name .clang-tidy -o \
                 -path "$source" \) -newer "$stamp" -print -quit)" ]; then
-            pending+=("$source" "$stamp")
+            pending+=("$preset" "$source" "$stamp")
         fi
     done
     ((${#pending[@]})) || return 0
     # shellcheck disable=SC2016 # the inner shell expands its own arguments
-    printf '%s\n' "${pending[@]}" | xargs -P "$(nproc)" -n 2 bash -c '
-        touch "$3.new"
-        if clang-tidy -p "$1" --quiet "$2" 2>"$3.log"; then
-            mv "$3.new" "$3"
+    printf '%s\n' "${pending[@]}" | xargs -P "$(nproc)" -n 3 bash -c '
+        touch "$5.new"
+        mapfile -t arguments <"$2.$3"
+        if clang-tidy -p "$1/$3" --quiet "${arguments[@]}" "$4" >"$5.log" 2>&1; then
+            mv "$5.new" "$5"
         else
-            rm -f "$3.new" "$3"
-            grep -vE "warnings? (generated|treated)" "$3.log"
-            echo "$2: not clean"
-        fi' tidy "$build/host"
+            rm -f "$5.new" "$5"
+            grep -vE "warnings? (generated|treated)" "$5.log"
+            echo "$4: not clean"
+        fi' tidy "$build" "$work/tidy"
 }
 
 # It needs none of the system's headers.

@@ -1,5 +1,7 @@
 #include "app/frm_about.h"
 
+#include <utility>
+
 namespace tidemark {
 namespace {
 
@@ -20,7 +22,7 @@ Bounds OuterPlace(Size inner, const Bounds& around) {
 
 }  // namespace
 
-frmAbout::frmAbout(const std::string& version) : version_(version), picture_(L"ABOUT") {}
+frmAbout::frmAbout(std::string version) : version_(std::move(version)), picture_(L"ABOUT") {}
 
 void frmAbout::Form_Load(const Window& owner) {
     const Size picture = picture_.Extent();

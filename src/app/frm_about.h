@@ -14,7 +14,7 @@ namespace tidemark {
 class frmAbout final : public Form {
   public:
     // `version` is the text of the version label.
-    explicit frmAbout(const std::string& version);
+    explicit frmAbout(std::string version);
     ~frmAbout() override { Destroy(); }
 
     // Creates the window, invisible as yet, in the middle of `owner` and kept above it. Its outer

@@ -16,14 +16,14 @@ constexpr Bounds kHintPlace{24, 236, 392, 18};
 
 }  // namespace
 
-frmSplash::frmSplash(TimerSource& timers, const std::string& version)
-    : frmSplash(timers, version, &tidemark::SetOpacity) {}
+frmSplash::frmSplash(TimerSource& timers, std::string version)
+    : frmSplash(timers, std::move(version), &tidemark::SetOpacity) {}
 
-frmSplash::frmSplash(TimerSource& timers, const std::string& version, OpacitySetter set_opacity)
+frmSplash::frmSplash(TimerSource& timers, std::string version, OpacitySetter set_opacity)
     : lblVersion(kBright, kBand),
       lblHint(kPale, kBand),
       timers_(timers),
-      version_(version),
+      version_(std::move(version)),
       set_opacity_(std::move(set_opacity)),
       picture_(L"SPLASH") {}
 

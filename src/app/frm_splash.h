@@ -22,8 +22,8 @@ class frmSplash final : public Form, private FadingWindow {
     using OpacitySetter = std::function<void(const Window&, std::uint8_t)>;
 
     // `version` is the text of the version label. The source of timers is not owned.
-    frmSplash(TimerSource& timers, const std::string& version);
-    frmSplash(TimerSource& timers, const std::string& version, OpacitySetter set_opacity);
+    frmSplash(TimerSource& timers, std::string version);
+    frmSplash(TimerSource& timers, std::string version, OpacitySetter set_opacity);
     ~frmSplash() override { Destroy(); }
 
     // Creates the window in the middle of the screen, invisible as yet.

@@ -87,7 +87,7 @@ class DrawEdge final : public Control, private MessageHandler {
     [[nodiscard]] COLORREF FillColour() const;
     void DrawPicture(HDC dc, Size size) const;
     void Paint(HWND window) const;
-    bool ShowPointer() const;
+    [[nodiscard]] bool ShowPointer() const;
 
     Mode mode_;
     EdgeRoutine routine_;

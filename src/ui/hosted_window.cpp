@@ -26,7 +26,7 @@ LRESULT CALLBACK HostedWindowProc(HWND window, UINT message, WPARAM wparam, LPAR
         ::SetWindowLongPtrW(window, GWLP_USERDATA,
                             reinterpret_cast<LONG_PTR>(create->lpCreateParams));
     }
-    MessageHandler* const handler =
+    auto* const handler =
         reinterpret_cast<MessageHandler*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
     if (handler == nullptr) {
         return ::DefWindowProcW(window, message, wparam, lparam);

@@ -29,7 +29,7 @@ UniqueIcon ShellSmallIcon(const std::string& path) {
     // The shell does not read extended paths: what is there lends its attributes to the name.
     const DWORD attributes = ::GetFileAttributesW(wide.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-        return UniqueIcon();
+        return {};
     }
     const std::size_t end = wide.find_last_not_of(L'\\') + 1;
     const std::size_t start = wide.find_last_of(L'\\', end - 1) + 1;

@@ -83,7 +83,7 @@ class ListView : public Control, private ListModelObserver {
     bool OnListMessage(UINT message, WPARAM wparam, LPARAM lparam);
     bool OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam);
     void PressRight(Point at, int shift);
-    bool MovedEnough(Point at, WPARAM buttons) const;
+    [[nodiscard]] bool MovedEnough(Point at, WPARAM buttons) const;
 
     void CatchUpLater(bool& with);
     void CatchUp();
@@ -98,7 +98,7 @@ class ListView : public Control, private ListModelObserver {
 
     void GiveCell(LVITEMW& item);
     void NoteChange(const NMLISTVIEW& change);
-    LRESULT FindText(const NMLVFINDITEMW& find) const;
+    [[nodiscard]] LRESULT FindText(const NMLVFINDITEMW& find) const;
 
     ListModel& model_;
     ImageList& images_;

@@ -101,6 +101,7 @@ void MenuItem::SetVisible(bool visible) {
     menu_.RedrawBar();
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): what the handler does changes the item.
 void MenuItem::Click() {
     if (Enabled()) {
         Raise(on_click);
@@ -174,6 +175,7 @@ MenuItem& Menu::operator[](std::string_view name) const {
     throw ProgramError(error_number::kInvalidArgument, "No menu item " + std::string(name));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): a chosen item's handler changes it.
 void Menu::PopUp(MenuItem& top, const Window& owner, Point at, UINT flags) {
     const UINT chosen = static_cast<UINT>(::TrackPopupMenu(top.popup_.Get(), flags | TPM_RETURNCMD,
                                                            at.x, at.y, 0, owner.Handle(), nullptr));

@@ -90,6 +90,7 @@ class Menu {
     // A menu is about to open; a stranger's is left alone (false).
     bool Open(HMENU popup) const;
     // An item was chosen; false for an identifier that is none of this menu's.
+    // NOLINTNEXTLINE(modernize-use-nodiscard): what a popup of this menu returns is one of its own.
     bool Click(UINT id) const;
 
   private:

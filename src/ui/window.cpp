@@ -105,6 +105,7 @@ HFONT Window::Font() const {
     return reinterpret_cast<HFONT>(Send(WM_GETFONT));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): the window is another one afterwards.
 void Window::SetFont(HFONT font) {
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }

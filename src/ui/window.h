@@ -57,6 +57,7 @@ class Window {
     void Invalidate() const;
 
     // Sends a message and returns its result; 0 when there is no window.
+    // NOLINTNEXTLINE(modernize-use-nodiscard): many messages have no result that says anything.
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
     void Post(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
 

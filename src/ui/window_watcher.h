@@ -18,7 +18,7 @@ struct WatchedMessage {
 
     // What those who watched the window before this watcher, and at last the window itself, make of
     // it; 0 once the window is gone. From inside OnWatched only.
-    LRESULT PassOn() const;
+    [[nodiscard]] LRESULT PassOn() const;
 
     WatchChain* chain = nullptr;
     std::size_t place = 0;  // of the watcher in the chain

@@ -22,7 +22,7 @@ class Win32TimerSource final : public TimerSource, private TimerQueueHost {
     // `report_exception` is called with a tick's exception being handled: none may leave the
     // window procedure. Throws ProgramError when the system gives no window or timer.
     explicit Win32TimerSource(std::function<void()> report_exception);
-    ~Win32TimerSource();
+    ~Win32TimerSource() override;
     Win32TimerSource(const Win32TimerSource&) = delete;
     Win32TimerSource& operator=(const Win32TimerSource&) = delete;
 
