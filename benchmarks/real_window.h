@@ -23,6 +23,8 @@ class WatchedTimers final : public TimerSource {
     explicit WatchedTimers(TimerSource& timers) : timers_(timers) {}
 
     [[nodiscard]] std::unique_ptr<TimerObject> NewTimer(TickKind kind) override;
+    void HoldLongTicks() override { timers_.HoldLongTicks(); }
+    void ReleaseLongTicks() noexcept override { timers_.ReleaseLongTicks(); }
 
     // Milliseconds spent in long ticks since the last Forget.
     [[nodiscard]] double LongTicks() const { return long_ticks_; }

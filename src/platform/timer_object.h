@@ -46,6 +46,24 @@ class TimerSource {
     virtual ~TimerSource() = default;
     // The source must outlive its timers.
     [[nodiscard]] virtual std::unique_ptr<TimerObject> NewTimer(TickKind kind) = 0;
+
+    // Between the two, which nest, no long tick begins; those that fall due stay due. Brief ticks
+    // run as ever.
+    virtual void HoldLongTicks() = 0;
+    virtual void ReleaseLongTicks() noexcept = 0;
+};
+
+// Holds long ticks back while alive: a loop that lets messages run gets through, and does not find
+// minutes of other work inside one of its rounds.
+class LongTicksHeld {
+  public:
+    explicit LongTicksHeld(TimerSource& timers) : timers_(timers) { timers_.HoldLongTicks(); }
+    LongTicksHeld(const LongTicksHeld&) = delete;
+    LongTicksHeld& operator=(const LongTicksHeld&) = delete;
+    ~LongTicksHeld() { timers_.ReleaseLongTicks(); }
+
+  private:
+    TimerSource& timers_;
 };
 
 }  // namespace tidemark

@@ -76,6 +76,11 @@ std::unique_ptr<TimerObject> TimerQueue::NewTimer(TickKind kind) {
     return std::make_unique<Timer>(*this, kind);
 }
 
+void TimerQueue::ReleaseLongTicks() noexcept {
+    --LaneOf(TickKind::kLong).holds;
+    AskForWakeUp();
+}
+
 void TimerQueue::RunDue(Allowed allowed) {
     asked_.reset();
     // One reading for the whole run: a timer that is armed in here waits for the next one, so that
@@ -98,7 +103,7 @@ void TimerQueue::RunDue(Allowed allowed) {
     AskForWakeUp();
 }
 
-std::optional<std::uint64_t> TimerQueue::NextDue() const {
+std::optional<std::uint64_t> TimerQueue::NextDue() const noexcept {
     const Lane* const lane = NextLane();
     if (lane == nullptr) {
         return std::nullopt;
@@ -111,7 +116,7 @@ TimerQueue::Lane& TimerQueue::LaneOf(TickKind kind) {
 }
 
 // The lane whose first tick may run and is due before the other's; null when none may run.
-const TimerQueue::Lane* TimerQueue::NextLane(Allowed allowed) const {
+const TimerQueue::Lane* TimerQueue::NextLane(Allowed allowed) const noexcept {
     const Lane* next = nullptr;
     for (const Lane& lane : lanes_) {
         const bool held = allowed == Allowed::kBriefOnly &&
@@ -148,7 +153,7 @@ void TimerQueue::Disarm(TickKind kind, const Key& key) {
 
 // A wake-up that is owed already and comes no later will do: asking the system costs more than
 // everything else in here, and an idle wake-up now and then costs nothing.
-void TimerQueue::AskForWakeUp() {
+void TimerQueue::AskForWakeUp() noexcept {
     const std::optional<std::uint64_t> due = NextDue();
     if (due && (!asked_ || *due < *asked_)) {
         asked_ = due;

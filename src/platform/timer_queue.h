@@ -40,6 +40,8 @@ class TimerQueue final : public TimerSource {
     TimerQueue& operator=(const TimerQueue&) = delete;
 
     [[nodiscard]] std::unique_ptr<TimerObject> NewTimer(TickKind kind) override;
+    void HoldLongTicks() override { ++LaneOf(TickKind::kLong).holds; }
+    void ReleaseLongTicks() noexcept override;
 
     // Which ticks a run may start.
     enum class Allowed { kAll, kBriefOnly };
@@ -49,9 +51,9 @@ class TimerQueue final : public TimerSource {
     // exception passes through; the ticks behind it stay due.
     void RunDue(Allowed allowed = Allowed::kAll);
 
-    // When the next tick that may run is due; nothing when there is none, or when the nesting bound
-    // holds back all there are.
-    [[nodiscard]] std::optional<std::uint64_t> NextDue() const;
+    // When the next tick that may run is due; nothing when there is none, or when all there are are
+    // held back by the nesting bound or on request.
+    [[nodiscard]] std::optional<std::uint64_t> NextDue() const noexcept;
 
   private:
     class Timer;
@@ -63,15 +65,18 @@ class TimerQueue final : public TimerSource {
         std::map<Key, Timer*> waiting;
         int depth = 0;
         int max_depth = 0;
-        [[nodiscard]] bool MayRun() const { return depth < max_depth && !waiting.empty(); }
+        int holds = 0;
+        [[nodiscard]] bool MayRun() const {
+            return depth < max_depth && holds == 0 && !waiting.empty();
+        }
     };
 
     [[nodiscard]] Lane& LaneOf(TickKind kind);
-    [[nodiscard]] const Lane* NextLane(Allowed allowed = Allowed::kAll) const;
+    [[nodiscard]] const Lane* NextLane(Allowed allowed = Allowed::kAll) const noexcept;
     Key Arm(Timer& timer, TickKind kind, std::uint32_t interval);
     Key Rearm(TickKind kind, const Key& key, std::uint32_t interval);
     void Disarm(TickKind kind, const Key& key);
-    void AskForWakeUp();
+    void AskForWakeUp() noexcept;
 
     TimerQueueHost& host_;
     std::array<Lane, 2> lanes_;

@@ -35,6 +35,32 @@ TEST_P(TimersContract, AnEnabledTimerTicksAgainAndAgain) {
     EXPECT_TRUE(timer->Enabled());
 }
 
+TEST_P(TimersContract, LongTicksOnHoldRunWhenTheyAreReleased) {
+    int refreshes = 0;
+    int works = 0;
+    FunctionSink refresh([&] { ++refreshes; });
+    FunctionSink work([&] { ++works; });
+    auto brief = platform_.timers.NewTimer(TickKind::kBrief);
+    brief->SetSink(&refresh);
+    brief->SetInterval(20);
+    brief->SetEnabled(true);
+    {
+        const LongTicksHeld held(platform_.timers);
+        const auto before = Armed(work, 20);
+        EXPECT_TRUE(system_->RunUntil([&] { return refreshes >= 5; }));
+    }
+    EXPECT_EQ(works, 0) << "disarmed while they were held";
+    const auto timer = Armed(work, 20);
+    {
+        const LongTicksHeld held(platform_.timers);
+        refreshes = 0;
+        EXPECT_TRUE(system_->RunUntil([&] { return refreshes >= 5; }));
+        EXPECT_EQ(works, 0);
+        brief->SetEnabled(false);
+    }
+    EXPECT_TRUE(system_->RunUntil([&] { return works >= 1; }));
+}
+
 TEST_P(TimersContract, DisablingInTheFirstTickMakesItOneShot) {
     int ticks = 0;
     int others = 0;

@@ -300,6 +300,50 @@ TEST_F(TimerQueueTest, ATickHeldBackByTheBoundAsksForItsWakeUpWhenTheStackUnwind
     EXPECT_TRUE(held_back_ran);
 }
 
+TEST_F(TimerQueueTest, LongTicksOnHoldStayDueWhileBriefOnesRun) {
+    int brief_ticks = 0;
+    int long_ticks = 0;
+    FunctionSink refresh([&] { ++brief_ticks; });
+    FunctionSink work([&] { ++long_ticks; });
+    const auto brief = Armed(refresh, 400, TickKind::kBrief);
+    const auto before = Armed(work, 50);
+    auto outer = std::make_unique<LongTicksHeld>(queue_);
+    auto inner = std::make_unique<LongTicksHeld>(queue_);
+    const auto meanwhile = Armed(work, 50);
+    Advance(1000);
+    EXPECT_EQ(brief_ticks, 2);
+    inner.reset();
+    Advance(400);
+    EXPECT_EQ(brief_ticks, 3);
+    EXPECT_EQ(long_ticks, 0);
+    brief->SetEnabled(false);
+    host_.wake_at.reset();
+    EXPECT_EQ(queue_.NextDue(), std::nullopt) << "a held tick asks for no wake-up";
+
+    outer.reset();
+    ASSERT_NE(host_.wake_at, std::nullopt);
+    EXPECT_LE(*host_.wake_at, host_.now);
+    Advance(0);
+    EXPECT_EQ(long_ticks, 2);
+}
+
+TEST_F(TimerQueueTest, AHoldThatATickPutsOnReachesTheTicksBehindIt) {
+    std::unique_ptr<LongTicksHeld> held;
+    FunctionSink first([&] {
+        log_ += "first ";
+        held = std::make_unique<LongTicksHeld>(queue_);
+    });
+    FunctionSink second([&] { log_ += "second "; });
+    const auto one = Armed(first, 50);
+    const auto other = Armed(second, 50);
+    Advance(50);
+    EXPECT_EQ(log_, "first ");
+    one->SetEnabled(false);
+    held.reset();
+    Advance(0);
+    EXPECT_EQ(log_, "first second ");
+}
+
 TEST_F(TimerQueueTest, BriefTicksRunOnTopOfAStackFullOfLongOnes) {
     std::vector<std::unique_ptr<FunctionSink>> sinks;
     std::vector<std::unique_ptr<TimerObject>> timers;

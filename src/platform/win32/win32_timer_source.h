@@ -29,6 +29,8 @@ class Win32TimerSource final : public TimerSource, private TimerQueueHost {
     [[nodiscard]] std::unique_ptr<TimerObject> NewTimer(TickKind kind) override {
         return queue_.NewTimer(kind);
     }
+    void HoldLongTicks() override { queue_.HoldLongTicks(); }
+    void ReleaseLongTicks() noexcept override { queue_.ReleaseLongTicks(); }
 
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w_param,
