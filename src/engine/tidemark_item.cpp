@@ -277,10 +277,8 @@ void TidemarkItem::CountFolder(const std::string& folder, Walk& walk) {
     WalkFolder(platform_, folder, visitor);
 }
 
-void TidemarkItem::Stamp(double dateLastModified, double dateCreated, bool RemoveReadOnlyAttribute,
-                         bool SyncFolderCreatedDate) {
+void TidemarkItem::ForgetStamp() {
     WalkScope::Supersede(stamp_walk_);
-    arguments_ = {dateLastModified, dateCreated, RemoveReadOnlyAttribute, SyncFolderCreatedDate};
     counters_.StampedFileCount = 0;
     counters_.StampedFolderCount = 0;
     flags_.StampPending = false;
@@ -288,6 +286,12 @@ void TidemarkItem::Stamp(double dateLastModified, double dateCreated, bool Remov
     flags_.StampComplete = false;
     flags_.StampCancelled = false;
     stamp_errors_ = nullptr;
+}
+
+void TidemarkItem::Stamp(double dateLastModified, double dateCreated, bool RemoveReadOnlyAttribute,
+                         bool SyncFolderCreatedDate) {
+    ForgetStamp();
+    arguments_ = {dateLastModified, dateCreated, RemoveReadOnlyAttribute, SyncFolderCreatedDate};
     if (platform_.file_system.FileExists(root_item_)) {
         TryStampPath(root_item_);
         counters_.StampedFileCount = 1;

@@ -74,6 +74,9 @@ class TidemarkItem final : public ITimerObjectSink,
     // As CancelCount, for the stamp.
     void CancelStamp();
 
+    // Forgets what the last stamp has left: counters, states and errors. One that runs touches
+    // nothing any more.
+    void ForgetStamp();
     // Sets Last-Modified and, unless `dateCreated` is exactly 0, Created of the item's file, or of
     // its folder and everything below. Dates are local day numbers. `RemoveReadOnlyAttribute`
     // clears the read-only attribute of every entry first, for good. `SyncFolderCreatedDate` gives

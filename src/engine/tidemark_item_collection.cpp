@@ -56,8 +56,9 @@ TidemarkItem* TidemarkItemCollection::Slots::Find(std::uint64_t number) {
     return position < in_order.size() ? in_order[position].item.get() : nullptr;
 }
 
-TidemarkItemCollection::Iterator::Iterator(std::shared_ptr<const Slots> slots)
-    : slots_(std::move(slots)) {
+TidemarkItemCollection::Iterator::Iterator(std::shared_ptr<const Slots> slots,
+                                           std::uint64_t end_number)
+    : slots_(std::move(slots)), end_number_(end_number) {
     Seek(0);
 }
 
@@ -69,7 +70,7 @@ TidemarkItemCollection::Iterator& TidemarkItemCollection::Iterator::operator++()
 
 void TidemarkItemCollection::Iterator::Seek(std::uint64_t number) {
     position_ = slots_->Seek(position_, number);
-    if (position_ == slots_->in_order.size()) {
+    if (position_ == slots_->in_order.size() || slots_->in_order[position_].number >= end_number_) {
         item_ = nullptr;
         return;
     }

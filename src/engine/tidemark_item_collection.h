@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -65,10 +66,11 @@ class TidemarkItemCollection {
 
       private:
         friend class TidemarkItemCollection;
-        explicit Iterator(std::shared_ptr<const Slots> slots);
+        Iterator(std::shared_ptr<const Slots> slots, std::uint64_t end_number);
         void Seek(std::uint64_t number);
 
         std::shared_ptr<const Slots> slots_;
+        std::uint64_t end_number_;  // items numbered so or higher are not met
         std::size_t position_ = 0;
         std::uint64_t number_ = 0;
         std::shared_ptr<TidemarkItem> item_;
@@ -135,8 +137,10 @@ class TidemarkItemCollection {
 
     // Enumeration in the order of adding.
     [[nodiscard]] Range NewEnum() const { return {begin()}; }
-    [[nodiscard]] Iterator begin() const { return Iterator(slots_); }
+    [[nodiscard]] Iterator begin() const { return Iterator(slots_, kNoEnd); }
     [[nodiscard]] std::default_sentinel_t end() const { return {}; }
+    // The same for the items that are there now: those added later are not met.
+    [[nodiscard]] Range ItemsNow() const { return {Iterator(slots_, next_number_)}; }
 
     // The interface's events. No operation raises any of them: observers poll.
     struct {
@@ -148,6 +152,8 @@ class TidemarkItemCollection {
     } events;
 
   private:
+    static constexpr std::uint64_t kNoEnd = std::numeric_limits<std::uint64_t>::max();
+
     template <typename Predicate>
     [[nodiscard]] bool Any(Predicate predicate) const;
     [[nodiscard]] std::uint64_t NumberOf(const std::string& key) const;  // 0 when it is unknown

@@ -415,6 +415,21 @@ TEST_F(CollectionTest, EnumerationSurvivesWhateverHappensToTheCollection) {
     EXPECT_EQ(met, "e");
 }
 
+TEST_F(CollectionTest, TheItemsOfAMomentLeaveOutWhatComesLaterAndWhatIsGone) {
+    for (const char* path : {"C:\\top\\a.txt", "C:\\top\\b.txt"}) {
+        Add(path);
+    }
+    std::vector<std::string> met;
+    for (const auto& item : items.ItemsNow()) {
+        met.push_back(item->RootItem());
+        Add("C:\\Other\\c.exe");
+        items.Remove("C:\\top\\b.txt", nullptr);
+        Add("C:\\top\\b.txt");
+    }
+    EXPECT_THAT(met, ElementsAre("C:\\top\\a.txt"));
+    EXPECT_THAT(Paths(), ElementsAre("C:\\top\\a.txt", "C:\\Other\\c.exe", "C:\\top\\b.txt"));
+}
+
 TEST_F(CollectionTest, EnumerationSurvivesTheCollection) {
     auto gone = std::make_unique<TidemarkItemCollection>(system.Parts());
     gone->Add("C:\\top", nullptr, nullptr);
