@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -140,6 +141,9 @@ class frmMain final : public Form,
     void ShowListOrLabel(bool list);
 
     // frm_main_work.cpp
+    [[nodiscard]] std::vector<std::shared_ptr<TidemarkItem>> ListItems(
+        const std::vector<std::string>& paths);
+    void CountItems(const std::vector<std::shared_ptr<TidemarkItem>>& items);
     void RefreshRows();
     void ShowControls();
     void ShowStatus();
@@ -192,8 +196,9 @@ class frmMain final : public Form,
     bool bRestoringPlacement = false;  // what moves the window now is not the user
     bool bRightButtonDown = false;
     bool bStampRequested = false;  // the end of this stamp is still to be handled
-    unsigned poll_restarts_ = 0;   // counts the commands that do
+    unsigned poll_restarts_ = 0;   // UpdateControls so far: a command inside a poll wants another
     bool stamp_starting_ = false;  // between the press of Stamp and the last item's start
+    int adding_ = 0;               // AddItems on the stack
 };
 
 }  // namespace tidemark

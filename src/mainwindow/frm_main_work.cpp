@@ -1,5 +1,7 @@
 // Work: adding items, Stamp and Cancel, the poll, and what follows the end of a stamp.
 
+#include <utility>
+
 #include "mainwindow/control_states.h"
 #include "mainwindow/end_of_stamp.h"
 #include "mainwindow/frm_main.h"
@@ -9,10 +11,30 @@
 namespace tidemark {
 
 void frmMain::AddItems(const std::vector<std::string>& paths) {
+    struct Adding {
+        int& depth;
+        explicit Adding(int& count) : depth(++count) {}
+        Adding(const Adding&) = delete;
+        Adding& operator=(const Adding&) = delete;
+        ~Adding() { --depth; }
+    };
+    {
+        // Both loops let messages run. A count that began inside one would keep the rest from the
+        // list until its whole tree is walked; the poll runs on meanwhile.
+        const Adding adding(adding_);
+        const LongTicksHeld held(services_.platform.timers);
+        CountItems(ListItems(paths));
+    }
+    UpdateControls();
+}
+
+std::vector<std::shared_ptr<TidemarkItem>> frmMain::ListItems(
+    const std::vector<std::string>& paths) {
+    UpdateControls();
     std::vector<std::shared_ptr<TidemarkItem>> added;
     for (const std::string& path : paths) {
         if (!oTimer) {
-            return;  // the window closed meanwhile
+            return {};  // the window closed meanwhile
         }
         if (std::shared_ptr<TidemarkItem> item = oItems.Add(path, &rows, &ImageList1.Keyed())) {
             added.push_back(std::move(item));
@@ -21,7 +43,12 @@ void frmMain::AddItems(const std::vector<std::string>& paths) {
         // at once must not hold up the window.
         services_.platform.pump.LetPendingMessagesRun();
     }
-    for (const std::shared_ptr<TidemarkItem>& item : added) {
+    return added;
+}
+
+void frmMain::CountItems(const std::vector<std::shared_ptr<TidemarkItem>>& items) {
+    UpdateControls();
+    for (const std::shared_ptr<TidemarkItem>& item : items) {
         // Removed meanwhile, by the user or with the window?
         const bool listed = oItems.Item(item->RootItem()) == item;
         if (listed && !item->CountInProgress() && !item->CountComplete()) {
@@ -29,7 +56,6 @@ void frmMain::AddItems(const std::vector<std::string>& paths) {
         }
         services_.platform.pump.LetPendingMessagesRun();
     }
-    UpdateControls();
 }
 
 void frmMain::cmdStamp_Click() {
@@ -45,16 +71,24 @@ void frmMain::cmdStamp_Click() {
 }
 
 void frmMain::StampItems() {
+    const auto times = [this] {
+        return std::pair(CombineDateAndTime(services_.platform.locale, dtDateLastModified.Value(),
+                                            dtTimeLastModified.Value()),
+                         CombineDateAndTime(services_.platform.locale, dtDateCreated.Value(),
+                                            dtTimeCreated.Value()));
+    };
+    times();  // throws, if at all, before anything is forgotten
     // Listed files are stamped inside the loop, so it lets messages run between items, and while
-    // it runs the button already reads "Cancel".
+    // it runs the button already reads "Cancel". Folders begin when it is through.
+    const LongTicksHeld held(services_.platform.timers);
+    for (const std::shared_ptr<TidemarkItem>& item : oItems) {
+        item->ForgetStamp();  // all of them at once: nothing shows half of the stamp before
+    }
     stamp_starting_ = true;
     UpdateControls();
     try {
-        for (const std::shared_ptr<TidemarkItem>& item : oItems) {
-            const double last_modified = CombineDateAndTime(
-                services_.platform.locale, dtDateLastModified.Value(), dtTimeLastModified.Value());
-            const double created = CombineDateAndTime(services_.platform.locale,
-                                                      dtDateCreated.Value(), dtTimeCreated.Value());
+        for (const std::shared_ptr<TidemarkItem>& item : oItems.ItemsNow()) {
+            const auto [last_modified, created] = times();
             // Pressed while paths are being added: the count to come would wipe the stamp away.
             if (!item->CountInProgress() && !item->CountComplete()) {
                 item->Count();
@@ -93,7 +127,7 @@ void frmMain::oTimer_Timer() {
         return;
     }
     oTimer->SetEnabled(false);
-    const bool busy = oItems.Busy() || stamp_starting_;
+    const bool busy = oItems.Busy() || stamp_starting_ || adding_ > 0;
     // A command that the user gives while messages run in here starts the poll anew.
     const unsigned restarts = poll_restarts_;
     RefreshRows();

@@ -221,10 +221,16 @@ TEST_F(MainWindowInside, TheListAppearsWithItsFirstPathAndStaysOperable) {
     Load();
     system_.volume.AddFile("C:\\a");
     system_.volume.AddFile("C:\\b");
+    system_.pump.SetMillisecondsPerCall(500);  // time for a poll
     bool shown = false;
+    bool enabled = false;
     system_.pump.AtCall(1, [&] { shown = Main().lvwItems.Visible(); });
-    List({"C:\\a", "C:\\b"});
+    system_.pump.AtEveryCall([&] { enabled = enabled || Main().cmdStamp.Enabled(); });
+    Main().AddItems({"C:\\a"});
     EXPECT_TRUE(shown);
+    EXPECT_TRUE(enabled);
+    system_.pump.AtEveryCall({});
+    Finish();
 }
 
 TEST_F(MainWindowInside, ASecondPressWhileItemsStartIsACancel) {
