@@ -3,7 +3,6 @@
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
 #include "mainwindow/control_states.h"
-#include "mainwindow/end_of_stamp.h"
 #include "mainwindow/frm_main.h"
 #include "settings/mod_options.h"
 
@@ -133,38 +132,6 @@ void frmMain::mnuOptionsReset_Click() {
                                     .icon = BoxIcon::kQuestion,
                                     .default_button = 2}) != BoxAnswer::kNo) {
         ResetOptions(services_.settings, *this);
-    }
-}
-
-void frmMain::HandleEndOfStamp() {
-    const auto ask = [this](const BoxRequest& request) {
-        return services_.boxes.Show(this, request);
-    };
-    const EndOfStampStep step =
-        StepAtEndOfStamp({.prompt_when_done = menu["mnuOptionsPrompt"].Checked(),
-                          .clear_automatically = menu["mnuOptionsClearAutomatically"].Checked()});
-    switch (step) {
-        case EndOfStampStep::kTell:
-            ask({.text = "Stamp Complete"});
-            break;
-        case EndOfStampStep::kAskToRemove:
-            if (ask({.text = "Stamp complete.\r\n\r\nRemove completed items?",
-                     .buttons = BoxButtons::kYesNo,
-                     .icon = BoxIcon::kQuestion}) == BoxAnswer::kYes) {
-                mnuFileRemoveCompleted_Click();
-            }
-            break;
-        case EndOfStampStep::kRemoveWithoutAsking:
-            mnuFileRemoveCompleted_Click();
-            break;
-        case EndOfStampStep::kNothing:
-            break;
-    }
-    if (oTimer && menu["mnuOptionsShowErrorsAutomatically"].Checked()) {
-        mnuView_Click();
-        if (menu["mnuViewErrors"].Enabled()) {
-            mnuViewErrors_Click();
-        }
     }
 }
 

@@ -206,7 +206,11 @@ void frmMain::ShowControls() {
 
     if (!situation.stamping && bStampRequested) {
         bStampRequested = false;
-        taskbar_button_.Show({});  // the work is done, however long a message box then stands
+        // However long a message box then stands, the window shows that the work is done, and the
+        // poll follows what still counts.
+        RefreshRows();
+        ShowStatus();
+        oTimer->SetEnabled(true);
         HandleEndOfStamp();
         if (!oTimer) {
             return;  // closed from inside a message box
@@ -220,6 +224,38 @@ void frmMain::ShowControls() {
     ShowListOrLabel(states.list_shown);
     cmdStamp.Invalidate();
     oTimer->SetEnabled(true);
+}
+
+void frmMain::HandleEndOfStamp() {
+    const auto ask = [this](const BoxRequest& request) {
+        return services_.boxes.Show(this, request);
+    };
+    const EndOfStampStep step =
+        StepAtEndOfStamp({.prompt_when_done = menu["mnuOptionsPrompt"].Checked(),
+                          .clear_automatically = menu["mnuOptionsClearAutomatically"].Checked()});
+    switch (step) {
+        case EndOfStampStep::kTell:
+            ask({.text = "Stamp Complete"});
+            break;
+        case EndOfStampStep::kAskToRemove:
+            if (ask({.text = "Stamp complete.\r\n\r\nRemove completed items?",
+                     .buttons = BoxButtons::kYesNo,
+                     .icon = BoxIcon::kQuestion}) == BoxAnswer::kYes) {
+                mnuFileRemoveCompleted_Click();
+            }
+            break;
+        case EndOfStampStep::kRemoveWithoutAsking:
+            mnuFileRemoveCompleted_Click();
+            break;
+        case EndOfStampStep::kNothing:
+            break;
+    }
+    if (oTimer && menu["mnuOptionsShowErrorsAutomatically"].Checked()) {
+        mnuView_Click();
+        if (menu["mnuViewErrors"].Enabled()) {
+            mnuViewErrors_Click();
+        }
+    }
 }
 
 }  // namespace tidemark

@@ -202,6 +202,32 @@ TEST_F(MainWindowWork, TheTaskbarButtonShowsNoProgressWhileTheEndIsAnnounced) {
     EXPECT_EQ(told, "none");
 }
 
+TEST_F(MainWindowWork, WhileTheEndIsAnnouncedTheWindowShowsItAndThePollGoesOn) {
+    Load();
+    Options(true, false, false);
+    StartSlowStamp();
+    Main().oTimer_Timer();
+    ASSERT_TRUE(Main().ProgressBar1.Visible());
+    std::string bar;
+    bool progress = true;
+    std::string cell;
+    std::string polled_cell;
+    boxes_.on_show = [&] {
+        bar = Main().StatusBar1.SimpleText();
+        progress = Main().ProgressBar1.Visible() || !Main().StatusBar1.Simple();
+        cell = Main().rows.At(0).sub_items[1];
+        Main().rows.SetSubItem(Main().rows.At(0), 1, "out of date");
+        system_.pump.RunFor(1000);
+        polled_cell = Main().rows.At(0).sub_items[1];
+    };
+    Finish();
+    EXPECT_EQ(bar, "  Stamp Complete");
+    EXPECT_FALSE(progress);
+    EXPECT_EQ(cell, "Complete");
+    EXPECT_EQ(polled_cell, "Complete");
+    EXPECT_THAT(boxes_.shown, SizeIs(1));
+}
+
 TEST_F(MainWindowWork, MoreStampedThanCountedSwitchesTheTextAndRaisesTheMaximum) {
     Load();
     AddTree("t", 2);
