@@ -155,13 +155,9 @@ void frmMain::RefreshRows() {
 }
 
 void frmMain::ShowStatus() {
-    const TidemarkItemCollection::Totals totals = oItems.TotalsOfWork();
-    const StatusDisplay display = DisplayOf({.stamping = totals.stamping || stamp_starting_,
-                                             .counting = totals.counting,
-                                             .stamp_complete = totals.stamp_complete,
-                                             .counted = totals.counted,
-                                             .stamped = totals.stamped},
-                                            services_.platform.locale);
+    TidemarkItemCollection::Totals totals = oItems.TotalsOfWork();
+    totals.stamping = totals.stamping || stamp_starting_;
+    const StatusDisplay display = DisplayOf(totals, services_.platform.locale);
     taskbar_button_.Show(TaskbarProgressOf(display));
     if (!display.shows_progress) {
         StatusBar1.SetSimpleText(display.text);

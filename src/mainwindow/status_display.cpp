@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-StatusDisplay DisplayOf(const WorkState& work, UserLocale& locale) {
+StatusDisplay DisplayOf(const TidemarkItemCollection::Totals& work, UserLocale& locale) {
     StatusDisplay display;
     if (!work.stamping) {
         if (work.counting) {

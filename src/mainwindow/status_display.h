@@ -3,21 +3,13 @@
 #include <cstdint>
 #include <string>
 
+#include "engine/tidemark_item_collection.h"
 #include "platform/user_locale.h"
 #include "ui/taskbar_progress.h"
 
 namespace tidemark {
 
-// What the poll reads from the collection.
-struct WorkState {
-    bool stamping = false;
-    bool counting = false;
-    bool stamp_complete = false;  // every item is, and there is at least one
-    std::int32_t counted = 0;     // entries counted and stamped, over all items
-    std::int32_t stamped = 0;
-};
-
-// What the status bar and the progress bar show for it.
+// What the status bar and the progress bar show for the work of all items.
 struct StatusDisplay {
     bool shows_progress = false;  // panels with the progress bar, or one simple text
     std::string text;
@@ -25,7 +17,8 @@ struct StatusDisplay {
     std::int32_t progress_value = 0;
 };
 
-[[nodiscard]] StatusDisplay DisplayOf(const WorkState& work, UserLocale& locale);
+[[nodiscard]] StatusDisplay DisplayOf(const TidemarkItemCollection::Totals& work,
+                                      UserLocale& locale);
 
 // What the window's button in the taskbar shows along with it.
 [[nodiscard]] TaskbarProgress TaskbarProgressOf(const StatusDisplay& display);

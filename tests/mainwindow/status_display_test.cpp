@@ -11,7 +11,9 @@ namespace {
 
 class StatusDisplayTest : public testing::Test {
   protected:
-    StatusDisplay Of(const WorkState& work) { return DisplayOf(work, locale_); }
+    StatusDisplay Of(const TidemarkItemCollection::Totals& work) {
+        return DisplayOf(work, locale_);
+    }
     MemoryUserLocale locale_;
 };
 
@@ -48,7 +50,9 @@ TEST_F(StatusDisplayTest, MoreStampedThanCountedRaisesTheProgressMaximum) {
 }
 
 TEST_F(StatusDisplayTest, TheTaskbarShowsTheProgressBarsValuesWhileStampingOnly) {
-    const auto shown = [this](const WorkState& work) { return TaskbarProgressOf(Of(work)); };
+    const auto shown = [this](const TidemarkItemCollection::Totals& work) {
+        return TaskbarProgressOf(Of(work));
+    };
     EXPECT_EQ(shown({.counting = true}), TaskbarProgress{});
     EXPECT_EQ(shown({.stamp_complete = true, .counted = 10, .stamped = 10}), TaskbarProgress{});
     EXPECT_EQ(shown({.stamping = true, .counted = 10, .stamped = 3}),
