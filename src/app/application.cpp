@@ -101,7 +101,7 @@ void Application::ShowErrors(const StampErrorList& errors, bool topmost) {
     frmErrors& window = LoadedErrorsWindow();
     SetTopmost(window, topmost);
     window.AddFromCollection(errors);
-    window.SetVisible(true);
+    window.Present();
 }
 
 StartupParts Application::PartsOfStartup() {

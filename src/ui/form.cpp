@@ -1,6 +1,7 @@
 #include "ui/form.h"
 
 #include "ui/button.h"
+#include "ui/foreground.h"
 #include "ui/menu.h"
 #include "ui/message_loop.h"
 
@@ -49,6 +50,17 @@ void Form::Destroy() {
     if (Handle() != nullptr) {
         ::DestroyWindow(Handle());
     }
+}
+
+void Form::Present() {
+    if (UserIsHere()) {
+        ::ShowWindow(Handle(), ::IsIconic(Handle()) ? SW_RESTORE : SW_SHOW);
+        ::SetForegroundWindow(Handle());
+        return;
+    }
+    ::SetWindowPos(Handle(), nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    AskForAttention(*this);
 }
 
 void Form::ShowModal(const Window& owner) {

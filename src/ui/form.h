@@ -56,6 +56,11 @@ class Form : public Window, public ControlSite, public MessageHandler {
     // Asks the form to close, as its close box does.
     void Close() { Send(WM_CLOSE); }
 
+    // Brings the form before the user: shown, restored if it was minimised, in front and active.
+    // While the user works in another program it is shown without any of that, and its button in
+    // the taskbar flashes until the user comes.
+    void Present();
+
     // Shows the form in front of `owner`, which is disabled meanwhile, and routes messages until
     // the form is hidden or destroyed. Nothing without a window.
     void ShowModal(const Window& owner);

@@ -1,6 +1,7 @@
 #include "ui/message_box.h"
 
 #include "platform/win32/wide_text.h"
+#include "ui/foreground.h"
 #include "ui/window.h"
 
 namespace tidemark {
@@ -55,6 +56,7 @@ BoxAnswer AnswerOf(int result, BoxButtons buttons) {
 
 BoxAnswer SystemMessageBoxes::Show(const Window* owner, const BoxRequest& request) {
     const HWND over = owner != nullptr && owner->Exists() ? owner->Handle() : nullptr;
+    const AttentionWhileAway attention{Window(over)};
     const UINT default_flag = static_cast<UINT>(request.default_button - 1) * MB_DEFBUTTON2;
     const int result = ::MessageBoxW(
         over, WideFromUtf8(request.text).c_str(), WideFromUtf8(request.caption).c_str(),

@@ -29,7 +29,8 @@ class MessageBoxes {
     virtual BoxAnswer Show(const Window* owner, const BoxRequest& request) = 0;
 };
 
-// The system's own boxes.
+// The system's own boxes. While the user works in another program, the taskbar button of a box's
+// owner flashes.
 class SystemMessageBoxes final : public MessageBoxes {
   public:
     BoxAnswer Show(const Window* owner, const BoxRequest& request) override;
