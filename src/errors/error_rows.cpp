@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <utility>
+#include <vector>
 
 #include "engine/numbers.h"
 #include "lists/icon_keys.h"
@@ -195,6 +196,12 @@ void ErrorRows::AddFromCollection(StampErrorList errors) {
 void ErrorRows::Cancel() {
     cancelled_ = true;
     Timer1->SetEnabled(false);
+}
+
+void ErrorRows::Attach() {
+    list_.Clear();
+    ++collections_;  // a fill of the window before may still be on the stack
+    detached_ = false;
 }
 
 void ErrorRows::Detach() {

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "engine/stamp_error.h"
 #include "lists/column_sort.h"
@@ -55,6 +54,8 @@ class ErrorRows final : public std::enable_shared_from_this<ErrorRows>, private 
     void AddFromCollection(StampErrorList errors);
     // Drops a fill that waits; one that runs ends after its current record. The rows stay.
     void Cancel();
+    // The window is there, for the first time or again. The rows before are gone.
+    void Attach();
     // The window goes: nothing it lent is used any more, also by a fill on the stack.
     void Detach();
 

@@ -54,6 +54,7 @@ frmErrors::~frmErrors() {
 }
 
 void frmErrors::Form_Load() {
+    rows->Attach();
     font_ = MakeFont("Tahoma", 8.25);
     SetFormFont(font_.Get());
     FormSpec spec;

@@ -231,6 +231,31 @@ TEST_F(FrmErrorsTest, UnloadingDuringAFillEndsIt) {
     EXPECT_THAT(system_.pump.Failures(), IsEmpty());
 }
 
+TEST_F(FrmErrorsTest, LoadedAgainItFillsAgain) {
+    Show({kOther, kProgram});
+    window_->Destroy();
+    window_->Form_Load();
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 0);
+    Show({kProgram});
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 1);
+    EXPECT_EQ(Cell(0, 0), kProgram);
+    EXPECT_EQ(Cell(0, 2), "In use.");
+    EXPECT_EQ(window_->StatusBar1.SimpleText(), "  1 items had errors.");
+}
+
+TEST_F(FrmErrorsTest, LoadedAgainDuringAFillItShowsOnlyWhatComesNext) {
+    system_.pump.AtCall(4, [this] {
+        window_->Destroy();
+        window_->Form_Load();
+    });
+    Show({kProgram, kOther, "C:\\3.txt", "C:\\4.txt"});
+    EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 0);
+    EXPECT_EQ(window_->StatusBar1.SimpleText(), "");
+    Show({kOther});
+    EXPECT_EQ(Cell(0, 0), kOther);
+    EXPECT_THAT(system_.pump.Failures(), IsEmpty());
+}
+
 TEST_F(FrmErrorsTest, CtrlASelectsAllRowsAndNoOtherKeyDoes) {
     Show({kProgram, kOther, "C:\\gone.txt"});
     const auto press = [this](std::initializer_list<int> held) {
