@@ -149,6 +149,8 @@ void frmErrors::lvwErrors_KeyDown(UINT key, int shift) {
 void frmErrors::lvwErrors_MouseMove(const MouseEvent& event) {
     if (event.button == kRightButton && bRightButtonDown) {
         services_.drag_files(*this, kRightButton);
+        // The drag has mostly taken the button's release.
+        bRightButtonDown = ::GetKeyState(VK_RBUTTON) < 0;
     }
 }
 

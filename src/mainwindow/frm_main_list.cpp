@@ -31,6 +31,8 @@ void frmMain::WireList() {
     lvwItems.on_mouse_move = [this](const MouseEvent& event) {
         if (event.button == kRightButton && bRightButtonDown) {
             DragFiles(list_drag_, kRightButton);
+            // The drag has mostly taken the button's release.
+            bRightButtonDown = ::GetKeyState(VK_RBUTTON) < 0;
         }
     };
     lvwItems.on_mouse_up = [this](const MouseEvent& event) {

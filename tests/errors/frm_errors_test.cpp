@@ -365,9 +365,36 @@ TEST_F(FrmErrorsTest, OnlyAHeldRightButtonDragsTheFilesThatExist) {
     EXPECT_EQ(drags_, 0);
     window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, further);
     EXPECT_EQ(drags_, 1);
-    EXPECT_THAT(drag_data_.files,
+    EXPECT_THAT(drag_data_.Files(),
                 ElementsAre("c:\\windows\\notepad.exe", "c:\\windows\\system32\\kernel32.dll"));
     EXPECT_EQ(allowed_, 3);
+}
+
+TEST_F(FrmErrorsTest, ADragThatTookTheReleaseForgetsTheRightPress) {
+    Show({kProgram});
+    const LPARAM at = InRow(0);
+    const LPARAM further = at + MAKELPARAM(30, 0);
+    window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, further);
+    ASSERT_EQ(drags_, 1);
+    // Pressed elsewhere and moved in.
+    window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, at);
+    EXPECT_EQ(drags_, 1);
+    window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
+    EXPECT_EQ(popups_.shown, 0);
+}
+
+TEST_F(FrmErrorsTest, ADragGivenUpWithTheButtonHeldLeavesTheReleaseToTheList) {
+    Show({kProgram});
+    const LPARAM at = InRow(0);
+    window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+    {
+        const HeldKeys button({VK_RBUTTON});
+        window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, at + MAKELPARAM(30, 0));
+    }
+    ASSERT_EQ(drags_, 1);
+    window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
+    EXPECT_EQ(popups_.shown, 1);
 }
 
 TEST_F(FrmErrorsTest, ARightButtonThatWasNotPressedInTheListDragsNothing) {
