@@ -61,7 +61,7 @@ void frmErrors::Form_Load() {
     spec.caption = "errors: tidemark";
     spec.bounds.width = kWindowSize.width;
     spec.bounds.height = kWindowSize.height;
-    Create(L"TidemarkErrors", spec);
+    Create(L"frmErrors", spec);
     CreateControls();
     WireList();
     message_font_.Adopt(*this);

@@ -112,7 +112,7 @@ class CommandsEndToEnd : public EndToEnd {
         return window;
     }
     void ExpectErrorsWindow() const {
-        const auto errors = WaitForWindow(L"TidemarkErrors");
+        const auto errors = WaitForWindow(L"frmErrors");
         ASSERT_TRUE(errors);
         errors->Close();
         EXPECT_TRUE(PollUntil(kWait, [&] { return !errors->Visible(); }));

@@ -57,7 +57,7 @@ bool AnyRowHasErrors(const RemoteTidemark& program) {
 void PrintErrors(const RemoteTidemark& program) {
     std::optional<RemoteWindow> window;
     if (!PollUntil(kShortWait,
-                   [&] { return (window = program.Shown(L"TidemarkErrors")).has_value(); })) {
+                   [&] { return (window = program.Shown(L"frmErrors")).has_value(); })) {
         throw RemoteError("the errors window did not open");
     }
     const RemoteListView list(Child(*window, WC_LISTVIEWW));

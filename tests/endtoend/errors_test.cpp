@@ -76,7 +76,7 @@ Row RowFor(const std::string& path, DWORD code) {
 class OpenErrorsWindow {
   public:
     explicit OpenErrorsWindow(const RemoteTidemark& program)
-        : window_(program.Shown(L"TidemarkErrors").value()) {}
+        : window_(program.Shown(L"frmErrors").value()) {}
 
     [[nodiscard]] const RemoteWindow& Window() const { return window_; }
     [[nodiscard]] RemoteListView lvwErrors() const { return RemoteListView(Child(WC_LISTVIEWW)); }
@@ -136,7 +136,7 @@ class ErrorsEndToEnd : public EndToEnd {
         ASSERT_TRUE(program.AnswerBox(IDNO, kWait));
     }
     static void WaitForErrorsWindow(const RemoteTidemark& program) {
-        ASSERT_TRUE(PollUntil(kWait, [&] { return program.Shown(L"TidemarkErrors").has_value(); }));
+        ASSERT_TRUE(PollUntil(kWait, [&] { return program.Shown(L"frmErrors").has_value(); }));
     }
     static void CloseByUser(const RemoteWindow& errors) {
         errors.Close();

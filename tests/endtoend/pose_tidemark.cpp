@@ -25,7 +25,7 @@ namespace {
 constexpr std::chrono::seconds kWait{60};
 constexpr const wchar_t* kSplashClass = L"frmSplash";
 constexpr const wchar_t* kAboutClass = L"frmAbout";
-constexpr const wchar_t* kErrorsClass = L"TidemarkErrors";
+constexpr const wchar_t* kErrorsClass = L"frmErrors";
 
 using Arguments = std::vector<std::string>;
 

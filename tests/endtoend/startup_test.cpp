@@ -118,7 +118,7 @@ std::optional<SeenStart> WatchStart(const RemoteProcess& process, milliseconds l
     if (fading) {
         seen.main_to_fade = std::chrono::duration_cast<milliseconds>(*fading - *main_shown);
     }
-    if (const auto errors = FindWindowOf(process, L"TidemarkErrors")) {
+    if (const auto errors = FindWindowOf(process, L"frmErrors")) {
         seen.errors = errors->Handle();
     }
     return seen;
