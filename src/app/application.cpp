@@ -72,7 +72,7 @@ MainWindowServices Application::Services() {
         .errors_list_columns = [this]() -> ListColumns& { return LoadedErrorsWindow().Columns(); },
         .show_errors = [this](const StampErrorList& errors,
                               bool topmost) { ShowErrors(errors, topmost); },
-        .show_about = [this](bool topmost) { ShowAbout(topmost); },
+        .show_about = [this](bool topmost) { about_.ShowUntilClosed(main_window_, topmost); },
         .shut_down = [this](bool unload_main) { shut_down_.ShutDown(unload_main); },
         .closed =
             [this] {
@@ -117,18 +117,6 @@ StartupParts Application::PartsOfStartup() {
             .register_app_path = [this](const std::string& exe_name, const std::string& folder) {
                 RegisterAppPath(machine_registry_, platform_.files, exe_name, folder);
             }};
-}
-
-void Application::ShowAbout(bool topmost) {
-    if (about_.Exists()) {
-        return;
-    }
-    about_.Form_Load(main_window_);
-    if (topmost) {
-        SetTopmost(about_, true);
-    }
-    about_.ShowModal(main_window_);
-    about_.Destroy();
 }
 
 }  // namespace tidemark

@@ -41,7 +41,6 @@ class Application {
     // The errors window, loaded (not shown) if it is not yet.
     frmErrors& LoadedErrorsWindow();
     void ShowErrors(const StampErrorList& errors, bool topmost);
-    void ShowAbout(bool topmost);
 
     // In order of dependence: each needs some of those before it.
     OleSession ole_;

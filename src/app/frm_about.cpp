@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "ui/topmost.h"
+
 namespace tidemark {
 namespace {
 
@@ -35,6 +37,7 @@ void frmAbout::Form_Load(const Window& owner) {
     spec.bounds = OuterPlace(inner, owner.Position());
     spec.owner = owner.Handle();
     Create(L"frmAbout", spec);
+    pressed_ = false;
 
     font_ = MakeFont("Tahoma", 8.25);
     SetFormFont(font_.Get());
@@ -53,6 +56,22 @@ void frmAbout::Form_Load(const Window& owner) {
     };
 }
 
+void frmAbout::ShowUntilClosed(const Window& owner, bool topmost) {
+    if (Exists()) {
+        return;
+    }
+    struct Unload {
+        Form& form;
+        ~Unload() { form.Destroy(); }
+    };
+    const Unload unload{*this};
+    Form_Load(owner);
+    if (topmost) {
+        SetTopmost(*this, true);
+    }
+    ShowModal(owner);
+}
+
 LRESULT frmAbout::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_ERASEBKGND: {
@@ -64,7 +83,7 @@ LRESULT frmAbout::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lpa
             pressed_ = true;
             return 0;
         case WM_LBUTTONUP:
-            if (pressed_) {
+            if (std::exchange(pressed_, false)) {
                 Close();
             }
             return 0;

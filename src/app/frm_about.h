@@ -21,6 +21,11 @@ class frmAbout final : public Form {
     // size follows from the picture and the labels below it.
     void Form_Load(const Window& owner);
 
+    // All of one visit: loads the window, shows it in front of `owner`, above all other windows if
+    // `topmost`, until it is closed, and unloads it, also when something of that fails. Does
+    // nothing while it is loaded.
+    void ShowUntilClosed(const Window& owner, bool topmost);
+
     LRESULT OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override;
 
     Label lblVersion;

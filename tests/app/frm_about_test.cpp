@@ -4,7 +4,9 @@
 
 #include <functional>
 
+#include "platform/program_error.h"
 #include "support/pump.h"
+#include "support/refused_windows.h"
 #include "support/test_form.h"
 #include "ui/topmost.h"
 
@@ -95,6 +97,51 @@ TEST_F(FrmAboutTest, AClickThatBeganElsewhereDoesNotClose) {
     EXPECT_TRUE(about_.Exists());
 }
 
+TEST_F(FrmAboutTest, APressOfTheLastVisitDoesNotCloseTheNextOne) {
+    about_.SetVisible(true);
+    about_.Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(40, 40));
+    about_.Close();
+    about_.Form_Load(owner_);
+    about_.SetVisible(true);
+    about_.Send(WM_LBUTTONUP, 0, MAKELPARAM(40, 40));
+    EXPECT_TRUE(about_.Exists());
+}
+
+TEST_F(FrmAboutTest, AVisitLoadsShowsAndUnloads) {
+    about_.Destroy();
+    bool topmost = false;
+    for (const bool wanted : {true, false}) {
+        owner_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_APP + 1) {
+                topmost = (about_.ExtendedStyle() & WS_EX_TOPMOST) != 0;
+                EXPECT_TRUE(about_.Visible());
+                about_.ShowUntilClosed(owner_, wanted);  // a second visit inside the first
+                EXPECT_TRUE(about_.Exists());
+                about_.Close();
+                return 0;
+            }
+            return std::nullopt;
+        };
+        owner_.Post(WM_APP + 1);
+        about_.ShowUntilClosed(owner_, wanted);
+        EXPECT_EQ(topmost, wanted);
+        EXPECT_FALSE(about_.Exists());
+    }
+}
+
+TEST_F(FrmAboutTest, AVisitThatCannotBeLoadedLeavesNothingAndTheNextOneSucceeds) {
+    about_.Destroy();
+    {
+        const RefusedWindows no_labels(L"Static");
+        EXPECT_THROW(about_.ShowUntilClosed(owner_, false), ProgramError);
+        EXPECT_EQ(no_labels.Count(), 1);
+    }
+    EXPECT_FALSE(about_.Exists());
+    EXPECT_TRUE(owner_.Enabled());
+    about_.Form_Load(owner_);
+    EXPECT_EQ(about_.lblVersion.Text(), "version 1.0  build 0007");
+}
+
 TEST_F(FrmAboutTest, OtherKeysDoNotClose) {
     about_.SetVisible(true);
     about_.Post(WM_KEYDOWN, 'A');
@@ -107,7 +154,6 @@ TEST_F(FrmAboutTest, UnloadingItFromElsewhereEndsTheModalLoop) {
 }
 
 TEST_F(FrmAboutTest, GoesWithItsOwner) {
-    bool returned = false;
     owner_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
         if (message == WM_APP + 1) {
             owner_.Destroy();
@@ -117,8 +163,6 @@ TEST_F(FrmAboutTest, GoesWithItsOwner) {
     };
     owner_.Post(WM_APP + 1);
     about_.ShowModal(owner_);
-    returned = true;
-    EXPECT_TRUE(returned);
     EXPECT_FALSE(about_.Exists());
 }
 
