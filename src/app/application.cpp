@@ -51,7 +51,10 @@ int Application::Run() {
     if (!Startup(PartsOfStartup()).Run()) {
         return 0;
     }
-    return RunMessageLoop();
+    const int exit_code = RunMessageLoop();
+    // Asked to quit from elsewhere: the windows, if they are still there, end as on Exit.
+    shut_down_.ShutDown(/*unload_main=*/true);
+    return exit_code;
 }
 
 Win32PlatformHooks Application::Hooks() {

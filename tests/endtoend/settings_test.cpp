@@ -139,6 +139,16 @@ TEST_F(SettingsEndToEnd, OptionsWidthsPlaceAndSizeAreFoundAgain) {
     EXPECT_EQ(Stored("2ColumnWidth"), "155");
 }
 
+TEST_F(SettingsEndToEnd, ARequestToQuitFromElsewhereEndsTheProgramAsExitDoes) {
+    const RemoteTidemark program = Start("");
+    ASSERT_TRUE(PollUntil(kWait, [&] { return !program.Shown(L"frmSplash").has_value(); }));
+    program.lvwItems().Send(LVM_SETCOLUMNWIDTH, 1, 177);
+    ::PostThreadMessageW(::GetWindowThreadProcessId(program.Main().Handle(), nullptr), WM_QUIT, 7,
+                         0);
+    EXPECT_EQ(program.Process().WaitForExit(kWait), 7U);
+    EXPECT_EQ(Stored("2ColumnWidth"), "177");
+}
+
 TEST_F(SettingsEndToEnd, BadTextsInTheStoreStopNothing) {
     for (const OptionDefinition& definition : OptionDefinitions()) {
         store_.WriteText(definition.key, "maybe");
