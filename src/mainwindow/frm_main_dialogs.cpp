@@ -13,6 +13,7 @@
 #include "mainwindow/file_dialog_names.h"
 #include "mainwindow/frm_main.h"
 #include "mainwindow/send_to_shortcut.h"
+#include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
 
 namespace tidemark {
@@ -22,6 +23,8 @@ constexpr std::size_t kFileDialogBuffer = 1024;  // limits how many names one se
 // Wine writes the names of a large selection past the end that it was told (seen in 8.0). The place
 // behind it keeps that harmless, and shows it.
 constexpr std::size_t kBehindTheBuffer = 0x10000;
+
+static_assert(kFileDialogBufferTooSmall == FNERR_BUFFERTOOSMALL);
 
 }  // namespace
 
@@ -50,10 +53,13 @@ void frmMain::mnuFileAddFiles_Click() {
     dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                    OFN_NOREADONLYRETURN | OFN_EXPLORER;
     const bool chosen = ::GetOpenFileNameW(&dialog) != FALSE;
-    const bool too_many = chosen
-                              ? names[kFileDialogBuffer] != 0 || names[kFileDialogBuffer - 1] != 0
-                              : ::CommDlgExtendedError() == FNERR_BUFFERTOOSMALL;
-    if (too_many) {
+    const DWORD code = chosen ? 0 : ::CommDlgExtendedError();
+    const FileDialogEnd end = EndOfFileDialog(code);
+    if (end == FileDialogEnd::kFailed) {
+        throw ProgramError(static_cast<std::int32_t>(code), "The file dialog cannot be opened");
+    }
+    if (end == FileDialogEnd::kTooManyNames || names[kFileDialogBuffer] != 0 ||
+        names[kFileDialogBuffer - 1] != 0) {
         services_.boxes.Show(this, {.text = "Too many files were chosen at once, so none was "
                                             "added. Choose fewer files, or add their folder.",
                                     .icon = BoxIcon::kWarning});

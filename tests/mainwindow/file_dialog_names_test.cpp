@@ -36,5 +36,12 @@ TEST(FileDialogNames, NothingReturnedAddsNothing) {
     EXPECT_THAT(PathsFromFileDialog("\0\0"sv), IsEmpty());
 }
 
+TEST(EndOfFileDialog, OnlyADialogThatEndsWithoutACodeWasCancelled) {
+    EXPECT_EQ(EndOfFileDialog(0), FileDialogEnd::kCancelled);
+    EXPECT_EQ(EndOfFileDialog(0x3003), FileDialogEnd::kTooManyNames);
+    EXPECT_EQ(EndOfFileDialog(0xFFFF), FileDialogEnd::kFailed) << "no dialog was made";
+    EXPECT_EQ(EndOfFileDialog(0x3002), FileDialogEnd::kFailed);
+}
+
 }  // namespace
 }  // namespace tidemark

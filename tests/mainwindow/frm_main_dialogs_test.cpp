@@ -9,10 +9,12 @@
 #include "mainwindow/main_window_fixture.h"
 #include "mainwindow/send_to_shortcut.h"
 #include "platform/win32/wide_text.h"
+#include "support/refused_windows.h"
 #include "support/shell_link.h"
 
 // Need the system's main header before them.
 #include <commctrl.h>
+#include <commdlg.h>
 #include <dlgs.h>
 
 namespace tidemark {
@@ -130,6 +132,24 @@ TEST_F(MainWindowDialogs, ACancelledFileDialogAddsNothingAndSaysNothing) {
     Choose("mnuFile", "mnuFileAddFiles");
     EXPECT_THAT(RowTexts(), IsEmpty());
     EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+TEST_F(MainWindowDialogs, AFileDialogThatCannotBeOpenedIsNotTakenForACancelledOne) {
+    Load();
+    const RefusedWindows no_dialogs(L"#32770");
+    bool told = false;
+    try {
+        Item("mnuFileAddFiles").on_click();
+    } catch (const ProgramError& error) {
+        told = true;
+        EXPECT_EQ(error.Number(), static_cast<std::int32_t>(::CommDlgExtendedError()));
+    }
+    EXPECT_GT(no_dialogs.Count(), 0);
+    EXPECT_THAT(RowTexts(), IsEmpty());
+    if (::CommDlgExtendedError() == 0) {
+        GTEST_SKIP() << "Wine gives no code for a file dialog that it could not make";
+    }
+    EXPECT_TRUE(told);
 }
 
 TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpenContainingFolder) {
