@@ -243,7 +243,7 @@ TEST_F(StartupEndToEnd, TheProgramIsRegisteredUnderTheMachinesApplicationPaths) 
     }
 }
 
-TEST_F(StartupEndToEnd, ClosingInTheMiddleOfACountEndsTheProgram) {
+TEST_F(StartupEndToEnd, ClosingAsSoonAsTheWindowShowsEndsTheProgram) {
     RealTree tree;
     MakeManyFiles(tree, /*folders=*/60, /*files_in_each=*/40);
     std::string arguments;
