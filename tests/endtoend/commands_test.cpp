@@ -5,6 +5,7 @@
 
 #include <array>
 #include <optional>
+#include <set>
 
 #include "endtoend/end_to_end.h"
 #include "platform/win32/registry_settings_store.h"
@@ -21,30 +22,19 @@
 namespace tidemark {
 namespace {
 
-// Items of the menus, counted from 0 without the separators.
-enum FileItem {
-    kOpenContainingFolder,
-    kAddFiles,
-    kAddFolder,
-    kStamp,
-    kRemoveSelected,
-    kRemoveCompleted,
-    kRemoveAll
-};
-enum EditItem { kSelectAll, kSelectNone };
-enum ViewItem { kControlsOnTop, kControlsOnBottom, kDateCreated, kRecount, kErrors, kAlwaysOnTop };
-enum OptionsItem {
-    kClearReadOnly,
-    kSyncFolders,
-    kPrompt,
-    kClearAutomatically,
-    kShowErrors,
-    kCreateSendTo,
-    kReset
-};
-enum HelpItem { kAbout };
-
 constexpr const wchar_t* kDialogClass = L"#32770";
+
+// The file manager's windows that are there now, whoever opened them.
+std::set<HWND> FileManagers() {
+    std::set<HWND> windows;
+    for (const wchar_t* name : {L"ExplorerWClass", L"CabinetWClass"}) {
+        HWND window = nullptr;
+        while ((window = ::FindWindowExW(nullptr, window, name, nullptr)) != nullptr) {
+            windows.insert(window);
+        }
+    }
+    return windows;
+}
 
 // Puts the user's own shortcut on the Send To menu aside while alive.
 class SendToGuard {
@@ -276,14 +266,13 @@ void CommandsEndToEnd::AddFolderListsWhatIsChosenAndNothingWhenCancelled() {
 }
 
 void CommandsEndToEnd::OpenContainingFolderOpensTheFileManager() {
+    const std::set<HWND> before = FileManagers();
     List().Select({0});
     Choose('f', kOpenContainingFolder);
     HWND manager = nullptr;
     ASSERT_TRUE(PollUntil(kWait, [&] {
-        for (const wchar_t* name : {L"ExplorerWClass", L"CabinetWClass"}) {
-            if (manager == nullptr) {
-                manager = ::FindWindowW(name, nullptr);
-            }
+        for (const HWND window : FileManagers()) {
+            manager = before.contains(window) ? manager : window;
         }
         return manager != nullptr;
     }));

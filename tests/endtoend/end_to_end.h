@@ -2,14 +2,39 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <map>
 #include <string>
-#include <vector>
 
 #include "support/real_tree.h"
 #include "support/remote_tidemark.h"
 #include "support/settings_guard.h"
 
 namespace tidemark {
+
+// Items of the menus, counted from 0 without the separators.
+enum FileItem {
+    kOpenContainingFolder,
+    kAddFiles,
+    kAddFolder,
+    kStamp,
+    kRemoveSelected,
+    kRemoveCompleted,
+    kRemoveAll,
+    kExit
+};
+enum EditItem { kSelectAll, kSelectNone };
+enum ViewItem { kControlsOnTop, kControlsOnBottom, kDateCreated, kRecount, kErrors, kAlwaysOnTop };
+enum OptionsItem {
+    kClearReadOnly,
+    kSyncFolders,
+    kPrompt,
+    kClearAutomatically,
+    kShowErrors,
+    kCreateSendTo,
+    kReset
+};
+enum HelpItem { kAbout };
 
 // The folder of the test programs, without a trailing backslash.
 [[nodiscard]] std::string TestProgramFolder();

@@ -14,17 +14,6 @@
 namespace tidemark {
 namespace {
 
-// Items of the menus, counted from 0 without the separators.
-enum ViewItem { kControlsOnBottom = 1, kDateCreated = 2, kAlwaysOnTop = 5 };
-enum OptionsItem {
-    kClearReadOnly = 0,
-    kSyncFolders = 1,
-    kPrompt = 2,
-    kClearAutomatically = 3,
-    kShowErrors = 4,
-    kReset = 6,
-};
-
 class SettingsEndToEnd : public EndToEnd {
   protected:
     [[nodiscard]] std::string Stored(const char* key) const {
