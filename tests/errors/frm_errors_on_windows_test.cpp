@@ -10,6 +10,7 @@
 #include "platform/memory/memory_settings_store.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_platform.h"
+#include "support/fake_command_runner.h"
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/real_tree.h"
@@ -19,11 +20,6 @@ namespace tidemark {
 namespace {
 
 constexpr const char* kProgram = "C:\\windows\\notepad.exe";
-
-class NoCommands final : public CommandRunner {
-  public:
-    void Run(const std::string& /*command_line*/) override { ADD_FAILURE() << "ran a command"; }
-};
 
 class FrmErrorsOnWindowsTest : public testing::Test {
   protected:

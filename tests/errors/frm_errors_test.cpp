@@ -5,9 +5,11 @@
 
 #include <memory>
 
+#include "controls/fake_drag_data.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
 #include "platform/win32/wide_text.h"
+#include "support/fake_command_runner.h"
 #include "support/held_keys.h"
 #include "support/pump.h"
 #include "ui/subclasser.h"
@@ -21,12 +23,6 @@ using testing::IsEmpty;
 // Files that every system has, so that the shell has icons and menus for them.
 constexpr const char* kProgram = "C:\\windows\\notepad.exe";
 constexpr const char* kOther = "C:\\windows\\system32\\kernel32.dll";
-
-class RecordedCommands final : public CommandRunner {
-  public:
-    std::vector<std::string> run;
-    void Run(const std::string& command_line) override { run.push_back(command_line); }
-};
 
 // The system's popup menus, with the user's choice made by the test.
 class ScriptedPopups final : public PopupMenuSystem {
@@ -50,19 +46,6 @@ class ScriptedPopups final : public PopupMenuSystem {
         }
         return choice;
     }
-};
-
-class RecordedDragData final : public DragSourceData {
-  public:
-    std::vector<std::string> files;
-
-    bool GetFormat(std::int16_t format) override {
-        return format == kFileListFormat && !files.empty();
-    }
-    const std::vector<std::string>& Files() override { return files; }
-    void SetFiles(std::vector<std::string> paths) override { files = std::move(paths); }
-    void OfferFormat(std::int16_t /*format*/) override {}
-    void Clear() override { files.clear(); }
 };
 
 class FrmErrorsTest : public testing::Test {
@@ -125,7 +108,7 @@ class FrmErrorsTest : public testing::Test {
     MemorySettingsStore settings_{};
     RecordedCommands commands_{};
     ScriptedPopups popups_{};
-    RecordedDragData drag_data_{};
+    FakeDragData drag_data_{};
     std::int32_t allowed_ = 0;
     int drags_ = 0;
     std::unique_ptr<frmErrors> window_{};
@@ -315,7 +298,7 @@ TEST_F(FrmErrorsTest, ARightClickOnRowsThatExistShowsTheOwnEntryAboveTheShells) 
     EXPECT_EQ(popups_.shown, 1);
     EXPECT_THAT(popups_.first_entries, ElementsAre("Open Containing Folder", "-"));
     EXPECT_EQ(popups_.defaults_set, 0);
-    EXPECT_THAT(commands_.run, IsEmpty());
+    EXPECT_THAT(commands_.started, IsEmpty());
 }
 
 TEST_F(FrmErrorsTest, ARightClickOnRowsThatAreGoneShowsNoMenu) {
@@ -329,7 +312,7 @@ TEST_F(FrmErrorsTest, TheOwnEntryOpensTheContainingFolderOfTheSelectedRow) {
     Show({kProgram, kOther});
     popups_.choice = 1;
     RightClick(InRow(1));
-    EXPECT_THAT(commands_.run,
+    EXPECT_THAT(commands_.started,
                 ElementsAre("explorer ,\"c:\\windows\\system32\\kernel32.dll\",/select"));
 }
 

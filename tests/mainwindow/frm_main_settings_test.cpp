@@ -6,12 +6,12 @@
 
 #include "app/scripted_process.h"
 #include "mainwindow/frm_main.h"
-#include "platform/command_runner.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
 #include "platform/win32/win32_screen.h"
 #include "settings/fake_options_host.h"
 #include "settings/mod_options.h"
+#include "support/fake_command_runner.h"
 #include "support/last_resort_recorder.h"
 
 namespace tidemark {
@@ -24,13 +24,6 @@ class WillingUser final : public MessageBoxes {
   public:
     BoxAnswer Show(const Window* /*owner*/, const BoxRequest& /*request*/) override {
         return BoxAnswer::kYes;
-    }
-};
-
-class NoCommands final : public CommandRunner {
-  public:
-    void Run(const std::string& command_line) override {
-        ADD_FAILURE() << "started " << command_line;
     }
 };
 

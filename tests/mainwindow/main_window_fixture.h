@@ -10,6 +10,8 @@
 #include "platform/memory/memory_screen.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
+#include "settings/fake_options_host.h"
+#include "support/fake_command_runner.h"
 #include "support/pump.h"
 #include "ui/fake_taskbar.h"
 
@@ -18,7 +20,8 @@ namespace tidemark {
 // Answers message boxes in the user's place and keeps what they asked.
 class AnsweringBoxes : public MessageBoxes {
   public:
-    BoxAnswer Show(const Window* /*owner*/, const BoxRequest& request) override {
+    BoxAnswer Show(const Window* owner, const BoxRequest& request) override {
+        EXPECT_NE(owner, nullptr) << request.text;
         shown.push_back(request);
         if (on_show) {
             on_show();
@@ -28,23 +31,6 @@ class AnsweringBoxes : public MessageBoxes {
     std::vector<BoxRequest> shown;
     BoxAnswer answer = BoxAnswer::kNo;
     std::function<void()> on_show;
-};
-
-class RecordedCommands : public CommandRunner {
-  public:
-    void Run(const std::string& command_line) override { started.push_back(command_line); }
-    std::vector<std::string> started;
-};
-
-class FakeColumns final : public ListColumns {
-  public:
-    [[nodiscard]] std::int32_t ColumnWidth(int column) const override {
-        return widths.at(static_cast<std::size_t>(column));
-    }
-    void SetColumnWidth(int column, std::int32_t width) override {
-        widths.at(static_cast<std::size_t>(column)) = width;
-    }
-    std::vector<std::int32_t> widths{1, 2, 3};
 };
 
 // A text with a number behind it.
@@ -90,7 +76,7 @@ class MainWindowTest : public ::testing::Test {
     ScriptedProcess process_;
     RecordedCommands commands_;
     ComPtr<FakeTaskbar> taskbar_;  // none until a test makes one
-    FakeColumns errors_columns_;
+    FakeListColumns errors_columns_;
     std::vector<StampErrorList> errors_shown_;
     bool errors_topmost_ = false;
     std::vector<bool> about_shown_;
