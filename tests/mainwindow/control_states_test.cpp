@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "mainwindow/end_of_stamp.h"
-
 namespace tidemark {
 namespace {
 
@@ -69,17 +67,6 @@ TEST(MenuStates, ErrorsAndRemoveCompletedFollowTheCollection) {
     EXPECT_FALSE(MenuStatesFor({}).errors);
     EXPECT_TRUE(MenuStatesFor({.any_stamp_complete_without_errors = true}).remove_completed);
     EXPECT_FALSE(MenuStatesFor({}).remove_completed);
-}
-
-TEST(EndOfStamp, TheTwoOptionsDecideBetweenTellingAskingAndRemoving) {
-    EXPECT_EQ(StepAtEndOfStamp({.prompt_when_done = true, .clear_automatically = false}),
-              EndOfStampStep::kTell);
-    EXPECT_EQ(StepAtEndOfStamp({.prompt_when_done = true, .clear_automatically = true}),
-              EndOfStampStep::kAskToRemove);
-    EXPECT_EQ(StepAtEndOfStamp({.prompt_when_done = false, .clear_automatically = true}),
-              EndOfStampStep::kRemoveWithoutAsking);
-    EXPECT_EQ(StepAtEndOfStamp({.prompt_when_done = false, .clear_automatically = false}),
-              EndOfStampStep::kNothing);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_user_locale.h"
+#include "platform/program_error.h"
 
 namespace tidemark {
 namespace {
@@ -20,6 +21,16 @@ TEST_F(StampTimesTest, SecondsAreDropped) {
         CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1, .hour = 9, .second = 7},
                            {.hour = 13, .minute = 45, .second = 30}),
         kFirstOfMarch2024 + (13 * 60 + 45) * kMinute);
+}
+
+TEST_F(StampTimesTest, ADateThatTheLocaleCannotReadIsATypeMismatch) {
+    locale_.SetDateSeparator("");
+    try {
+        static_cast<void>(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1}, {}));
+        FAIL() << "read a date without separators";
+    } catch (const ProgramError& error) {
+        EXPECT_EQ(error.Number(), error_number::kTypeMismatch);
+    }
 }
 
 TEST_F(StampTimesTest, TheDatePickersTimeAndTheTimePickersDateAreDropped) {
