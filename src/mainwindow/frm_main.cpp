@@ -5,6 +5,7 @@
 #include "mainwindow/layout.h"
 #include "mainwindow/main_menu.h"
 #include "mainwindow/status_display.h"
+#include "platform/attempt.h"
 #include "platform/win32/win32_placed_window.h"
 #include "settings/mod_options.h"
 #include "settings/window_placement.h"
@@ -179,18 +180,12 @@ void frmMain::OnClose() {
 
 void frmMain::Form_QueryUnload() {
     // Closing is never refused: whatever fails, the steps after it are still done.
-    const auto step = [](const auto& body) {
-        try {
-            body();
-        } catch (const std::exception&) {
-        }
-    };
-    step([this] { oSubclasser.StopSubclassing(); });
+    Attempt([this] { oSubclasser.StopSubclassing(); });
     oTimer.reset();
     stamp_starting_ = false;
-    step([this] { oItems.Clear(nullptr); });
-    step([this] { SaveColumnWidths(services_.settings, *this, ColumnSet::kItemList); });
-    step([this] { services_.shut_down(/*unload_main=*/false); });
+    Attempt([this] { oItems.Clear(nullptr); });
+    Attempt([this] { SaveColumnWidths(services_.settings, *this, ColumnSet::kItemList); });
+    Attempt([this] { services_.shut_down(/*unload_main=*/false); });
 }
 
 void frmMain::OnDestroy() {
