@@ -142,4 +142,13 @@ std::u16string Utf16FromUtf8(std::string_view text) {
     return out;
 }
 
+std::string ZeroPadded(std::int64_t number, std::size_t digits) {
+    std::string text = std::to_string(number);
+    const std::size_t sign = number < 0 ? 1 : 0;
+    if (text.size() - sign < digits) {
+        text.insert(sign, digits - (text.size() - sign), '0');
+    }
+    return text;
+}
+
 }  // namespace tidemark

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -24,5 +26,8 @@ void AssignUtf16(std::basic_string<Unit>& out, std::string_view text);
 [[nodiscard]] inline std::string_view TrimNull(std::string_view text) {
     return text.substr(0, text.find('\0'));
 }
+
+// The number in decimal with zeros before it, up to so many digits without the sign.
+[[nodiscard]] std::string ZeroPadded(std::int64_t number, std::size_t digits);
 
 }  // namespace tidemark

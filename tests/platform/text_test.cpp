@@ -60,5 +60,12 @@ TEST(Text, TrimNullCutsAtTheFirstNul) {
     EXPECT_EQ(TrimNull(""), "");
 }
 
+TEST(Text, ZeroesFillANumberUpBehindItsSign) {
+    EXPECT_EQ(ZeroPadded(7, 4), "0007");
+    EXPECT_EQ(ZeroPadded(-7, 4), "-0007");
+    EXPECT_EQ(ZeroPadded(12345, 4), "12345");
+    EXPECT_EQ(ZeroPadded(0, 2), "00");
+}
+
 }  // namespace
 }  // namespace tidemark
