@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "app/frm_about.h"
 #include "app/frm_splash.h"
 #include "app/loaded_forms.h"

@@ -107,7 +107,7 @@ void frmMain::mnuFileRemoveCompleted_Click() {
     for (std::size_t position = 0; position < rows.Count(); ++position) {
         const std::string& key = rows.At(position).key;
         const std::shared_ptr<TidemarkItem> item = oItems.Item(key);
-        if (item && item->StampComplete() && item->StampErrors()->empty()) {
+        if (item && item->StampComplete() && !item->HasErrors()) {
             keys.push_back(key);
         }
     }

@@ -40,7 +40,7 @@ const std::vector<MenuRow>& MainMenuTable() {
         {1, "mnuOptionsReset", "Reset O&ptions"},
         {0, "mnuHelp", "&Help"},
         {1, "mnuHelpAbout", "&About"},
-        // These three never stand in the bar; the list pops them up.
+        // These three never stand in the bar. The list pops up the last two, nothing the first.
         {0, "mnuListPopup", "list popup"},
         {1, "mnuLPRemove", "&Remove Selected"},
         {1, "mnuLPRemoveAll", "Remove A&ll"},
