@@ -1,8 +1,7 @@
 #include "ui/window_watcher.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -10,7 +9,8 @@
 
 namespace tidemark {
 
-// Everyone who watches one window. It is there as long as someone does, or a message is on its way.
+// Everyone who watches one window, and the window's own procedure, whose place it takes. It is
+// there as long as someone watches, a message is on its way, or somebody else has taken its place.
 class WatchChain : public std::enable_shared_from_this<WatchChain> {
   public:
     explicit WatchChain(HWND window) : window_(window) {}
@@ -22,28 +22,27 @@ class WatchChain : public std::enable_shared_from_this<WatchChain> {
             ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) {
             return nullptr;
         }
-        if (auto* const known = static_cast<WatchChain*>(::GetPropW(window, kProperty))) {
-            known->Add(watcher);
-            return known->shared_from_this();
+        std::shared_ptr<WatchChain>& chain = Chains()[window];
+        if (chain == nullptr) {
+            chain = std::make_shared<WatchChain>(window);
+            chain->own_ = reinterpret_cast<WNDPROC>(
+                ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+            if (chain->own_ == nullptr) {
+                Chains().erase(window);
+                return nullptr;
+            }
         }
-        auto chain = std::make_shared<WatchChain>(window);
         chain->Add(watcher);
-        if (!::SetPropW(window, kProperty, chain.get())) {
-            return nullptr;
-        }
-        const auto data = reinterpret_cast<DWORD_PTR>(chain.get());
-        if (!::SetWindowSubclass(window, Procedure, kId, data)) {
-            ::RemovePropW(window, kProperty);
-            return nullptr;
-        }
         return chain;
     }
 
     void Leave(const WindowWatcher& watcher) {
         std::erase_if(links_, [&](const Link& link) { return link.watcher == &watcher; });
-        if (links_.empty()) {
-            ::RemoveWindowSubclass(window_, Procedure, kId);
-            ::RemovePropW(window_, kProperty);
+        // Somebody else who stands before this one now goes on calling it.
+        if (links_.empty() &&
+            ::GetWindowLongPtrW(window_, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(Procedure)) {
+            ::SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(own_));
+            Chains().erase(window_);
         }
     }
 
@@ -55,7 +54,7 @@ class WatchChain : public std::enable_shared_from_this<WatchChain> {
         const auto next = std::find_if(links_.rbegin(), links_.rend(),
                                        [place](const Link& link) { return link.place < place; });
         if (next == links_.rend()) {
-            return ::DefSubclassProc(window_, message, wparam, lparam);
+            return ::CallWindowProcW(own_, window_, message, wparam, lparam);
         }
         const Link link = *next;
         if (message == WM_NCDESTROY) {
@@ -65,24 +64,31 @@ class WatchChain : public std::enable_shared_from_this<WatchChain> {
     }
 
   private:
-    static constexpr UINT_PTR kId = 1;
-    // In which the window keeps its chain.
-    static constexpr const wchar_t* kProperty = L"TidemarkWatchChain";
-
     struct Link {
         std::size_t place;
         WindowWatcher* watcher;
     };
 
-    static LRESULT CALLBACK Procedure(HWND /*window*/, UINT message, WPARAM wparam, LPARAM lparam,
-                                      UINT_PTR /*id*/, DWORD_PTR data) {
-        const auto chain = reinterpret_cast<WatchChain*>(data)->shared_from_this();
-        return chain->HandOn(chain->next_place_, message, wparam, lparam);
+    // The watched windows of this thread. They are kept here because some systems ask another
+    // process for a window's properties, and this is asked for every message.
+    static std::unordered_map<HWND, std::shared_ptr<WatchChain>>& Chains() {
+        thread_local std::unordered_map<HWND, std::shared_ptr<WatchChain>> chains;
+        return chains;
+    }
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+        const std::shared_ptr<WatchChain> chain = Chains().at(window);
+        const LRESULT result = chain->HandOn(chain->next_place_, message, wparam, lparam);
+        if (message == WM_NCDESTROY) {
+            Chains().erase(window);
+        }
+        return result;
     }
 
     void Add(WindowWatcher& watcher) { links_.push_back({next_place_++, &watcher}); }
 
     HWND window_;
+    WNDPROC own_ = nullptr;
     std::vector<Link> links_;  // the first to come first
     std::size_t next_place_ = 0;
 };

@@ -26,9 +26,8 @@ struct WatchedMessage {
 
 // Sees every message of a window of this thread before the window itself gets it. Any number of
 // watchers can watch one window, the last to come sees a message first; each can be stopped or
-// destroyed at any time, also from inside its own OnWatched. However many there are, they cost the
-// window one level of the system's subclassing: each level is a look-up for every message, which on
-// some systems asks another process.
+// destroyed at any time, also from inside its own OnWatched. However many there are, they take the
+// place of the window's procedure once.
 class WindowWatcher {
   public:
     WindowWatcher(const WindowWatcher&) = delete;

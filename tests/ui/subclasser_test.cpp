@@ -257,6 +257,37 @@ TEST_F(SubclasserTest, StopsByItselfWhenTheWindowGoesAndLetsItsLastMessageThroug
     EXPECT_EQ(another.Send(kWatched), 1);
 }
 
+// Takes a window's procedure as any program may: what it does not want goes to the one before.
+WNDPROC before_stranger = nullptr;
+LRESULT CALLBACK Stranger(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const LRESULT result = ::CallWindowProcW(before_stranger, window, message, wparam, lparam);
+    return message == kOther ? result + 1 : result;
+}
+
+TEST_F(SubclasserTest, LeavesALaterSubclassOfAStrangerInItsPlace) {
+    Subclasser subclasser;
+    subclasser.WndProc = [](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> { return 7; };
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    before_stranger = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(form_.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Stranger)));
+
+    subclasser.StopSubclassing();
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    EXPECT_EQ(form_.Send(kOther), 101);
+
+    subclasser.RegisterMessages(form_.Handle(), {kWatched});
+    EXPECT_EQ(form_.Send(kWatched), 7) << "once, and behind the stranger";
+    EXPECT_EQ(form_.Send(kOther), 101);
+
+    subclasser.StopSubclassing();
+    ::SetWindowLongPtrW(form_.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_stranger));
+    EXPECT_EQ(form_.Send(kWatched), 100);
+    form_.Destroy();
+    TestForm another;
+    subclasser.RegisterMessages(another.Handle(), {kWatched});
+    EXPECT_EQ(another.Send(kWatched), 7);
+}
+
 TEST_F(SubclasserTest, AnotherWindowReplacesTheFirst) {
     TestForm another;
     Subclasser subclasser;
