@@ -35,16 +35,16 @@ HMENU PopupMenuSystem::NewPopupMenu() {
     return ::CreatePopupMenu();
 }
 
-BOOL PopupMenuSystem::InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) {
-    return ::InsertMenuItemW(menu, position, /*fByPosition=*/TRUE, &item);
+void PopupMenuSystem::InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) {
+    ::InsertMenuItemW(menu, position, /*fByPosition=*/TRUE, &item);
 }
 
-BOOL PopupMenuSystem::SetDefaultItem(HMENU menu, UINT item, BOOL by_position) {
-    return ::SetMenuDefaultItem(menu, item, by_position ? TRUE : FALSE);
+void PopupMenuSystem::SetDefaultItem(HMENU menu, UINT item, BOOL by_position) {
+    ::SetMenuDefaultItem(menu, item, static_cast<UINT>(by_position));
 }
 
-BOOL PopupMenuSystem::CursorPosition(POINT* point) {
-    return ::GetCursorPos(point);
+void PopupMenuSystem::CursorPosition(POINT* point) {
+    ::GetCursorPos(point);
 }
 
 UINT PopupMenuSystem::Track(HMENU menu, UINT flags, POINT point, HWND owner) {
@@ -52,8 +52,8 @@ UINT PopupMenuSystem::Track(HMENU menu, UINT flags, POINT point, HWND owner) {
         ::TrackPopupMenu(menu, flags, point.x, point.y, /*nReserved=*/0, owner, nullptr));
 }
 
-BOOL PopupMenuSystem::Discard(HMENU menu) {
-    return ::DestroyMenu(menu);
+void PopupMenuSystem::Discard(HMENU menu) {
+    ::DestroyMenu(menu);
 }
 
 }  // namespace tidemark

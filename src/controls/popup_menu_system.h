@@ -26,11 +26,11 @@ class PopupMenuSystem {
     virtual std::size_t SizeOf(const void* memory);
 
     virtual HMENU NewPopupMenu();
-    virtual BOOL InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item);
-    virtual BOOL SetDefaultItem(HMENU menu, UINT item, BOOL by_position);
-    virtual BOOL CursorPosition(POINT* point);
+    virtual void InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item);
+    virtual void SetDefaultItem(HMENU menu, UINT item, BOOL by_position);
+    virtual void CursorPosition(POINT* point);
     virtual UINT Track(HMENU menu, UINT flags, POINT point, HWND owner);
-    virtual BOOL Discard(HMENU menu);
+    virtual void Discard(HMENU menu);
 };
 
 }  // namespace tidemark

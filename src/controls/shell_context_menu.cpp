@@ -94,10 +94,6 @@ ShellContextMenu::ShellContextMenu()
 
 ShellContextMenu::ShellContextMenu(PopupMenuSystem& system) : system_(system) {}
 
-ShellContextMenu::~ShellContextMenu() {
-    subclasser_.StopSubclassing();
-}
-
 void ShellContextMenu::AddFile(std::string_view FileOrFolder) {
     if (file_keys_.insert(KeyOf(FileOrFolder)).second) {
         files_.emplace_back(FileOrFolder);
@@ -155,7 +151,8 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
     if (first.empty()) {
         return;
     }
-    const ComPtr<IShellFolder> folder = BindFolder(std::span(first).first(first.size() - 1));
+    const ComPtr<IShellFolder> folder =
+        BindFolder(desktop, std::span(first).first(first.size() - 1));
     if (!folder) {
         return;
     }
@@ -191,11 +188,8 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
     }
 }
 
-ComPtr<IShellFolder> ShellContextMenu::BindFolder(std::span<const ShellItemId> levels) const {
-    ComPtr<IShellFolder> folder;
-    if (FAILED(system_.DesktopFolder(folder.Put()))) {
-        return {};
-    }
+ComPtr<IShellFolder> ShellContextMenu::BindFolder(ComPtr<IShellFolder> folder,
+                                                  std::span<const ShellItemId> levels) const {
     for (const ShellItemId& level : levels) {
         ItemIds step(system_);
         step.AddCopy(level);

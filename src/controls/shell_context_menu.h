@@ -33,7 +33,6 @@ class ShellContextMenu {
     explicit ShellContextMenu(PopupMenuSystem& system);
     ShellContextMenu(const ShellContextMenu&) = delete;
     ShellContextMenu& operator=(const ShellContextMenu&) = delete;
-    ~ShellContextMenu();
 
     // True: when no own entry is the default, the shell's default entry keeps its bold look.
     bool UseShellDefault = false;
@@ -69,8 +68,9 @@ class ShellContextMenu {
 
     UINT Show(HWND hwnd, UINT flags, POINT point, IShellFolder& folder, const ItemIds& children,
               std::vector<Entry>& entries);
-    // The folder that the items lead to from the desktop, one level each; empty when one does not.
-    ComPtr<IShellFolder> BindFolder(std::span<const ShellItemId> levels) const;
+    // The folder that the items lead to from `folder`, one level each; empty when one does not.
+    ComPtr<IShellFolder> BindFolder(ComPtr<IShellFolder> folder,
+                                    std::span<const ShellItemId> levels) const;
 
     std::unique_ptr<PopupMenuSystem> own_system_;
     PopupMenuSystem& system_;

@@ -1,5 +1,6 @@
 #include "controls/fake_shell.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 
@@ -151,20 +152,19 @@ HMENU FakePopupMenuSystem::NewPopupMenu() {
     return PopupMenuSystem::NewPopupMenu();
 }
 
-BOOL FakePopupMenuSystem::InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) {
+void FakePopupMenuSystem::InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) {
     shell.inserted.push_back({position, item, item.dwTypeData});
-    return PopupMenuSystem::InsertItem(menu, position, item);
+    PopupMenuSystem::InsertItem(menu, position, item);
 }
 
-BOOL FakePopupMenuSystem::SetDefaultItem(HMENU menu, UINT item, BOOL by_position) {
+void FakePopupMenuSystem::SetDefaultItem(HMENU menu, UINT item, BOOL by_position) {
     shell.defaults.push_back({item, by_position, ::GetMenuItemCount(menu)});
-    return PopupMenuSystem::SetDefaultItem(menu, item, by_position);
+    PopupMenuSystem::SetDefaultItem(menu, item, by_position);
 }
 
-BOOL FakePopupMenuSystem::CursorPosition(POINT* point) {
+void FakePopupMenuSystem::CursorPosition(POINT* point) {
     ++shell.cursor_questions;
     *point = shell.cursor;
-    return TRUE;
 }
 
 UINT FakePopupMenuSystem::Track(HMENU menu, UINT flags, POINT point, HWND owner) {
@@ -186,9 +186,9 @@ UINT FakePopupMenuSystem::Track(HMENU menu, UINT flags, POINT point, HWND owner)
     return shell.choice;
 }
 
-BOOL FakePopupMenuSystem::Discard(HMENU menu) {
+void FakePopupMenuSystem::Discard(HMENU menu) {
     --shell.menus;
-    return PopupMenuSystem::Discard(menu);
+    PopupMenuSystem::Discard(menu);
 }
 
 }  // namespace tidemark

@@ -176,11 +176,11 @@ class FakePopupMenuSystem final : public PopupMenuSystem {
     void Free(void* memory) override;
     std::size_t SizeOf(const void* memory) override;
     HMENU NewPopupMenu() override;
-    BOOL InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) override;
-    BOOL SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override;
-    BOOL CursorPosition(POINT* point) override;
+    void InsertItem(HMENU menu, UINT position, const MENUITEMINFOW& item) override;
+    void SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override;
+    void CursorPosition(POINT* point) override;
     UINT Track(HMENU menu, UINT flags, POINT point, HWND owner) override;
-    BOOL Discard(HMENU menu) override;
+    void Discard(HMENU menu) override;
 
   private:
     std::map<const void*, std::size_t> sizes_;

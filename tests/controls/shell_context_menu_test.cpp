@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "controls/fake_shell.h"
-#include "controls/window_testing.h"
 #include "platform/program_error.h"
 #include "support/test_form.h"
 

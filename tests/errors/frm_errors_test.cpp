@@ -32,9 +32,9 @@ class ScriptedPopups final : public PopupMenuSystem {
     std::vector<std::string> first_entries;
     UINT choice = 0;
 
-    BOOL SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override {
+    void SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override {
         ++defaults_set;
-        return PopupMenuSystem::SetDefaultItem(menu, item, by_position);
+        PopupMenuSystem::SetDefaultItem(menu, item, by_position);
     }
     UINT Track(HMENU menu, UINT /*flags*/, POINT /*point*/, HWND /*owner*/) override {
         ++shown;
