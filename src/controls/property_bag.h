@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 #include "platform/win32/windows.h"
@@ -33,24 +32,6 @@ class PropertyBag {
     // Keeps a value unless it is the default, which is not kept: reading brings it back.
     virtual void WriteProperty(std::string_view name, const PropertyValue& value,
                                const PropertyValue& default_value) = 0;
-};
-
-// Keeps properties in memory.
-class MemoryPropertyBag final : public PropertyBag {
-  public:
-    [[nodiscard]] PropertyValue ReadProperty(std::string_view name,
-                                             const PropertyValue& fallback) const override;
-    void WriteProperty(std::string_view name, const PropertyValue& value) override;
-    void WriteProperty(std::string_view name, const PropertyValue& value,
-                       const PropertyValue& default_value) override;
-
-    // Everything kept, by name.
-    [[nodiscard]] const std::map<std::string, PropertyValue, std::less<>>& Values() const {
-        return values_;
-    }
-
-  private:
-    std::map<std::string, PropertyValue, std::less<>> values_;
 };
 
 }  // namespace tidemark

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "controls/memory_property_bag.h"
 #include "platform/program_error.h"
 #include "support/pump.h"
 #include "support/test_form.h"
