@@ -21,9 +21,6 @@ class DropTarget {
     DropTarget& operator=(const DropTarget&) = delete;
     ~DropTarget();
 
-    // False once the window is gone.
-    [[nodiscard]] bool Registered() const { return window_ != nullptr; }
-
   private:
     class Shim;
 

@@ -74,7 +74,6 @@ class Form : public Window, public ControlSite, public MessageHandler {
     // none.
     void SetDefaultButton(Button* button);
     void SetCancelButton(Button* button) { cancel_button_ = button; }
-    [[nodiscard]] Button* CancelButton() const { return cancel_button_; }
 
     // Sees each key press in the form first; true when that is all that is to happen with it. A
     // handler that destroys the form answers true.
