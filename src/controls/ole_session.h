@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/win32/windows.h"
-
 namespace tidemark {
 
 // OLE for the current thread, for as long as the object lives. Sessions nest; the last one to go

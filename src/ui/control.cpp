@@ -43,18 +43,10 @@ std::optional<LRESULT> ControlRegistry::Reflect(UINT message, WPARAM wparam, LPA
             return control ? control->OnCommand(HIWORD(wparam)) : std::nullopt;
         }
         case WM_CTLCOLORBTN:
-        case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORLISTBOX:
         case WM_CTLCOLORSTATIC: {
             Control* control = Find(reinterpret_cast<HWND>(lparam));
             return control ? control->OnControlColour(message, reinterpret_cast<HDC>(wparam))
                            : std::nullopt;
-        }
-        case WM_DRAWITEM: {
-            auto* item = reinterpret_cast<DRAWITEMSTRUCT*>(lparam);
-            // For a menu the window is a menu handle, which is nobody's control.
-            Control* control = item->CtlType != ODT_MENU ? Find(item->hwndItem) : nullptr;
-            return control ? control->OnDrawItem(*item) : std::nullopt;
         }
         default:
             return std::nullopt;
@@ -84,10 +76,6 @@ std::optional<LRESULT> Control::OnCommand(WORD /*notification*/) {
 }
 
 std::optional<LRESULT> Control::OnControlColour(UINT /*message*/, HDC /*dc*/) {
-    return std::nullopt;
-}
-
-std::optional<LRESULT> Control::OnDrawItem(DRAWITEMSTRUCT& /*item*/) {
     return std::nullopt;
 }
 

@@ -39,7 +39,7 @@ class ControlRegistry {
     [[nodiscard]] int NextId() { return next_id_++; }
 
     // Hands a message that a control sent to its parent (a notification, a command, a question for
-    // colours, an item to draw) to the control's own wrapper. Empty when the message is none of
+    // colours) to the control's own wrapper. Empty when the message is none of
     // these, comes from a stranger, or the wrapper leaves it to the parent.
     std::optional<LRESULT> Reflect(UINT message, WPARAM wparam, LPARAM lparam) const;
 
@@ -86,7 +86,6 @@ class Control : public Window, private WindowWatcher {
     virtual std::optional<LRESULT> OnNotify(NMHDR& header);
     virtual std::optional<LRESULT> OnCommand(WORD notification);
     virtual std::optional<LRESULT> OnControlColour(UINT message, HDC dc);
-    virtual std::optional<LRESULT> OnDrawItem(DRAWITEMSTRUCT& item);
 
     // Whether the control itself has a use for Enter or Esc just now, so that neither presses a
     // button of the form.

@@ -5,7 +5,6 @@
 #include <chrono>
 
 #include "platform/program_error.h"
-#include "platform/win32/wide_text.h"
 
 namespace tidemark {
 namespace {
@@ -42,13 +41,10 @@ void DateTimePicker::Create(ControlSite& site, Kind kind, const ControlSpec& spe
 
 void DateTimePicker::TakeOverTypedDigits() const {
     // The picker does so when it loses the focus; a key or a menu command can come without that.
-    if (taking_over_ || dropped_down_ || !HasFocus()) {
-        return;
+    if (!dropped_down_ && HasFocus()) {
+        Send(WM_KILLFOCUS);
+        Send(WM_SETFOCUS);
     }
-    taking_over_ = true;
-    Send(WM_KILLFOCUS);
-    Send(WM_SETFOCUS);
-    taking_over_ = false;
 }
 
 PickedDateTime DateTimePicker::Value() const {
@@ -74,16 +70,8 @@ void DateTimePicker::SetValue(const PickedDateTime& value) {
     }
 }
 
-void DateTimePicker::SetFormat(std::string_view format) const {
-    Send(DTM_SETFORMATW, 0,
-         format.empty() ? 0 : reinterpret_cast<LPARAM>(WideFromUtf8(format).c_str()));
-}
-
 std::optional<LRESULT> DateTimePicker::OnNotify(NMHDR& header) {
     switch (header.code) {
-        case DTN_DATETIMECHANGE:
-            Raise(on_change);
-            return 0;
         case DTN_DROPDOWN:
             dropped_down_ = true;
             return 0;

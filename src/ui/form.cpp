@@ -42,7 +42,6 @@ void Form::Create(const wchar_t* class_name, const FormSpec& spec) {
     window.extended_style = spec.extended_style | WS_EX_CONTROLPARENT;
     window.bounds = spec.bounds;
     window.parent = spec.owner;
-    window.background = spec.background;
     CreateHostedWindow(*this, window);
 }
 
@@ -139,7 +138,6 @@ LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
             if (LOWORD(wparam) == WA_INACTIVE) {
                 RememberFocus();
             }
-            OnActivate(LOWORD(wparam) != WA_INACTIVE);
             return 0;
         case WM_WINDOWPOSCHANGING:
             if ((reinterpret_cast<const WINDOWPOS*>(lparam)->flags & SWP_HIDEWINDOW) != 0) {
@@ -223,9 +221,7 @@ bool Form::RouteKey(const MSG& message) {
     KeyPress press;
     press.key = static_cast<UINT>(message.wParam);
     press.control = Held(VK_CONTROL);
-    press.shift = Held(VK_SHIFT);
     press.alt = Held(VK_MENU);
-    press.target = Window(message.hwnd);
     if (Raise(on_key, press)) {
         return true;
     }

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "ui/control.h"
 #include "ui/hosted_window.h"
@@ -17,9 +15,7 @@ class Menu;
 struct KeyPress {
     UINT key = 0;  // VK_...
     bool control = false;
-    bool shift = false;
     bool alt = false;
-    Window target;  // the window that has the focus
 };
 
 struct FormSpec {
@@ -28,7 +24,6 @@ struct FormSpec {
     DWORD extended_style = 0;
     Bounds bounds{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT};
     HWND owner = nullptr;
-    int background = COLOR_3DFACE;
 };
 
 // A top-level window of the program. A form of the program derives from it and holds its controls
@@ -89,7 +84,6 @@ class Form : public Window, public ControlSite, public MessageHandler {
     // What a form of the program answers; the defaults do what is said.
     virtual void OnResize(Size /*client*/) {}      // nothing; not called when minimised
     virtual void OnClose() { Destroy(); }          // close box, Alt+F4, Close(), end of the session
-    virtual void OnActivate(bool /*active*/) {}    // nothing
     virtual void OnDestroy() {}                    // nothing; the children are still there
     virtual void OnFirstFocus() { FocusFirst(); }  // the focus comes and no control had it before
 

@@ -78,12 +78,6 @@ HWND CreateHostedWindow(MessageHandler& handler, const HostedWindowSpec& spec) {
     return window;
 }
 
-void DetachHandler(HWND window) {
-    if (HandlerOf(window) != nullptr) {
-        ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-    }
-}
-
 MessageHandler* HandlerOf(HWND window) {
     // The class's own procedure tells whose window it is, also while it is subclassed.
     if (window == nullptr ||

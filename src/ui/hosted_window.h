@@ -38,9 +38,6 @@ struct HostedWindowSpec {
 // ProgramError with the system's code when it cannot be created.
 HWND CreateHostedWindow(MessageHandler& handler, const HostedWindowSpec& spec);
 
-// Parts a window from its handler, for a handler that goes before its window does.
-void DetachHandler(HWND window);
-
 // The handler of a hosted window of this process; null for any other window.
 [[nodiscard]] MessageHandler* HandlerOf(HWND window);
 

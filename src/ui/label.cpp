@@ -4,10 +4,8 @@
 
 namespace tidemark {
 
-void Label::Create(ControlSite& site, const ControlSpec& spec, Ampersand ampersand) {
-    ControlSpec own = spec;
-    own.style |= ampersand == Ampersand::kPlain ? static_cast<DWORD>(SS_NOPREFIX) : 0U;
-    CreateChild(site, WC_STATICW, own);
+void Label::Create(ControlSite& site, const ControlSpec& spec) {
+    CreateChild(site, WC_STATICW, spec);
 }
 
 }  // namespace tidemark

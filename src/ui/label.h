@@ -8,11 +8,7 @@ namespace tidemark {
 // accessible name and its mnemonic leads there.
 class Label : public Control {
   public:
-    // Whether "&" marks a mnemonic or is a character like any other.
-    enum class Ampersand { kMnemonic, kPlain };
-
-    void Create(ControlSite& site, const ControlSpec& spec,
-                Ampersand ampersand = Ampersand::kMnemonic);
+    void Create(ControlSite& site, const ControlSpec& spec);
 };
 
 }  // namespace tidemark

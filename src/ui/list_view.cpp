@@ -377,29 +377,28 @@ bool ListView::OnListMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 // selects, as the list does, and every press, move and release is told.
 bool ListView::OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     const Point at = PointOf(lparam);
-    const int shift = ShiftKeys();
     switch (message) {
         case WM_LBUTTONDOWN:
-            Raise(on_mouse_down, MouseEvent{kLeftButton, shift, at});
+            Raise(on_mouse_down, MouseEvent{kLeftButton});
             return false;
         case WM_LBUTTONUP:
-            Raise(on_mouse_up, MouseEvent{kLeftButton, shift, at});
+            Raise(on_mouse_up, MouseEvent{kLeftButton});
             return false;
         case WM_MBUTTONDOWN:
-            Raise(on_mouse_down, MouseEvent{kMiddleButton, shift, at});
+            Raise(on_mouse_down, MouseEvent{kMiddleButton});
             return false;
         case WM_MBUTTONUP:
-            Raise(on_mouse_up, MouseEvent{kMiddleButton, shift, at});
+            Raise(on_mouse_up, MouseEvent{kMiddleButton});
             return false;
         case WM_RBUTTONDOWN:
         case WM_RBUTTONDBLCLK:
-            PressRight(at, shift);
-            Raise(on_mouse_down, MouseEvent{kRightButton, shift, at});
+            PressRight(at, ShiftKeys());
+            Raise(on_mouse_down, MouseEvent{kRightButton});
             return true;
         case WM_MOUSEMOVE:
             if (MovedEnough(at, wparam)) {
                 right_press_.reset();
-                Raise(on_mouse_move, MouseEvent{HeldButtons(wparam), shift, at});
+                Raise(on_mouse_move, MouseEvent{HeldButtons(wparam)});
             }
             return false;
         case WM_RBUTTONUP:
@@ -407,7 +406,7 @@ bool ListView::OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam) {
             if (::GetCapture() == Handle()) {
                 ::ReleaseCapture();
             }
-            Raise(on_mouse_up, MouseEvent{kRightButton, shift, at});
+            Raise(on_mouse_up, MouseEvent{kRightButton});
             return true;
         default:
             return false;

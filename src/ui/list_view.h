@@ -27,8 +27,6 @@ inline constexpr int kMiddleButton = 4;
 
 struct MouseEvent {
     int button = 0;  // the one pressed or released; while moving, the mask of those held
-    int shift = 0;
-    Point at;  // in the list's client area
 };
 
 struct ListColumn {

@@ -176,9 +176,9 @@ MenuItem& Menu::operator[](std::string_view name) const {
 }
 
 // NOLINTNEXTLINE(readability-make-member-function-const): a chosen item's handler changes it.
-void Menu::PopUp(MenuItem& top, const Window& owner, Point at, UINT flags) {
-    const UINT chosen = static_cast<UINT>(::TrackPopupMenu(top.popup_.Get(), flags | TPM_RETURNCMD,
-                                                           at.x, at.y, 0, owner.Handle(), nullptr));
+void Menu::PopUp(MenuItem& top, const Window& owner, Point at) {
+    const UINT chosen = static_cast<UINT>(
+        ::TrackPopupMenu(top.popup_.Get(), TPM_RETURNCMD, at.x, at.y, 0, owner.Handle(), nullptr));
     if (chosen != 0) {
         Click(chosen);
     }

@@ -34,7 +34,6 @@ class MenuItem {
     std::function<void()> on_open;   // a top-level menu is about to drop down or pop up
     std::string tag;                 // the program's own text
 
-    [[nodiscard]] const std::string& Name() const { return name_; }
     [[nodiscard]] const std::string& Caption() const { return caption_; }
     void SetCaption(std::string_view caption);
     [[nodiscard]] bool Enabled() const;
@@ -43,7 +42,6 @@ class MenuItem {
     [[nodiscard]] bool Checked() const;
     void SetChecked(bool checked);
     // Top-level menus only: whether the menu stands in the bar. A hidden one can still pop up.
-    [[nodiscard]] bool Visible() const { return visible_; }
     void SetVisible(bool visible);
     // As if the user chose the item; nothing while it is disabled.
     void Click();
@@ -81,8 +79,8 @@ class Menu {
     [[nodiscard]] MenuItem& operator[](std::string_view name) const;
 
     // Pops a top-level menu up at a screen point over `owner` and, once it has closed, runs the
-    // chosen item's handler. `flags` are of TrackPopupMenu.
-    void PopUp(MenuItem& top, const Window& owner, Point at, UINT flags = 0);
+    // chosen item's handler.
+    void PopUp(MenuItem& top, const Window& owner, Point at);
 
     // The bar, and what the window that shows it hands on.
     [[nodiscard]] HMENU Bar() const { return bar_.Get(); }

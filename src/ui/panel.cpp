@@ -1,6 +1,20 @@
 #include "ui/panel.h"
 
 namespace tidemark {
+namespace {
+
+// Of the panel, and behind the texts of the labels and check boxes in it.
+HBRUSH Background() {
+    return ::GetSysColorBrush(COLOR_3DFACE);
+}
+
+LRESULT ColourControl(HDC dc) {
+    ::SetBkColor(dc, ::GetSysColor(COLOR_3DFACE));
+    ::SetTextColor(dc, ::GetSysColor(COLOR_BTNTEXT));
+    return reinterpret_cast<LRESULT>(Background());
+}
+
+}  // namespace
 
 Panel::~Panel() {
     // Here, not in the base: until the window is gone its messages need this part of the object.
@@ -17,29 +31,10 @@ void Panel::Create(ControlSite& site, const ControlSpec& spec) {
     Adopt(site, CreateHostedWindow(*this, window));
 }
 
-void Panel::SetBackground(COLORREF colour) {
-    if (!brush_ || colour != colour_) {
-        colour_ = colour;
-        brush_.Reset(::CreateSolidBrush(colour));
-        Invalidate();
-    }
-}
-
-HBRUSH Panel::Background() const {
-    return brush_ ? brush_.Get() : ::GetSysColorBrush(COLOR_3DFACE);
-}
-
-LRESULT Panel::ColourControl(HDC dc) const {
-    ::SetBkColor(dc, brush_ ? colour_ : ::GetSysColor(COLOR_3DFACE));
-    ::SetTextColor(dc, ::GetSysColor(COLOR_BTNTEXT));
-    return reinterpret_cast<LRESULT>(Background());
-}
-
 LRESULT Panel::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_NOTIFY:
         case WM_COMMAND:
-        case WM_DRAWITEM:
         case WM_GETFONT:
             // The form hands them to the wrappers. Done here too, a wrapper that leaves one to the
             // parent would get it twice.

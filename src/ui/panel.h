@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ui/control.h"
-#include "ui/gdi.h"
 #include "ui/hosted_window.h"
 
 namespace tidemark {
@@ -16,20 +15,13 @@ class Panel : public Control, public ControlSite, public MessageHandler {
 
     // Throws ProgramError when the window cannot be created, and when there is one already.
     void Create(ControlSite& site, const ControlSpec& spec);
-    // Also what is behind the texts of the labels and check boxes in it.
-    void SetBackground(COLORREF colour);
 
     [[nodiscard]] HWND SiteWindow() const override { return Handle(); }
     [[nodiscard]] ControlRegistry& Controls() override { return *form_controls_; }
     LRESULT OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override;
 
   private:
-    [[nodiscard]] HBRUSH Background() const;
-    LRESULT ColourControl(HDC dc) const;
-
     ControlRegistry* form_controls_ = nullptr;
-    UniqueBrush brush_;
-    COLORREF colour_ = 0;  // of the brush; without one the system's colour of dialog faces holds
 };
 
 }  // namespace tidemark

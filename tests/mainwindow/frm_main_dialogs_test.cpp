@@ -183,8 +183,8 @@ TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpe
                         }},
                        [] { ::EndMenu(); });
     ::SetCursorPos(1200, 850);  // over the menu it would choose
-    Main().lvwItems.on_mouse_down({.button = kRightButton, .at = {20, 20}});
-    Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {20, 20}});
+    Main().lvwItems.on_mouse_down({.button = kRightButton});
+    Main().lvwItems.on_mouse_up({.button = kRightButton});
     ASSERT_GT(captions.size(), 3U) << "the shell's entries are there";
     EXPECT_EQ(captions[0], "Open Containing Folder");
     EXPECT_EQ(captions[1], "");

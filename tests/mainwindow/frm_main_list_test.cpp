@@ -56,8 +56,8 @@ class MainWindowList : public MainWindowTest {
         target->Drop(data.Get(), 0, {}, &effect);
         return chosen;
     }
-    void PressRight() { Main().lvwItems.on_mouse_down({.button = kRightButton, .at = {20, 200}}); }
-    void ReleaseRight() { Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {20, 200}}); }
+    void PressRight() { Main().lvwItems.on_mouse_down({.button = kRightButton}); }
+    void ReleaseRight() { Main().lvwItems.on_mouse_up({.button = kRightButton}); }
     // Presses and releases the right button over the list, and dismisses the popup that opens;
     // its captions.
     std::vector<std::string> CaptionsOfRightClick() {
@@ -286,7 +286,7 @@ TEST_F(MainWindowList, ARightClickOnARowThatIsGoneCannotOpenItsFolder) {
 
 TEST_F(MainWindowList, AReleaseWithoutAPressOverTheListPopsNothingUp) {
     LoadWithFiles(1);
-    Main().lvwItems.on_mouse_up({.button = kRightButton, .at = {5, 5}});
+    Main().lvwItems.on_mouse_up({.button = kRightButton});
     EXPECT_FALSE(::FindWindowW(L"#32768", nullptr) != nullptr &&
                  ::IsWindowVisible(::FindWindowW(L"#32768", nullptr)));
 }
@@ -294,7 +294,7 @@ TEST_F(MainWindowList, AReleaseWithoutAPressOverTheListPopsNothingUp) {
 TEST_F(MainWindowList, AReleaseOfTheLeftButtonLeavesTheRightButtonsClickToCome) {
     LoadWithFiles(1);
     PressRight();
-    Main().lvwItems.on_mouse_up({.button = kLeftButton, .at = {20, 200}});
+    Main().lvwItems.on_mouse_up({.button = kLeftButton});
     EXPECT_THAT(CaptionsOfPopup([this] { ReleaseRight(); }),
                 ElementsAre("No valid items selected"));
     EXPECT_THAT(CaptionsOfPopup([this] { ReleaseRight(); }), IsEmpty()) << "once for each press";
@@ -322,7 +322,7 @@ TEST_F(MainWindowList, MovingTheHeldRightButtonDragsTheSelectedFiles) {
     ::SetCursorPos(over_list.x, over_list.y);
     const auto pumped_by_move = [this](std::int16_t button) {
         const std::size_t calls = system_.pump.CallCount();
-        Main().lvwItems.on_mouse_move({.button = button, .at = {20, 100}});
+        Main().lvwItems.on_mouse_move({.button = button});
         return system_.pump.CallCount() - calls;
     };
     EXPECT_EQ(pumped_by_move(kRightButton), 0U) << "not pressed over the list";

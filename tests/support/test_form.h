@@ -22,7 +22,6 @@ class TestForm : public Form {
 
     std::function<std::optional<LRESULT>(UINT, WPARAM, LPARAM)> on_message;
     std::function<void(Size)> on_resize;
-    std::function<void(bool)> on_activate;
     std::function<void()> on_destroy;
 
     LRESULT OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override {
@@ -37,7 +36,6 @@ class TestForm : public Form {
 
   protected:
     void OnResize(Size client) override { Raise(on_resize, client); }
-    void OnActivate(bool active) override { Raise(on_activate, active); }
     void OnDestroy() override { Raise(on_destroy); }
 };
 

@@ -34,17 +34,12 @@ class ProbeControl : public Control {
         colour_dc = dc;
         return colour_answer;
     }
-    std::optional<LRESULT> OnDrawItem(DRAWITEMSTRUCT& item) override {
-        drawn_item = item.itemID;
-        return TRUE;
-    }
 
     std::vector<UINT> notified;
     std::optional<LRESULT> notify_answer;
     UINT colour_message = 0;
     HDC colour_dc = nullptr;
     std::optional<LRESULT> colour_answer;
-    UINT drawn_item = 0;
 };
 
 LRESULT SendNotification(const Window& parent, HWND from, UINT code) {
@@ -104,22 +99,6 @@ TEST(ControlTest, ANotificationFromInsideAPanelReachesTheWrapperOnce) {
     probe.Create(panel, WC_STATICW);
     SendNotification(panel, probe.Handle(), NM_CLICK);
     EXPECT_EQ(probe.notified.size(), 1U);
-}
-
-TEST(ControlTest, AnItemToDrawReachesItsControlButAMenuItemDoesNot) {
-    TestForm form;
-    ProbeControl probe;
-    probe.Create(form, WC_STATICW);
-    DRAWITEMSTRUCT item{};
-    item.CtlType = ODT_BUTTON;
-    item.itemID = 3;
-    item.hwndItem = probe.Handle();
-    EXPECT_EQ(form.Send(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item)), TRUE);
-    EXPECT_EQ(probe.drawn_item, 3U);
-    item.CtlType = ODT_MENU;
-    item.itemID = 4;
-    form.Send(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
-    EXPECT_EQ(probe.drawn_item, 3U);
 }
 
 TEST(ControlTest, AControlIsCreatedOnceAndAgainAfterItsWindowWent) {
@@ -287,31 +266,19 @@ TEST(CheckBoxTest, SettingTheMarkRaisesNothing) {
     EXPECT_EQ(clicks, 0);
 }
 
-TEST(LabelTest, AnAmpersandIsAMnemonicOrAPlainCharacter) {
-    TestForm form;
-    Label mnemonic;
-    Label plain;
-    mnemonic.Create(form, {.text = "Last &Modified:"});
-    plain.Create(form, {.text = "Tom & Jerry"}, Label::Ampersand::kPlain);
-    EXPECT_EQ(mnemonic.Style() & SS_NOPREFIX, 0U);
-    EXPECT_NE(plain.Style() & SS_NOPREFIX, 0U);
-    EXPECT_EQ(plain.Text(), "Tom & Jerry");
-}
-
 TEST(PanelTest, LabelsStandOnThePanelsBackground) {
     TestForm form;
     Panel panel;
     panel.Create(form, {.bounds = {0, 0, 200, 100}});
-    panel.SetBackground(RGB(10, 20, 30));
     Label label;
     label.Create(panel, {.text = "x", .bounds = {0, 0, 50, 20}});
     HDC dc = ::GetDC(label.Handle());
     const LRESULT brush = panel.Send(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
                                      reinterpret_cast<LPARAM>(label.Handle()));
-    EXPECT_EQ(::GetBkColor(dc), RGB(10, 20, 30));
+    EXPECT_EQ(::GetBkColor(dc), ::GetSysColor(COLOR_3DFACE));
     LOGBRUSH description{};
     ::GetObjectW(reinterpret_cast<HGDIOBJ>(brush), sizeof(description), &description);
-    EXPECT_EQ(description.lbColor, RGB(10, 20, 30));
+    EXPECT_EQ(description.lbColor, ::GetSysColor(COLOR_3DFACE));
     ::ReleaseDC(label.Handle(), dc);
 }
 
