@@ -1,5 +1,7 @@
 #include "controls/ole_drag_drop.h"
 
+#include "platform/raise.h"
+
 namespace tidemark {
 namespace {
 
@@ -45,9 +47,7 @@ void OleDragDropForwarder::SetOrigin(float left, float top) {
 }
 
 void OleDragDropForwarder::CompleteDrag(std::int32_t& effect) {
-    if (events_.OLECompleteDrag) {
-        events_.OLECompleteDrag(effect);
-    }
+    Raise(events_.OLECompleteDrag, effect);
 }
 
 void OleDragDropForwarder::DragDrop(DragData& data, std::int32_t& effect, std::int16_t button,
@@ -58,7 +58,7 @@ void OleDragDropForwarder::DragDrop(DragData& data, std::int32_t& effect, std::i
     }
     x += left_;
     y += top_;
-    events_.OLEDragDrop(data, effect, button, shift, x, y);
+    Raise(events_.OLEDragDrop, data, effect, button, shift, x, y);
 }
 
 void OleDragDropForwarder::DragOver(DragData& data, std::int32_t& effect, std::int16_t button,
@@ -69,25 +69,19 @@ void OleDragDropForwarder::DragOver(DragData& data, std::int32_t& effect, std::i
     }
     x += left_;
     y += top_;
-    events_.OLEDragOver(data, effect, button, shift, x, y, state);
+    Raise(events_.OLEDragOver, data, effect, button, shift, x, y, state);
 }
 
 void OleDragDropForwarder::GiveFeedback(std::int32_t& effect, bool& default_cursors) {
-    if (events_.OLEGiveFeedback) {
-        events_.OLEGiveFeedback(effect, default_cursors);
-    }
+    Raise(events_.OLEGiveFeedback, effect, default_cursors);
 }
 
 void OleDragDropForwarder::SetData(DragSourceData& data, std::int16_t format) {
-    if (events_.OLESetData) {
-        events_.OLESetData(data, format);
-    }
+    Raise(events_.OLESetData, data, format);
 }
 
 void OleDragDropForwarder::StartDrag(DragSourceData& data, std::int32_t& allowed_effects) {
-    if (events_.OLEStartDrag) {
-        events_.OLEStartDrag(data, allowed_effects);
-    }
+    Raise(events_.OLEStartDrag, data, allowed_effects);
 }
 
 bool AcceptFiles(DragData& data, std::int32_t& effect) {

@@ -8,7 +8,7 @@
 namespace tidemark {
 
 // Drag and drop as the windows see it: plain data and six notifications. The shims that speak OLE
-// (DropTarget, FileDragSource) stand behind it, so what a window decides is testable without OLE.
+// (DropTarget, DragFiles) stand behind it, so what a window decides is testable without OLE.
 
 // Clipboard formats have 16-bit numbers; this one is the list of files.
 inline constexpr std::int16_t kFileListFormat = 15;

@@ -4,9 +4,9 @@
 #include <optional>
 #include <utility>
 
+#include "platform/raise.h"
 #include "platform/text.h"
 #include "platform/win32/wide_text.h"
-#include "ui/control.h"
 
 namespace tidemark {
 namespace {

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "platform/raise.h"
+
 namespace tidemark {
 
 void Button::Create(ControlSite& site, const ControlSpec& spec) {

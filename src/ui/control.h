@@ -1,10 +1,8 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <utility>
 
 #include "ui/hosted_window.h"
 #include "ui/window.h"
@@ -13,18 +11,6 @@
 namespace tidemark {
 
 class Control;
-
-// Calls an event's handler, if there is one. The call runs a copy, so that the handler may replace
-// itself or destroy the object that holds it.
-template <typename Signature, typename... Arguments>
-auto Raise(const std::function<Signature>& event, Arguments&&... arguments) {
-    using Result = typename std::function<Signature>::result_type;
-    if (!event) {
-        return Result();
-    }
-    const std::function<Signature> handler = event;
-    return handler(std::forward<Arguments>(arguments)...);
-}
 
 // The controls of one form, found by their windows. Controls register themselves.
 class ControlRegistry {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/raise.h"
 #include "platform/win32/wide_text.h"
 #include "ui/last_resort.h"
 

@@ -3,9 +3,10 @@
 #include <algorithm>
 
 #include "platform/program_error.h"
+#include "platform/raise.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
-#include "ui/control.h"
+#include "ui/window.h"
 
 namespace tidemark {
 namespace {

@@ -105,6 +105,17 @@ TEST_F(OleDragDropForwarderTest, APositionIsMovedByTheOriginInSinglePrecision) {
     EXPECT_EQ(seen_x, 0.0F);
 }
 
+TEST_F(OleDragDropForwarderTest, AHandlerMayReplaceItself) {
+    const std::string survivor = "captured text is still there after the handler was replaced";
+    std::string seen;
+    events_.OLECompleteDrag = [&, survivor](std::int32_t&) {
+        events_.OLECompleteDrag = nullptr;
+        seen = survivor;
+    };
+    forwarder_.CompleteDrag(effect_);
+    EXPECT_EQ(seen, survivor);
+}
+
 TEST_F(OleDragDropForwarderTest, OtherArgumentsPassThroughUnchanged) {
     events_.OLEDragDrop = [&](DragData& data, std::int32_t& effect, std::int16_t button,
                               std::int16_t shift, float& x, float& y) {

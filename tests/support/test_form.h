@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 
+#include "platform/raise.h"
 #include "ui/form.h"
 
 namespace tidemark {
