@@ -73,9 +73,9 @@ class Control : public Window, private WindowWatcher {
     virtual std::optional<LRESULT> OnCommand(WORD notification);
     virtual std::optional<LRESULT> OnControlColour(UINT message, HDC dc);
 
-    // Whether the control itself has a use for Enter or Esc just now, so that neither presses a
-    // button of the form.
-    [[nodiscard]] virtual bool KeepsKey(UINT /*key*/) const { return false; }
+    // Whether keys, Enter and Esc among them, belong to the control itself just now: none presses a
+    // button of the form or moves the focus.
+    [[nodiscard]] virtual bool KeepsKeys() const { return false; }
 
   protected:
     // What the control's window is created from in `site`; the wrapper adds the class and what else

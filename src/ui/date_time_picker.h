@@ -25,8 +25,8 @@ class DateTimePicker : public Control {
     void SetValue(const PickedDateTime& value);
 
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
-    // Enter and Esc belong to the calendar while it is dropped down.
-    [[nodiscard]] bool KeepsKey(UINT /*key*/) const override { return dropped_down_; }
+    // They belong to the calendar while it is dropped down.
+    [[nodiscard]] bool KeepsKeys() const override { return dropped_down_; }
 
   private:
     void TakeOverTypedDigits() const;

@@ -1,5 +1,6 @@
 #include "ui/form.h"
 
+#include "platform/raise.h"
 #include "ui/button.h"
 #include "ui/foreground.h"
 #include "ui/menu.h"
@@ -206,35 +207,25 @@ void Form::RestoreFocus() {
 
 bool Form::PreTranslate(MSG& message) {
     if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
-        if (RouteKey(message)) {
+        const KeyPress press{.key = static_cast<UINT>(message.wParam),
+                             .control = Held(VK_CONTROL),
+                             .alt = Held(VK_MENU)};
+        if (Raise(on_key, press)) {
             return true;
         }
-        const Control* focused = controls_.Find(message.hwnd);
-        if (focused != nullptr && focused->KeepsKey(static_cast<UINT>(message.wParam))) {
+        Control* const focused = controls_.Find(message.hwnd);
+        if (focused != nullptr && focused->KeepsKeys()) {
             return false;
+        }
+        if (!press.control && !press.alt && PressForKey(message, focused)) {
+            return true;
         }
     }
     return ::IsDialogMessageW(Handle(), &message) != FALSE;
 }
 
-bool Form::RouteKey(const MSG& message) {
-    KeyPress press;
-    press.key = static_cast<UINT>(message.wParam);
-    press.control = Held(VK_CONTROL);
-    press.alt = Held(VK_MENU);
-    if (Raise(on_key, press)) {
-        return true;
-    }
-    return !press.control && !press.alt && PressForKey(message);
-}
-
-bool Form::PressForKey(const MSG& message) {
-    if (message.wParam != VK_RETURN && message.wParam != VK_ESCAPE) {
-        return false;
-    }
-    Control* const focused = controls_.Find(message.hwnd);
-    if (WantsKey(message) ||
-        (focused != nullptr && focused->KeepsKey(static_cast<UINT>(message.wParam)))) {
+bool Form::PressForKey(const MSG& message, Control* focused) {
+    if ((message.wParam != VK_RETURN && message.wParam != VK_ESCAPE) || WantsKey(message)) {
         return false;
     }
     Button* button = cancel_button_;

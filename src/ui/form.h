@@ -91,8 +91,7 @@ class Form : public Window, public ControlSite, public MessageHandler {
     void FocusFirst();
 
   private:
-    bool RouteKey(const MSG& message);
-    bool PressForKey(const MSG& message);
+    bool PressForKey(const MSG& message, Control* focused);
     bool OnMenuMessage(UINT message, WPARAM wparam, LPARAM lparam);
     void RememberFocus();
     void RestoreFocus();
