@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "controls/edge_groups.h"
+#include "platform/raise.h"
 
 namespace tidemark {
 namespace {
@@ -38,12 +39,6 @@ class Selection {
   private:
     HDC dc_;
     HGDIOBJ before_;
-};
-
-struct PenTraits {
-    using Type = HPEN;
-    static Type None() noexcept { return nullptr; }
-    static void Close(Type handle) noexcept { ::DeleteObject(handle); }
 };
 
 bool SystemRoutine(HDC hdc, RECT& rect, UINT edges, UINT flags) {
@@ -266,7 +261,7 @@ COLORREF DrawEdge::FillColour() const {
 void DrawEdge::DrawPicture(HDC dc, Size size) const {
     const COLORREF colour = FillColour();
     const UniqueBrush brush(::CreateSolidBrush(colour));
-    const UniqueHandle<PenTraits> pen(::CreatePen(PS_SOLID, 1, colour));
+    const UniquePen pen(::CreatePen(PS_SOLID, 1, colour));
     const Selection with_brush(dc, brush.Get());
     const Selection with_pen(dc, pen.Get());
     ::Rectangle(dc, 0, 0, size.width, size.height);

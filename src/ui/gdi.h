@@ -4,20 +4,10 @@
 
 namespace tidemark {
 
-struct FontTraits {
-    using Type = HFONT;
-    static Type None() noexcept { return nullptr; }
-    static void Close(Type handle) noexcept { ::DeleteObject(handle); }
-};
-
-struct BrushTraits {
-    using Type = HBRUSH;
-    static Type None() noexcept { return nullptr; }
-    static void Close(Type handle) noexcept { ::DeleteObject(handle); }
-};
-
-struct BitmapTraits {
-    using Type = HBITMAP;
+// A drawing object that is selected into no context.
+template <typename Handle>
+struct GdiObjectTraits {
+    using Type = Handle;
     static Type None() noexcept { return nullptr; }
     static void Close(Type handle) noexcept { ::DeleteObject(handle); }
 };
@@ -35,9 +25,10 @@ struct MenuTraits {
     static void Close(Type handle) noexcept { ::DestroyMenu(handle); }
 };
 
-using UniqueFont = UniqueHandle<FontTraits>;
-using UniqueBrush = UniqueHandle<BrushTraits>;
-using UniqueBitmap = UniqueHandle<BitmapTraits>;
+using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
+using UniqueBrush = UniqueHandle<GdiObjectTraits<HBRUSH>>;
+using UniquePen = UniqueHandle<GdiObjectTraits<HPEN>>;
+using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
 using UniqueIcon = UniqueHandle<IconTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;
 
