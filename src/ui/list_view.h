@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "lists/list_model.h"
+#include "platform/geometry.h"
 #include "ui/control.h"
-#include "ui/geometry.h"
 #include "ui/image_list.h"
 
 namespace tidemark {

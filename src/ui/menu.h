@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/geometry.h"
 #include "ui/gdi.h"
-#include "ui/geometry.h"
 
 namespace tidemark {
 

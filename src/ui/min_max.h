@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/geometry.h"
+#include "platform/geometry.h"
 #include "ui/window_watcher.h"
 
 namespace tidemark {

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/geometry.h"
 #include "platform/win32/windows.h"
-#include "ui/geometry.h"
 
 namespace tidemark {
 

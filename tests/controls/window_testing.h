@@ -2,8 +2,8 @@
 
 #include <oleidl.h>
 
+#include "platform/geometry.h"
 #include "platform/win32/windows.h"
-#include "ui/geometry.h"
 
 namespace tidemark {
 
