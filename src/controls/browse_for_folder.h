@@ -17,7 +17,8 @@ namespace tidemark {
 class BrowseForFolder {
   public:
     // Folders of the file system, their ancestors, the resizable dialog, and its usage hint.
-    static constexpr std::int32_t kDefaultFlags = 0x1 | 0x8 | 0x40 | 0x100;
+    static constexpr std::int32_t kDefaultFlags =
+        BIF_RETURNONLYFSDIRS | BIF_RETURNFSANCESTORS | BIF_NEWDIALOGSTYLE | BIF_UAHINT;
 
     // The shell's dialog, or a stand-in with its argument and result.
     using ShowDialog = std::function<PIDLIST_ABSOLUTE(BROWSEINFOW&)>;

@@ -28,7 +28,8 @@ class FileDataObject final : public ComObject<IDataObject>, public DragSourceDat
     void OfferFormat(std::int16_t format) override;
     void Clear() override;
 
-    // IDataObject. Global memory is handed out as copies, other media by reference.
+    // IDataObject. Global memory is handed out as copies, streams by reference, other media not at
+    // all.
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override;
     HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* format, STGMEDIUM* medium) override;
     HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override;

@@ -23,22 +23,23 @@ class MessageHandler {
 
 // What a hosted window is created from.
 struct HostedWindowSpec {
-    const wchar_t* class_name = nullptr;  // registered on first use
+    const wchar_t* class_name = nullptr;  // registered on first use, with what it asks for
     std::string text;
     DWORD style = 0;
     DWORD extended_style = 0;
     Bounds bounds{CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT};
     HWND parent = nullptr;  // or the owner, for a window that is no child
     int id = 0;             // of a child, by which its parent tells it from others
+    // Of the class: the same wherever its name is given.
     UINT class_style = 0;
     int background = COLOR_3DFACE;  // a system colour; -1: the handler erases
 };
 
-// Creates a window whose messages go to `handler` from its first message to its last. Throws
+// Creates a window whose messages go to `handler` from WM_NCCREATE on to its last. Throws
 // ProgramError with the system's code when it cannot be created.
 HWND CreateHostedWindow(MessageHandler& handler, const HostedWindowSpec& spec);
 
-// The handler of a hosted window of this process; null for any other window.
+// The handler of a hosted window of this thread; null for any other window.
 [[nodiscard]] MessageHandler* HandlerOf(HWND window);
 
 }  // namespace tidemark

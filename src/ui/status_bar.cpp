@@ -7,12 +7,6 @@
 #include "platform/win32/wide_text.h"
 
 namespace tidemark {
-namespace {
-
-// The part number by which the control knows its simple text.
-constexpr WPARAM kSimplePart = SB_SIMPLEID;
-
-}  // namespace
 
 void StatusBar::Create(ControlSite& site, const ControlSpec& spec) {
     ControlSpec own = spec;
@@ -47,7 +41,7 @@ void StatusBar::SetSimple(bool simple) {
 void StatusBar::SetSimpleText(std::string_view text) {
     if (text != simple_text_) {
         simple_text_ = text;
-        Send(SB_SETTEXTW, kSimplePart | SBT_NOBORDERS,
+        Send(SB_SETTEXTW, SB_SIMPLEID | SBT_NOBORDERS,
              reinterpret_cast<LPARAM>(WideFromUtf8(text).c_str()));
     }
 }

@@ -88,10 +88,11 @@ class BrowseForFolderTest : public ::testing::Test {
         ::SendMessageW(search.tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
         return Utf8FromWide(text.data());
     }
-    // Waits until the item that ends the path is selected: the dialog fills its tree over time.
+    // Whether the item that ends the path is selected.
     static bool IsSelected(const std::string& path) {
         return SelectedText() == path.substr(path.rfind('\\') + 1) && OkEnabled();
     }
+    // The dialog fills its tree over time.
     static ModalDriver::Step WaitForSelected(const std::string& path) {
         return [path] { return IsSelected(path); };
     }

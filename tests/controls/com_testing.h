@@ -12,7 +12,7 @@
 
 namespace tidemark {
 
-// The references that `object` has beside the one looked through.
+// The references that are held to `object`.
 inline ULONG References(IUnknown& object) {
     object.AddRef();
     return object.Release();
