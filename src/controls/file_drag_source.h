@@ -11,10 +11,10 @@ namespace tidemark {
 // GiveFeedback as targets choose, SetData when a format without data is asked for, CompleteDrag
 // with the effect. When StartDrag allows nothing, no drag starts and nothing else is heard.
 //
-// `button` holds the mouse buttons that are down and drag (1 left, 2 right, 4 middle); the files
-// are dropped when they are let go. Returns the effect, 0 when nothing was dropped. A move is the
-// source's business: the program never deletes a file for it. `source` may not go during the drag.
-// Throws ProgramError when OLE is not to be had; an exception of `source` goes to the last resort.
+// `button` holds the bits of the mouse buttons that are down and drag; the files are dropped when
+// they are let go. Returns the effect, 0 when nothing was dropped. A move is the source's business:
+// the program never deletes a file for it. `source` may not go during the drag. Throws ProgramError
+// when OLE is not to be had; an exception of `source` goes to the last resort.
 std::int32_t DragFiles(OleDragDropSink& source, std::int16_t button);
 
 }  // namespace tidemark

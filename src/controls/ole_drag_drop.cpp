@@ -1,5 +1,8 @@
 #include "controls/ole_drag_drop.h"
 
+#include <array>
+
+#include "platform/input_bits.h"
 #include "platform/raise.h"
 
 namespace tidemark {
@@ -13,11 +16,17 @@ constexpr std::uint32_t kKeyControl = 0x08;
 constexpr std::uint32_t kKeyMiddleButton = 0x10;
 constexpr std::uint32_t kKeyAlt = 0x20;
 
-std::int16_t Bits(std::uint32_t key_state, std::uint32_t one, std::uint32_t two,
-                  std::uint32_t four) {
-    return static_cast<std::int16_t>(((key_state & one) != 0 ? 1 : 0) |
-                                     ((key_state & two) != 0 ? 2 : 0) |
-                                     ((key_state & four) != 0 ? 4 : 0));
+struct Meaning {
+    std::uint32_t of_key_state;
+    int bit;
+};
+
+std::int16_t Translate(std::uint32_t key_state, const std::array<Meaning, 3>& meanings) {
+    int bits = 0;
+    for (const Meaning& meaning : meanings) {
+        bits |= (key_state & meaning.of_key_state) != 0 ? meaning.bit : 0;
+    }
+    return static_cast<std::int16_t>(bits);
 }
 
 }  // namespace
@@ -99,11 +108,14 @@ bool AcceptFiles(DragData& data, std::int32_t& effect) {
 }
 
 std::int16_t ButtonFromKeyState(std::uint32_t key_state) {
-    return Bits(key_state, kKeyLeftButton, kKeyRightButton, kKeyMiddleButton);
+    return Translate(key_state, {{{kKeyLeftButton, kLeftButton},
+                                  {kKeyRightButton, kRightButton},
+                                  {kKeyMiddleButton, kMiddleButton}}});
 }
 
 std::int16_t ShiftFromKeyState(std::uint32_t key_state) {
-    return Bits(key_state, kKeyShift, kKeyControl, kKeyAlt);
+    return Translate(key_state,
+                     {{{kKeyShift, kShiftKey}, {kKeyControl, kControlKey}, {kKeyAlt, kAltKey}}});
 }
 
 DragStep NextDragStep(bool escape_pressed, std::uint32_t key_state, std::int16_t drag_buttons) {

@@ -57,8 +57,8 @@ inline constexpr std::int16_t kOver = 2;
 // The notifications, in the order of the events below. What they do not override is ignored; a
 // drag-over or a drop that nobody answers is refused.
 //
-// Button holds 1 (left), 2 (right) and 4 (middle) for the buttons that are down; Shift holds 1
-// (Shift), 2 (Ctrl) and 4 (Alt). X and Y are pixels in the window that is notified.
+// Button holds the bits of the buttons that are down and Shift those of the shift keys (see
+// platform/input_bits.h). X and Y are pixels in the window that is notified.
 class OleDragDropSink {
   public:
     OleDragDropSink() = default;

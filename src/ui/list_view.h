@@ -10,23 +10,14 @@
 
 #include "lists/list_model.h"
 #include "platform/geometry.h"
+#include "platform/input_bits.h"
 #include "ui/control.h"
 #include "ui/image_list.h"
 
 namespace tidemark {
 
-// Bits of `shift` in events.
-inline constexpr int kShiftKey = 1;
-inline constexpr int kControlKey = 2;
-inline constexpr int kAltKey = 4;
-
-// Mouse buttons, also as bits of a mask.
-inline constexpr int kLeftButton = 1;
-inline constexpr int kRightButton = 2;
-inline constexpr int kMiddleButton = 4;
-
 struct MouseEvent {
-    int button = 0;  // the one pressed or released; while moving, the mask of those held
+    int button = 0;  // the one pressed or released; while moving, the bits of those held
 };
 
 struct ListColumn {
@@ -44,7 +35,8 @@ struct ListColumn {
 class ListView : public Control, private ListModelObserver {
   public:
     std::function<void(std::size_t column)> on_column_click;
-    std::function<void(UINT key, int shift)> on_key_down;  // VK_...; then the list acts on it
+    // VK_... with the bits of the shift keys held; then the list acts on it.
+    std::function<void(UINT key, int shift)> on_key_down;
     std::function<void(const MouseEvent&)> on_mouse_down;
     // A held right button counts as moved once it has gone the system's distance for a drag.
     std::function<void(const MouseEvent&)> on_mouse_move;
