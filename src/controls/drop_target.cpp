@@ -6,8 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "controls/com_object.h"
 #include "controls/file_drop_data.h"
+#include "platform/win32/com_object.h"
 #include "platform/win32/system_message.h"
 #include "ui/last_resort.h"
 

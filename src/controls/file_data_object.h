@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "controls/com_object.h"
 #include "controls/ole_drag_drop.h"
+#include "platform/win32/com_object.h"
 
 namespace tidemark {
 

@@ -2,9 +2,9 @@
 
 #include <ole2.h>
 
-#include "controls/com_object.h"
 #include "controls/file_data_object.h"
 #include "controls/ole_session.h"
+#include "platform/win32/com_object.h"
 #include "platform/win32/com_ptr.h"
 #include "ui/last_resort.h"
 

@@ -10,10 +10,10 @@
 #include <string_view>
 
 #include "controls/item_id_list.h"
-#include "controls/modal_driver.h"
 #include "controls/ole_session.h"
 #include "controls/test_folder.h"
 #include "platform/win32/wide_text.h"
+#include "support/modal_driver.h"
 #include "support/test_form.h"
 
 namespace tidemark {

@@ -6,10 +6,10 @@
 #include <filesystem>
 
 #include "controls/file_drag_source.h"
-#include "controls/modal_driver.h"
 #include "controls/ole_dropper.h"
 #include "platform/win32/unique_handle.h"
 #include "platform/win32/wide_text.h"
+#include "support/modal_driver.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 

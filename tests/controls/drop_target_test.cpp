@@ -7,11 +7,11 @@
 #include <memory>
 #include <stdexcept>
 
-#include "controls/com_testing.h"
 #include "controls/drop_files.h"
-#include "controls/window_testing.h"
 #include "platform/program_error.h"
+#include "support/com_testing.h"
 #include "support/last_resort_recorder.h"
+#include "support/window_testing.h"
 
 namespace tidemark {
 namespace {

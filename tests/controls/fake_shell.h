@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "controls/com_object.h"
 #include "controls/popup_menu_system.h"
+#include "platform/win32/com_object.h"
 #include "platform/win32/com_ptr.h"
 #include "platform/win32/wide_text.h"
 

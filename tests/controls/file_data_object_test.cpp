@@ -6,10 +6,10 @@
 
 #include <array>
 
-#include "controls/com_testing.h"
 #include "controls/file_drop_data.h"
 #include "controls/ole_session.h"
 #include "platform/win32/wide_text.h"
+#include "support/com_testing.h"
 
 namespace tidemark {
 namespace {

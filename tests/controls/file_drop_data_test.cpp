@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/com_testing.h"
 #include "controls/drop_files.h"
 #include "controls/ole_session.h"
+#include "support/com_testing.h"
 
 namespace tidemark {
 namespace {

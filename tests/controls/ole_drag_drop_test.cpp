@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/fake_drag_data.h"
+#include "support/fake_drag_data.h"
 
 namespace tidemark {
 namespace {

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
 
-#include "controls/com_testing.h"
 #include "controls/drop_files.h"
-#include "controls/window_testing.h"
 #include "platform/program_error.h"
+#include "support/com_testing.h"
 #include "support/test_form.h"
+#include "support/window_testing.h"
 #include "ui/gdi.h"
 #include "ui/message_font.h"
 

@@ -7,12 +7,12 @@
 #include <array>
 
 #include "controls/file_drop_data.h"
-#include "controls/modal_driver.h"
 #include "controls/ole_session.h"
 #include "controls/shell_context_menu.h"
 #include "controls/test_folder.h"
 #include "platform/win32/com_ptr.h"
 #include "platform/win32/wide_text.h"
+#include "support/modal_driver.h"
 #include "support/test_form.h"
 
 namespace tidemark {

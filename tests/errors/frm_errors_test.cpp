@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "controls/fake_drag_data.h"
+#include "support/fake_drag_data.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
 #include "platform/win32/wide_text.h"

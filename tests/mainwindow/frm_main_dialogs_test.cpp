@@ -3,12 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/modal_driver.h"
 #include "controls/ole_session.h"
 #include "controls/test_folder.h"
 #include "mainwindow/main_window_fixture.h"
 #include "mainwindow/send_to_shortcut.h"
 #include "platform/win32/wide_text.h"
+#include "support/modal_driver.h"
 #include "support/refused_windows.h"
 #include "support/shell_link.h"
 

@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/com_testing.h"
 #include "controls/drop_files.h"
-#include "controls/window_testing.h"
 #include "mainwindow/main_window_fixture.h"
+#include "support/com_testing.h"
+#include "support/window_testing.h"
 
 namespace tidemark {
 namespace {

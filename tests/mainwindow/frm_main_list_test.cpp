@@ -1,13 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/com_testing.h"
 #include "controls/drop_files.h"
-#include "controls/fake_drag_data.h"
 #include "controls/ole_session.h"
-#include "controls/window_testing.h"
 #include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
+#include "support/com_testing.h"
+#include "support/fake_drag_data.h"
+#include "support/window_testing.h"
 
 namespace tidemark {
 namespace {

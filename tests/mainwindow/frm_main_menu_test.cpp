@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/com_object.h"
 #include "controls/ole_session.h"
 #include "mainwindow/main_window_fixture.h"
+#include "platform/win32/com_object.h"
 #include "platform/win32/wide_text.h"
 
 namespace tidemark {

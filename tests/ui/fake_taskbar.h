@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "controls/com_object.h"
+#include "platform/win32/com_object.h"
 
 namespace tidemark {
 

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "controls/modal_driver.h"
 #include "platform/win32/win32_platform.h"
+#include "support/modal_driver.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 #include "ui/last_resort.h"

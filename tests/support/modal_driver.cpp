@@ -1,4 +1,4 @@
-#include "controls/modal_driver.h"
+#include "support/modal_driver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "controls/window_testing.h"
+#include "support/window_testing.h"
 
 #include <utility>
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "controls/com_object.h"
+#include "platform/win32/com_object.h"
 #include "platform/win32/com_ptr.h"
 
 namespace tidemark {
