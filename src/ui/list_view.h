@@ -61,6 +61,8 @@ class ListView : public Control, private ListModelObserver {
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
 
   private:
+    static constexpr int kAllRows = -1;  // to the system's list
+
     void RowChanged(std::size_t position) override;
     void RowAppended() override;
     void RowsChanged() override;
