@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <stdexcept>
 
 #include "platform/win32/win32_message_pump.h"
+#include "support/held_keys.h"
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/test_form.h"
@@ -18,24 +18,6 @@
 
 namespace tidemark {
 namespace {
-
-// Holds a key down in the eyes of this thread while alive.
-class HeldKey {
-  public:
-    explicit HeldKey(int key) : key_(key) { Set(0x80); }
-    HeldKey(const HeldKey&) = delete;
-    HeldKey& operator=(const HeldKey&) = delete;
-    ~HeldKey() { Set(0); }
-
-  private:
-    void Set(BYTE state) const {
-        std::array<BYTE, 256> keys{};
-        ::GetKeyboardState(keys.data());
-        keys[static_cast<std::size_t>(key_)] = state;
-        ::SetKeyboardState(keys.data());
-    }
-    int key_;
-};
 
 // A window like the program's own: a panel with a labelled picker, a check box and the default
 // button, and a control after the panel.
@@ -88,7 +70,7 @@ TEST_F(Keyboard, TabGoesThroughThePanelInTheOrderOfCreationAndRound) {
 }
 
 TEST_F(Keyboard, ShiftTabGoesBack) {
-    const HeldKey shift(VK_SHIFT);
+    const HeldKeys shift({VK_SHIFT});
     Press(VK_TAB);
     EXPECT_TRUE(other_.HasFocus());
     Press(VK_TAB);
@@ -164,7 +146,7 @@ TEST_F(Keyboard, TheFormSeesEachKeyFirstWithItsModifiers) {
     Press(VK_RETURN);
     EXPECT_EQ(stamps_, 0) << "what the form takes goes no further";
     {
-        const HeldKey control(VK_CONTROL);
+        const HeldKeys control({VK_CONTROL});
         Press('A');
     }
     ASSERT_EQ(seen.size(), 2U);
@@ -177,10 +159,10 @@ TEST_F(Keyboard, TheFormSeesEachKeyFirstWithItsModifiers) {
 
 TEST_F(Keyboard, EnterWithControlOrAltIsNoStamp) {
     {
-        const HeldKey control(VK_CONTROL);
+        const HeldKeys control({VK_CONTROL});
         Press(VK_RETURN);
     }
-    const HeldKey alt(VK_MENU);
+    const HeldKeys alt({VK_MENU});
     Press(VK_RETURN, WM_SYSKEYDOWN);
     EXPECT_EQ(stamps_, 0);
 }

@@ -4,11 +4,14 @@
 
 #include <memory>
 
+#include "platform/program_error.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 #include "ui/button.h"
+#include "ui/opacity.h"
 #include "ui/panel.h"
 #include "ui/subclasser.h"
+#include "ui/topmost.h"
 
 namespace tidemark {
 namespace {
@@ -131,6 +134,57 @@ TEST(WindowTest, DisablingTheOnlyControlLeavesTheFocusWithTheForm) {
     only.SetEnabled(false);
     EXPECT_TRUE(form.HasFocus());
     EXPECT_FALSE(only.Enabled());
+}
+
+TEST(TopmostTest, OnAndOffKeepPositionAndSize) {
+    TestForm form;
+    const Bounds before = form.Position();
+    SetTopmost(form, true);
+    EXPECT_NE(form.ExtendedStyle() & WS_EX_TOPMOST, 0U);
+    SetTopmost(form, false);
+    EXPECT_EQ(form.ExtendedStyle() & WS_EX_TOPMOST, 0U);
+    EXPECT_EQ(form.Position(), before);
+}
+
+int OpacityOf(const Window& window) {
+    BYTE alpha = 0;
+    DWORD flags = 0;
+    COLORREF key = 1;
+    EXPECT_TRUE(::GetLayeredWindowAttributes(window.Handle(), &key, &alpha, &flags));
+    EXPECT_EQ(flags, static_cast<DWORD>(LWA_ALPHA));
+    EXPECT_EQ(key, 0U);
+    return alpha;
+}
+
+TEST(OpacityTest, IsReadBackAsSet) {
+    TestForm form;
+    SetOpacity(form, 64);
+    EXPECT_EQ(OpacityOf(form), 64);
+    SetOpacity(form, 255);
+    EXPECT_EQ(OpacityOf(form), 255);
+    SetOpacity(form, 0);
+    EXPECT_EQ(OpacityOf(form), 0);
+}
+
+TEST(OpacityTest, TheStyleIsAddedAgainEachTime) {
+    TestForm form;
+    SetOpacity(form, 64);
+    form.ChangeExtendedStyle(0, WS_EX_LAYERED);
+    SetOpacity(form, 128);
+    EXPECT_NE(form.ExtendedStyle() & WS_EX_LAYERED, 0U);
+    EXPECT_EQ(OpacityOf(form), 128);
+}
+
+TEST(OpacityTest, AWindowThatIsGoneIsAnErrorWithTheSystemsCode) {
+    TestForm form;
+    const Window gone(form.Handle());
+    form.Destroy();
+    try {
+        SetOpacity(gone, 64);
+        FAIL() << "no exception";
+    } catch (const ProgramError& error) {
+        EXPECT_EQ(error.Number(), ERROR_INVALID_WINDOW_HANDLE);
+    }
 }
 
 TEST(FormTest, AWindowDestroyedInItsOwnHandlerLeavesTheFormObject) {
