@@ -46,10 +46,6 @@ void StatusBar::SetSimpleText(std::string_view text) {
     }
 }
 
-const std::string& StatusBar::PanelText(std::size_t panel) const {
-    return panel_texts_.at(panel);
-}
-
 void StatusBar::SetPanelText(std::size_t panel, std::string_view text) {
     std::string& current = panel_texts_.at(panel);
     if (text != current) {
@@ -61,12 +57,6 @@ void StatusBar::SetPanelText(std::size_t panel, std::string_view text) {
 void StatusBar::SetFirstPanelWidth(int width) {
     const std::array<int, 2> right_edges{width, -1};
     Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
-}
-
-int StatusBar::FirstPanelWidth() const {
-    std::array<int, 2> right_edges{};
-    Send(SB_GETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
-    return right_edges[0];
 }
 
 int StatusBar::WidthFor(std::string_view text) const {

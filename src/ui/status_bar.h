@@ -21,16 +21,13 @@ class StatusBar : public Control {
     [[nodiscard]] bool Simple() const;
     void SetSimple(bool simple);
 
-    // The texts of both modes can be read and written in either one; they are written to the bar
-    // only when they differ. Panels count from 0.
-    [[nodiscard]] const std::string& SimpleText() const { return simple_text_; }
+    // The texts of both modes can be written in either one; they are written to the bar only when
+    // they differ. Panels count from 0.
     void SetSimpleText(std::string_view text);
-    [[nodiscard]] const std::string& PanelText(std::size_t panel) const;
     void SetPanelText(std::size_t panel, std::string_view text);
 
     // Width of the first panel.
     void SetFirstPanelWidth(int width);
-    [[nodiscard]] int FirstPanelWidth() const;
     // The width that the first panel needs to show a text whole in the bar's font.
     [[nodiscard]] int WidthFor(std::string_view text) const;
 
@@ -38,7 +35,7 @@ class StatusBar : public Control {
     [[nodiscard]] Bounds PanelBounds(std::size_t panel) const;
 
   private:
-    // Kept here too: in simple mode the bar does not give its panels' texts away.
+    // What was written last: in simple mode the bar does not give its panels' texts away.
     std::string simple_text_;
     std::array<std::string, 2> panel_texts_;
 };

@@ -14,6 +14,7 @@
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/real_tree.h"
+#include "support/shown_status.h"
 #include "ui/message_loop.h"
 
 namespace tidemark {
@@ -38,7 +39,8 @@ class FrmErrorsOnWindowsTest : public testing::Test {
     }
     bool Filled() {
         return PumpUntil([this] {
-            return window_.StatusBar1.SimpleText().find("items had errors.") != std::string::npos;
+            return ShownSimpleText(window_.StatusBar1).find("items had errors.") !=
+                   std::string::npos;
         });
     }
     LRESULT RowCount() const { return window_.lvwErrors.Send(LVM_GETITEMCOUNT); }
@@ -55,7 +57,7 @@ class FrmErrorsOnWindowsTest : public testing::Test {
 
 TEST_F(FrmErrorsOnWindowsTest, RowsComeFromATimerTickWithTheShellsIcons) {
     Show({kProgram, "C:\\windows\\system32\\", "C:\\no such folder\\gone.txt"});
-    EXPECT_EQ(window_.StatusBar1.SimpleText(), "  Collecting error data...");
+    EXPECT_EQ(ShownSimpleText(window_.StatusBar1), "  Collecting error data...");
     ASSERT_TRUE(Filled());
     EXPECT_EQ(RowCount(), 3);
     EXPECT_EQ(::ImageList_GetImageCount(window_.ImageList1.Handle()), 2);
@@ -100,14 +102,14 @@ TEST_F(ErrorsOfARealStampTest, AFileListedTwiceOverReachesTheUserAndTheProgramGo
     EXPECT_EQ(recorder_.reports[0].Text(), "Error: 35602\nKey is not unique in collection");
     EXPECT_EQ(RowCount(), 2);
     EXPECT_TRUE(IsDrawn());
-    EXPECT_EQ(window_.StatusBar1.SimpleText(), "  Collecting error data...");
+    EXPECT_EQ(ShownSimpleText(window_.StatusBar1), "  Collecting error data...");
 
     items_.Remove(tree_.Path("A.TXT"), nullptr);
     window_.AddFromCollection(items_.ErrorList());
     ASSERT_TRUE(Filled());
     EXPECT_EQ(RowCount(), 2);
     EXPECT_EQ(window_.rows->List().At(0).text, tree_.Path("a.txt"));
-    EXPECT_EQ(window_.StatusBar1.SimpleText(), "  2 items had errors.");
+    EXPECT_EQ(ShownSimpleText(window_.StatusBar1), "  2 items had errors.");
     EXPECT_EQ(recorder_.reports.size(), 1U);
 }
 

@@ -5,13 +5,14 @@
 
 #include <memory>
 
-#include "support/fake_drag_data.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
 #include "platform/win32/wide_text.h"
 #include "support/fake_command_runner.h"
+#include "support/fake_drag_data.h"
 #include "support/held_keys.h"
 #include "support/pump.h"
+#include "support/shown_status.h"
 #include "ui/subclasser.h"
 
 namespace tidemark {
@@ -185,7 +186,7 @@ TEST_F(FrmErrorsTest, RowsAndStatusAreShown) {
     EXPECT_EQ(Cell(2, 0), "C:\\gone.txt");
     EXPECT_EQ(Cell(2, 1), "32");
     EXPECT_EQ(Cell(2, 2), "In use.");
-    EXPECT_EQ(window_->StatusBar1.SimpleText(), "  3 items had errors.");
+    EXPECT_EQ(ShownSimpleText(window_->StatusBar1), "  3 items had errors.");
     EXPECT_EQ(window_->lvwErrors.Send(LVM_GETIMAGELIST, LVSIL_SMALL),
               reinterpret_cast<LRESULT>(window_->ImageList1.Handle()));
     EXPECT_EQ(Rows().At(2).small_icon, 1);
@@ -223,7 +224,7 @@ TEST_F(FrmErrorsTest, LoadedAgainItFillsAgain) {
     EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 1);
     EXPECT_EQ(Cell(0, 0), kProgram);
     EXPECT_EQ(Cell(0, 2), "In use.");
-    EXPECT_EQ(window_->StatusBar1.SimpleText(), "  1 items had errors.");
+    EXPECT_EQ(ShownSimpleText(window_->StatusBar1), "  1 items had errors.");
 }
 
 TEST_F(FrmErrorsTest, LoadedAgainDuringAFillItShowsOnlyWhatComesNext) {
@@ -233,7 +234,7 @@ TEST_F(FrmErrorsTest, LoadedAgainDuringAFillItShowsOnlyWhatComesNext) {
     });
     Show({kProgram, kOther, "C:\\3.txt", "C:\\4.txt"});
     EXPECT_EQ(window_->lvwErrors.Send(LVM_GETITEMCOUNT), 0);
-    EXPECT_EQ(window_->StatusBar1.SimpleText(), "");
+    EXPECT_EQ(ShownSimpleText(window_->StatusBar1), "");
     Show({kOther});
     EXPECT_EQ(Cell(0, 0), kOther);
     EXPECT_THAT(system_.pump.Failures(), IsEmpty());

@@ -7,6 +7,7 @@
 #include "mainwindow/main_window_fixture.h"
 #include "support/com_testing.h"
 #include "support/fake_drag_data.h"
+#include "support/shown_status.h"
 #include "support/window_testing.h"
 
 namespace tidemark {
@@ -174,7 +175,7 @@ TEST_F(MainWindowList, SortingFromInsideACountKeepsThePollGoing) {
     system_.pump.AtCall(10, [this] { ClickColumn(0); });
     Finish();
     EXPECT_THAT(ContainsTexts(), ElementsAre("1 file; 1 folder", "40 files; 1 folder"));
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
 }
 
 TEST_F(MainWindowList, DeleteRemovesTheSelectedRowsWhenTheListHasTheFocus) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "mainwindow/main_window_fixture.h"
+#include "support/shown_status.h"
 
 namespace tidemark {
 namespace {
@@ -44,7 +45,7 @@ TEST_F(MainWindowLoops, WhilePathsAreAddedTheDisplayIsTrueAndStampIsEnabled) {
     KeepTheListAndSayNothing();
     Main().cmdStamp.Click();
     Finish();
-    ASSERT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    ASSERT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
     Choose("mnuFile", "mnuFileRemoveAll");
     Finish();
     ASSERT_FALSE(Main().cmdStamp.Enabled());
@@ -57,11 +58,11 @@ TEST_F(MainWindowLoops, WhilePathsAreAddedTheDisplayIsTrueAndStampIsEnabled) {
     std::vector<std::string> statuses;
     system_.pump.AtEveryCall([&] {
         if (Main().rows.Count() == kFolders / 2) {
-            while_listing = Main().StatusBar1.SimpleText();
+            while_listing = ShownSimpleText(Main().StatusBar1);
             enabled_while_listing = Main().cmdStamp.Enabled();
         }
         if (Main().Items().BusyCounting()) {
-            while_counting = Main().StatusBar1.SimpleText();
+            while_counting = ShownSimpleText(Main().StatusBar1);
             statuses = Statuses();
         }
     });
@@ -72,7 +73,7 @@ TEST_F(MainWindowLoops, WhilePathsAreAddedTheDisplayIsTrueAndStampIsEnabled) {
     EXPECT_EQ(while_counting, "  Counting");
     EXPECT_EQ(statuses.at(0), "Counting");
     Finish();
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
 }
 
 TEST_F(MainWindowLoops, NoFolderIsWalkedBeforeTheLastPathIsListedAndAskedToCount) {
@@ -104,7 +105,7 @@ TEST_F(MainWindowLoops, NoFolderIsWalkedBeforeTheLastItemIsStarted) {
     EXPECT_EQ(Written("C:\\trees\\t0\\f0"), before);
     Finish();
     EXPECT_NE(Written(Numbered("C:\\trees\\t", kFolders - 1) + "\\f2"), before);
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
 }
 
 TEST_F(MainWindowLoops, WhileItemsStartNothingOfTheStampBeforeIsShown) {
@@ -120,7 +121,7 @@ TEST_F(MainWindowLoops, WhileItemsStartNothingOfTheStampBeforeIsShown) {
     std::vector<std::string> statuses;
     system_.pump.AtCall(1, [&] {
         Main().oTimer_Timer();
-        text = Main().StatusBar1.PanelText(0);
+        text = ShownText(Main().StatusBar1, 0);
         progress = Main().ProgressBar1.Value();
         statuses = Statuses();
     });
@@ -141,7 +142,7 @@ TEST_F(MainWindowLoops, ACancelWhileTheItemsOfASecondStampStartLeavesTheRestRead
     Main().cmdStamp.Click();
     Finish();
     EXPECT_THAT(Statuses(), ElementsAre("Complete", "Complete", "Ready", "Ready", "Ready"));
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
 }
 
 TEST_F(MainWindowLoops, ADateThatCannotBeReadLeavesTheLastStampAsItWas) {
@@ -208,7 +209,7 @@ TEST_F(MainWindowLoops, RemovingAllDuringAStampEndsItAndItsEndIsAnnounced) {
     EXPECT_EQ(Written("C:\\trees\\t\\second\\f0"), before);
     EXPECT_THAT(RowTexts(), IsEmpty());
     EXPECT_THAT(boxes_.shown, ElementsAre(BoxRequest{.text = "Stamp Complete"}));
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
     EXPECT_FALSE(Main().cmdStamp.Enabled());
 }
 

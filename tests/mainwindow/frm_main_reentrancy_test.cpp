@@ -3,6 +3,7 @@
 
 #include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
+#include "support/shown_status.h"
 
 namespace tidemark {
 namespace {
@@ -210,7 +211,7 @@ TEST_F(MainWindowInside, AStampPressedWhilePathsAreAddedStampsEachListedItemWith
         EXPECT_EQ(Main().rows.At(1).sub_items[0], "3 files; 1 folder");
         EXPECT_THAT(boxes_.shown, SizeIs(1)) << "pressed at call " << call;
         EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
-        EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+        EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
         SelectAllRows(Main().rows);
         SelectRow("c:\\data\\file1.txt", false);
         Choose("mnuFile", "mnuFileRemoveSelected");
@@ -247,7 +248,7 @@ TEST_F(MainWindowInside, ASecondPressWhileItemsStartIsACancel) {
     EXPECT_EQ(Written("C:\\data\\file5.txt"), before);
     EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
     EXPECT_THAT(boxes_.shown, IsEmpty());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
 }
 
 TEST_F(MainWindowInside, CancelAndStampAgainWhileItemsStartStampsThemAll) {
@@ -262,7 +263,7 @@ TEST_F(MainWindowInside, CancelAndStampAgainWhileItemsStartStampsThemAll) {
     Finish();
     EXPECT_NE(Written("C:\\data\\file5.txt"), before);
     EXPECT_THAT(boxes_.shown, SizeIs(1)) << "the end was handled once";
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
 }
 
 TEST_F(MainWindowInside, ItemsRemovedWhileItemsStartAreNotStamped) {
@@ -285,7 +286,7 @@ TEST_F(MainWindowInside, ThePollMeanwhileShowsThatStampingIsUnderWay) {
     std::string text;
     system_.pump.AtCall(2, [&] {
         Main().oTimer_Timer();
-        text = Main().StatusBar1.PanelText(0);
+        text = ShownText(Main().StatusBar1, 0);
     });
     Main().cmdStamp.Click();
     EXPECT_EQ(text, "  Stamping (1 items remaining)");
@@ -308,7 +309,7 @@ TEST_F(MainWindowInside, AStampStartedFromInsideThePollIsFollowedToItsEnd) {
         EXPECT_THAT(boxes_.shown, SizeIs(1)) << "call " << call;
         EXPECT_EQ(Main().cmdStamp.Text(), "Stamp");
         EXPECT_EQ(Main().rows.At(0).sub_items[1], "Complete");
-        EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+        EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
     }
 }
 
@@ -338,7 +339,7 @@ TEST_F(MainWindowInside, RowsRemovedFromInsideACountAreGoneAndItEnds) {
     system_.pump.AtCall(10, [this] { Choose("mnuFile", "mnuFileRemoveAll"); });
     Finish();
     EXPECT_THAT(RowTexts(), IsEmpty());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
 }
 
 TEST_F(MainWindowInside, ADateThatTheLocaleCannotReadStampsNothingAndUnlocksTheControls) {

@@ -3,6 +3,7 @@
 
 #include "engine/engine_fixture.h"
 #include "mainwindow/main_window_fixture.h"
+#include "support/shown_status.h"
 
 namespace tidemark {
 namespace {
@@ -35,7 +36,7 @@ TEST_F(MainWindowWork, AnEmptyListShowsTheDropLabelAndStampIsDisabled) {
     EXPECT_FALSE(Item("mnuFileStamp").Enabled());
     EXPECT_TRUE(Main().OLEDropper1.Visible());
     EXPECT_FALSE(Main().lvwItems.Visible());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
     EXPECT_TRUE(Main().StatusBar1.Simple());
     EXPECT_FALSE(Main().ProgressBar1.Visible());
     Main().cmdStamp_Click();
@@ -82,10 +83,10 @@ TEST_F(MainWindowWork, CountingShowsInTheStatusBarAndTheCells) {
     AddTree("t", 3);
     Main().AddItems({"C:\\trees\\t"});
     Main().oTimer_Timer();
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Counting");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Counting");
     EXPECT_EQ(Main().rows.At(0).sub_items[1], "Counting");
     Finish();
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
     EXPECT_EQ(Main().rows.At(0).sub_items[0], "3 files; 1 folder");
     EXPECT_EQ(Main().rows.At(0).sub_items[1], "Ready");
 }
@@ -160,7 +161,7 @@ TEST_F(MainWindowWork, ProgressShowsItemsRemainingInThePanels) {
     StartSlowStamp();
     Main().oTimer_Timer();
     EXPECT_FALSE(Main().StatusBar1.Simple());
-    EXPECT_EQ(Main().StatusBar1.PanelText(0), "  Stamping (21 items remaining)");
+    EXPECT_EQ(ShownText(Main().StatusBar1, 0), "  Stamping (21 items remaining)");
     EXPECT_TRUE(Main().ProgressBar1.Visible());
     EXPECT_EQ(Main().ProgressBar1.Maximum(), 21);
     EXPECT_EQ(Main().ProgressBar1.Value(), 0);
@@ -172,7 +173,7 @@ TEST_F(MainWindowWork, ProgressShowsItemsRemainingInThePanels) {
     Finish();
     EXPECT_TRUE(Main().StatusBar1.Simple());
     EXPECT_FALSE(Main().ProgressBar1.Visible());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
 }
 
 TEST_F(MainWindowWork, TheTaskbarButtonShowsTheProgressAndNothingAfterwards) {
@@ -211,7 +212,7 @@ TEST_F(MainWindowWork, WhileTheEndIsAnnouncedTheWindowShowsItAndThePollGoesOn) {
     std::string cell;
     std::string polled_cell;
     boxes_.on_show = [&] {
-        bar = Main().StatusBar1.SimpleText();
+        bar = ShownSimpleText(Main().StatusBar1);
         progress = Main().ProgressBar1.Visible() || !Main().StatusBar1.Simple();
         cell = Main().rows.At(0).sub_items[1];
         Main().rows.SetSubItem(Main().rows.At(0), 1, "out of date");
@@ -239,7 +240,7 @@ TEST_F(MainWindowWork, MoreStampedThanCountedSwitchesTheTextAndRaisesTheMaximum)
         if (Main().Items().StampedItems() > 5 && Main().Items().BusyStamping() && texts.empty()) {
             texts.emplace_back();
             Main().oTimer_Timer();
-            texts.back() = Main().StatusBar1.PanelText(0);
+            texts.back() = ShownText(Main().StatusBar1, 0);
             maximum = Main().ProgressBar1.Maximum();
             value = Main().ProgressBar1.Value();
         }
@@ -249,7 +250,7 @@ TEST_F(MainWindowWork, MoreStampedThanCountedSwitchesTheTextAndRaisesTheMaximum)
     EXPECT_EQ(texts[0], Numbered("  Stamping (", value) + " items stamped)");
     EXPECT_GT(value, 5);
     EXPECT_EQ(maximum, value);
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
 }
 
 TEST_F(MainWindowWork, CancelStopsTheStampWithoutAPromptAndTheStatusIsReady) {
@@ -260,7 +261,7 @@ TEST_F(MainWindowWork, CancelStopsTheStampWithoutAPromptAndTheStatusIsReady) {
     Finish();
     EXPECT_THAT(boxes_.shown, IsEmpty());
     EXPECT_THAT(errors_shown_, IsEmpty());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Ready");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
     EXPECT_NE(Written("C:\\trees\\slow\\f0"), Written("C:\\trees\\slow"));
 }
 
@@ -281,7 +282,7 @@ TEST_F(MainWindowWork, ACancelAfterEveryItemCompletedLeavesStampComplete) {
     system_.pump.AtCall(2, [this] { Main().cmdStamp_Click(); });
     StampToTheEnd();
     EXPECT_THAT(boxes_.shown, IsEmpty());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
 }
 
 TEST_F(MainWindowWork, WithPromptAndClearTheUserIsAskedAndYesRemovesTheCompleted) {
@@ -360,7 +361,7 @@ TEST_F(MainWindowWork, WithShowErrorsAutomaticallyAndNoErrorsNothingOpens) {
     Options(false, false, true);
     StampToTheEnd();
     EXPECT_THAT(errors_shown_, IsEmpty());
-    EXPECT_EQ(Main().StatusBar1.SimpleText(), "  Stamp Complete");
+    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
 }
 
 TEST_F(MainWindowWork, TheEndOfAStampIsHandledOnce) {
@@ -395,7 +396,7 @@ TEST_F(MainWindowWork, ThePollStopsWhenNothingIsBusy) {
 
 TEST_F(MainWindowWork, TheFirstStatusPanelShowsItsWidestTextWhole) {
     Load();
-    EXPECT_GE(Main().StatusBar1.FirstPanelWidth(),
+    EXPECT_GE(FirstPanelWidth(Main().StatusBar1),
               Main().StatusBar1.TextSize("  Stamping (888,888,888 items remaining)").width);
     EXPECT_EQ(Main().ProgressBar1.ExtendedStyle() & (WS_EX_STATICEDGE | WS_EX_CLIENTEDGE), 0U);
 }
