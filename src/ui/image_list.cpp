@@ -41,7 +41,7 @@ ImageList::ImageList(IconSource source)
       images_(::ImageList_Create(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON),
                                  ILC_COLOR32 | ILC_MASK, /*cInitial=*/0, /*cGrow=*/16)) {
     if (!images_) {
-        ThrowSystemError(::GetLastError(), "Create image list");
+        ThrowSystemError(::GetLastError(), "Creating an image list");
     }
 }
 
