@@ -9,6 +9,7 @@
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/test_form.h"
+#include "ui/button.h"
 
 namespace tidemark {
 namespace {
@@ -178,6 +179,48 @@ TEST_F(SubclasserTest, AllCanBeStoppedAndBeginAnewWhileAMessageIsOnItsWay) {
     EXPECT_EQ(calls, 0) << "it came after the message";
     EXPECT_EQ(form_.Send(kWatched), 100);
     EXPECT_EQ(calls, 1);
+}
+
+// The form's procedure is the program's; a button's is the system's.
+TEST_F(SubclasserTest, WindowsOfTheSystemsClassesAreWatchedAlike) {
+    Button button;
+    button.Create(form_, {.text = "b"});
+    const HWND window = button.Handle();
+    std::string order;
+    Subclasser first;
+    auto second = std::make_unique<Subclasser>();
+    Subclasser third;
+    first.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "first ";
+        first.StopSubclassing();
+        return 5;
+    };
+    second->WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "second ";
+        return std::nullopt;
+    };
+    third.WndProc = [&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        order += "third ";
+        if (message == kOther) {
+            button.Destroy();
+        } else {
+            second.reset();
+            third.StopSubclassing();
+            third.RegisterMessages(window, {kOther});
+        }
+        return std::nullopt;
+    };
+    first.RegisterMessages(window, {kWatched});
+    second->RegisterMessages(window, {kWatched});
+    third.RegisterMessages(window, {kWatched});
+    EXPECT_EQ(button.Send(kWatched), 5);
+    EXPECT_EQ(order, "third first ");
+    EXPECT_EQ(button.Send(kWatched), 0);
+    EXPECT_EQ(button.Text(), "b");
+    EXPECT_EQ(button.Send(kOther), 0);
+    EXPECT_EQ(order, "third first third ");
+    EXPECT_FALSE(::IsWindow(window));
+    EXPECT_EQ(third.SubclassedWindow(), nullptr);
 }
 
 TEST_F(SubclasserTest, CanBeStoppedFromInsideItsOwnCallback) {
