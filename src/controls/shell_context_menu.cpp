@@ -210,7 +210,8 @@ UINT ShellContextMenu::Show(HWND hwnd, UINT flags, POINT point, IShellFolder& fo
     std::vector<PCUITEMID_CHILD> items = children.Children();
     ComPtr<IContextMenu> shell_menu;
     if (FAILED(folder.GetUIObjectOf(hwnd, static_cast<UINT>(items.size()), items.data(),
-                                    IID_IContextMenu, nullptr, shell_menu.PutVoid()))) {
+                                    IID_IContextMenu, nullptr, shell_menu.PutVoid())) ||
+        !shell_menu) {
         return 0;
     }
     shell_menu_ = shell_menu.As<IContextMenu2>();

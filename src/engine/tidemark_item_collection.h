@@ -137,10 +137,10 @@ class TidemarkItemCollection {
 
     // Enumeration in the order of adding.
     [[nodiscard]] Range NewEnum() const { return {begin()}; }
-    [[nodiscard]] Iterator begin() const { return Iterator(slots_, kNoEnd); }
+    [[nodiscard]] Iterator begin() const { return {slots_, kNoEnd}; }
     [[nodiscard]] std::default_sentinel_t end() const { return {}; }
     // The same for the items that are there now: those added later are not met.
-    [[nodiscard]] Range ItemsNow() const { return {Iterator(slots_, next_number_)}; }
+    [[nodiscard]] Range ItemsNow() const { return {{slots_, next_number_}}; }
 
     // The interface's events. No operation raises any of them: observers poll.
     struct {

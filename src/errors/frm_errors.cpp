@@ -28,7 +28,7 @@ class WidthsBeforeTheEnd final : public ListColumns {
             widths_[static_cast<std::size_t>(i)] = list.ColumnWidth(i);
         }
     }
-    std::int32_t ColumnWidth(int column) const override {
+    [[nodiscard]] std::int32_t ColumnWidth(int column) const override {
         return widths_.at(static_cast<std::size_t>(column));
     }
     void SetColumnWidth(int column, std::int32_t width) override {
