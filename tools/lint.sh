@@ -225,10 +225,10 @@ check_clang_tidy_of_all() { tidy < <(sources_of windows); }
 # tidy: looks at the native sources and at those for Windows that standard input lists. What was found
 # clean is not looked at again until it, a header or the list of checks changes.
 tidy() {
-    local preset source stamp listed native on_windows pending=()
-    mapfile -t listed
+    local preset source stamp candidates native on_windows pending=()
+    mapfile -t candidates
     mapfile -t native < <(sources_of host)
-    mapfile -t on_windows < <(sources_of windows | grep -xF -f <(printf '%s\n' "${listed[@]}") |
+    mapfile -t on_windows < <(sources_of windows | grep -xF -f <(printf '%s\n' "${candidates[@]}") |
         grep -vxF -f <(printf '%s\n' "${native[@]}"))
     ((${#native[@]})) || echo "preset host compiles no sources of src"
     [ -n "$(sources_of windows)" ] || echo "preset windows compiles no sources of src"
