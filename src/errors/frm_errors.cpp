@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "controls/list_popup.h"
 #include "errors/errors_layout.h"
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
@@ -11,11 +12,6 @@
 namespace tidemark {
 
 namespace {
-
-// A popup at these coordinates opens at the pointer.
-constexpr Point kAtPointer{-1, -1};
-
-constexpr int kOpenContainingFolder = 1;  // item data of the popup's own entry
 
 constexpr Size kWindowSize{640, 480};
 constexpr Bounds kLabelBounds{8, 8, 600, 16};
@@ -166,33 +162,19 @@ void frmErrors::ShowPopup(Point at) {
         lvwErrors.Focus();
     }
     if (SelectedRowCount(rows->List()) == 0) {
-        POINT pointer{at.x, at.y};
-        if (at == kAtPointer) {
-            ::GetCursorPos(&pointer);
-        }
-        menu.PopUp(menu["mnuBadItemPopup"], *this, {pointer.x, pointer.y});
+        menu.PopUp(menu["mnuBadItemPopup"], *this, at);
         return;
     }
     // A second popup may take the member's place while this one is open.
     const auto popup = std::make_shared<ShellContextMenu>(services_.popup_menus);
     oContextMenu = popup;
-    popup->AddMenuItem("Open Containing Folder", MFT_STRING, MFS_ENABLED, kOpenContainingFolder);
-    popup->AddMenuItem("", MFT_SEPARATOR, MFS_ENABLED, /*ItemData=*/0);
-    for (const std::string& path :
-         ExistingSelectedPaths(rows->List(), services_.platform.file_system)) {
-        popup->AddFile(path);
-    }
+    FillListPopup(*popup, rows->List(), services_.platform.file_system,
+                  [this] { oContextMenu_MenuItemInvoked(); });
     popup->UseShellDefault = true;
-    popup->MenuItemInvoked = [this](const std::string& /*caption*/, std::int32_t item_data) {
-        oContextMenu_MenuItemInvoked(item_data);
-    };
     popup->PopupMenu(lvwErrors.Handle(), /*Flags=*/0, at.x, at.y);
 }
 
-void frmErrors::oContextMenu_MenuItemInvoked(std::int32_t item_data) {
-    if (item_data != kOpenContainingFolder) {
-        return;
-    }
+void frmErrors::oContextMenu_MenuItemInvoked() {
     const std::string command =
         ContainingFolderCommand(&rows->List(), services_.platform.file_system);
     if (!command.empty()) {

@@ -92,8 +92,8 @@ class frmErrors final : public Form,
     void lvwErrors_KeyDown(UINT key, int shift);
     void lvwErrors_MouseMove(const MouseEvent& event);
     void lvwErrors_MouseUp(const MouseEvent& event);
-    void ShowPopup(Point at);
-    void oContextMenu_MenuItemInvoked(std::int32_t item_data);
+    void ShowPopup(Point at);  // on the screen, or kAtPointer
+    void oContextMenu_MenuItemInvoked();
 
     ErrorsWindowServices services_;
     UniqueFont font_;

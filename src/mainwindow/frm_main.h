@@ -155,9 +155,8 @@ class frmMain final : public Form,
     // frm_main_list.cpp
     void WireList();
     void lvwItems_ColumnClick(std::size_t column);
-    void PopUpForSelection(Point at);  // on the screen; (-1, -1) is the pointer
-    void PopUp(const char* name, Point at);
-    void oContextMenu_MenuItemInvoked(std::int32_t item_data);
+    void PopUpForSelection(Point at);  // on the screen, or kAtPointer
+    void oContextMenu_MenuItemInvoked();
 
     // frm_main_dialogs.cpp
     void WireDialogs();

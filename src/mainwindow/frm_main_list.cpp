@@ -1,6 +1,7 @@
 // The item list: sorting, keys, the right-click popup, and files dragged in and out.
 
 #include "controls/file_drag_source.h"
+#include "controls/list_popup.h"
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
 #include "mainwindow/frm_main.h"
@@ -9,8 +10,6 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t kContainsColumn = 1;
-constexpr std::int32_t kOpenContainingFolderData = 1;
-constexpr std::uint32_t kSeparatorType = 0x800;
 
 }  // namespace
 
@@ -37,7 +36,7 @@ void frmMain::WireList() {
     };
     lvwItems.on_mouse_up = [this](const MouseEvent& event) {
         if (event.button == kRightButton && bRightButtonDown) {
-            PopUpForSelection({-1, -1});
+            PopUpForSelection(kAtPointer);
             bRightButtonDown = false;
         }
     };
@@ -99,47 +98,31 @@ void frmMain::PopUpForSelection(Point at) {
     }
     FileSystemObject& file_system = services_.platform.file_system;
     if (SelectedRowCount(rows) == 0) {
-        PopUp("mnuBadItemPopup", at);
+        menu.PopUp(menu["mnuBadItemPopup"], *this, at);
         return;
     }
     if (!SelectionLiesInOneFolder(rows, file_system, services_.platform.locale)) {
         MenuItem& open = menu["mnuItemPopupOpenContainingFolder"];
         open.tag = ContainingFolderCommand(&rows, file_system);
         open.SetEnabled(!open.tag.empty());
-        PopUp("mnuItemPopup", at);
+        menu.PopUp(menu["mnuItemPopup"], *this, at);
         return;
     }
     // The popup runs messages while it is up, in which the window may go.
-    const auto shell_menu = std::make_shared<ShellContextMenu>();
-    oContextMenu = shell_menu;
-    oContextMenu->MenuItemInvoked = [this](const std::string& /*caption*/, std::int32_t data) {
-        oContextMenu_MenuItemInvoked(data);
-    };
-    oContextMenu->AddMenuItem("Open Containing Folder", 0, 0, kOpenContainingFolderData);
-    oContextMenu->AddMenuItem("", kSeparatorType, 0, 0);
-    for (const std::string& path : ExistingSelectedPaths(rows, file_system)) {
-        oContextMenu->AddFile(path);
-    }
-    shell_menu->PopupMenu(lvwItems.Handle(), 0, at.x, at.y);
+    const auto popup = std::make_shared<ShellContextMenu>();
+    oContextMenu = popup;
+    FillListPopup(*popup, rows, file_system, [this] { oContextMenu_MenuItemInvoked(); });
+    popup->PopupMenu(lvwItems.Handle(), /*Flags=*/0, at.x, at.y);
 }
 
-void frmMain::oContextMenu_MenuItemInvoked(std::int32_t item_data) {
-    if (item_data != kOpenContainingFolderData || !oTimer) {
+void frmMain::oContextMenu_MenuItemInvoked() {
+    if (!oTimer) {
         return;
     }
     mnuFile_Click();
     if (menu["mnuFileOpenContainingFolder"].Enabled()) {
         OpenContainingFolder(menu["mnuFileOpenContainingFolder"]);
     }
-}
-
-void frmMain::PopUp(const char* name, Point at) {
-    if (at == Point{-1, -1}) {
-        POINT cursor{};
-        ::GetCursorPos(&cursor);
-        at = {static_cast<int>(cursor.x), static_cast<int>(cursor.y)};
-    }
-    menu.PopUp(menu[name], *this, at);
 }
 
 }  // namespace tidemark

@@ -178,8 +178,12 @@ MenuItem& Menu::operator[](std::string_view name) const {
 
 // NOLINTNEXTLINE(readability-make-member-function-const): a chosen item's handler changes it.
 void Menu::PopUp(MenuItem& top, const Window& owner, Point at) {
-    const UINT chosen = static_cast<UINT>(
-        ::TrackPopupMenu(top.popup_.Get(), TPM_RETURNCMD, at.x, at.y, 0, owner.Handle(), nullptr));
+    POINT point{at.x, at.y};
+    if (at == kAtPointer) {
+        ::GetCursorPos(&point);
+    }
+    const UINT chosen = static_cast<UINT>(::TrackPopupMenu(top.popup_.Get(), TPM_RETURNCMD, point.x,
+                                                           point.y, 0, owner.Handle(), nullptr));
     if (chosen != 0) {
         Click(chosen);
     }

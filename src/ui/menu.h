@@ -14,6 +14,9 @@ namespace tidemark {
 class Menu;
 class Window;
 
+// In place of a point of the screen: where the pointer is when the popup opens.
+inline constexpr Point kAtPointer{-1, -1};
+
 // One line of a menu table. A row of level 0 is a top-level menu; rows of level 1 below it are its
 // items. The caption "-" makes a separator, a tab in a caption puts what follows to the right, and
 // "&" marks the mnemonic.
@@ -78,8 +81,8 @@ class Menu {
     // Items stay where they are in memory.
     [[nodiscard]] MenuItem& operator[](std::string_view name) const;
 
-    // Pops a top-level menu up at a screen point over `owner` and, once it has closed, runs the
-    // chosen item's handler.
+    // Pops a top-level menu up over `owner`, at a screen point or kAtPointer, and, once it has
+    // closed, runs the chosen item's handler.
     void PopUp(MenuItem& top, const Window& owner, Point at);
 
     // The bar, and what the window that shows it hands on.

@@ -194,6 +194,24 @@ TEST_F(MenuTest, ADismissedPopupRunsNothing) {
     EXPECT_EQ(clicks, 0);
 }
 
+TEST_F(MenuTest, APopupOpensAtThePointerWhenAskedTo) {
+    form_.SetVisible(true);
+    ::SetCursorPos(321, 234);
+    POINT pointer{};
+    ::GetCursorPos(&pointer);
+    RECT shown_at{};
+    form_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_ENTERIDLE) {
+            ::GetWindowRect(::FindWindowW(L"#32768", nullptr), &shown_at);
+            ::EndMenu();
+        }
+        return std::nullopt;
+    };
+    menu_.PopUp(menu_["mnuListPopup"], form_, kAtPointer);
+    EXPECT_EQ(shown_at.left, pointer.x);
+    EXPECT_EQ(shown_at.top, pointer.y);
+}
+
 TEST_F(MenuTest, TheMenuOutlivesTheFormThatShowedIt) {
     form_.Destroy();
     EXPECT_EQ(::GetMenuItemCount(menu_.Bar()), 3);

@@ -1,0 +1,69 @@
+#include "controls/list_popup.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "controls/fake_shell.h"
+#include "platform/memory/memory_system.h"
+#include "support/test_form.h"
+
+namespace tidemark {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// Three files in a list, of which the first and the last are selected.
+class ListPopupTest : public ::testing::Test {
+  protected:
+    ListPopupTest() {
+        for (const char* path : {"C:\\a.txt", "C:\\b.txt", "C:\\c.txt"}) {
+            files_.volume.AddFile(path);
+            rows_.Add(path, path);
+        }
+        rows_.NoteSelected(0, 0, true);
+        rows_.NoteSelected(2, 2, true);
+    }
+    void Show(UINT choice = 0) {
+        ShellContextMenu popup(system_);
+        FillListPopup(popup, rows_, files_.file_system, [this] { ++opened_; });
+        system_.shell.choice = choice;
+        popup.PopupMenu(form_.Handle(), 0, 5, 6);
+    }
+
+    MemorySystem files_;
+    ListModel rows_{files_.locale};
+    FakePopupMenuSystem system_;
+    TestForm form_;
+    int opened_ = 0;
+};
+
+TEST_F(ListPopupTest, ItHasTheContainingFolderAboveTheShellsEntriesForTheSelection) {
+    Show();
+    ASSERT_EQ(system_.shell.trackings.size(), 1U);
+    EXPECT_THAT(system_.shell.trackings[0].texts,
+                ElementsAre(L"Open Containing Folder", L"", L"Open", L"Properties"));
+    EXPECT_THAT(system_.shell.children, ElementsAre(L"a.txt", L"c.txt"));
+    EXPECT_EQ(opened_, 0);
+}
+
+TEST_F(ListPopupTest, PathsThatAreGoneAreLeftOut) {
+    files_.volume.Remove("C:\\a.txt");
+    Show();
+    EXPECT_THAT(system_.shell.children, ElementsAre(L"c.txt"));
+}
+
+TEST_F(ListPopupTest, ItsOwnEntryRunsWhatItWasGiven) {
+    Show(/*choice=*/1);
+    EXPECT_EQ(opened_, 1);
+    EXPECT_THAT(system_.shell.invocations, IsEmpty());
+}
+
+TEST_F(ListPopupTest, AnEntryOfTheShellsIsLeftToTheShell) {
+    Show(/*choice=*/3);
+    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(system_.shell.invocations.size(), 1U);
+}
+
+}  // namespace
+}  // namespace tidemark
