@@ -3,7 +3,6 @@
 #include "benchmarks/message_probe.h"
 #include "benchmarks/real_window.h"
 #include "benchmarks/tree_files.h"
-#include "controls/popup_menu_system.h"
 #include "errors/frm_errors.h"
 
 namespace tidemark {
@@ -32,14 +31,8 @@ double BytesOfTexts(const StampErrorList& records) {
 void ErrorsBench(const BenchArguments& arguments) {
     RealSystem system;
     const Platform platform = system.Watched();
-    MemorySettingsStore settings;
-    Win32CommandRunner commands;
-    PopupMenuSystem popup_menus;
-    frmErrors window({.platform = platform,
-                      .settings = settings,
-                      .commands = commands,
-                      .popup_menus = popup_menus,
-                      .drag_files = [](OleDragDropSink& /*source*/, std::int16_t /*button*/) {}});
+    RealServices services;
+    frmErrors window(services.On(platform));
     window.Form_Load();
     window.SetVisible(true);
     RunPendingMessages();

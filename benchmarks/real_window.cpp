@@ -88,12 +88,10 @@ BoxAnswer NoBoxes::Show(const Window* /*owner*/, const BoxRequest& request) {
 
 RealWindow::RealWindow(const Platform& platform) : platform_(platform) {
     main_ = std::make_unique<frmMain>(MainWindowServices{
-        .platform = platform_,
+        .common = services_.On(platform_),
         .boxes = boxes_,
-        .settings = settings_,
         .screen = screen_,
         .process = process_,
-        .command_runner = commands_,
         .taskbar = SystemTaskbar,
         .errors_list_columns = [this]() -> ListColumns& { return errors_columns_; },
         .show_errors = [](const StampErrorList& /*errors*/, bool /*topmost*/) {},

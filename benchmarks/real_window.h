@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/list_window_services.h"
 #include "controls/ole_session.h"
 #include "mainwindow/frm_main.h"
 #include "platform/memory/memory_settings_store.h"
@@ -82,8 +83,24 @@ class NoColumns final : public ListColumns {
     void SetColumnWidth(int /*column*/, std::int32_t /*width*/) override {}
 };
 
-// The program's own main window, shown, on the real system. Settings are kept in memory; message
-// boxes are answered at once.
+// What the windows with lists ask of the rest of the program. Settings are kept in memory.
+class RealServices {
+  public:
+    // `platform` outlives what is made of the services, as these do.
+    [[nodiscard]] ListWindowServices On(const Platform& platform) {
+        return {.platform = platform,
+                .settings = settings_,
+                .command_runner = command_runner_,
+                .popup_menus = popup_menus_};
+    }
+
+  private:
+    MemorySettingsStore settings_;
+    Win32CommandRunner command_runner_;
+    PopupMenuSystem popup_menus_;
+};
+
+// The program's own main window, shown, on the real system. Message boxes are answered at once.
 class RealWindow {
   public:
     // The parts outlive the window.
@@ -102,11 +119,10 @@ class RealWindow {
 
   private:
     Platform platform_;
+    RealServices services_;
     NoBoxes boxes_;
-    MemorySettingsStore settings_;
     Win32Screen screen_;
     Win32Process process_;
-    Win32CommandRunner commands_;
     NoColumns errors_columns_;
     std::unique_ptr<frmMain> main_;
 };

@@ -6,7 +6,6 @@
 #include "app/startup.h"
 #include "app/version.h"
 #include "app/version_text.h"
-#include "controls/file_drag_source.h"
 #include "ui/last_resort.h"
 #include "ui/message_loop.h"
 #include "ui/topmost.h"
@@ -33,8 +32,8 @@ Application::Application(Process& process)
       process_(process),
       shut_down_(windows_, platform_.pump, process_),
       splash_(platform_.timers, Version()),
-      main_window_(Services()),
-      errors_window_(ErrorsServices()),
+      main_window_(MainServices()),
+      errors_window_(CommonServices()),
       about_(Version()),
       startup_splash_(splash_, main_window_),
       startup_main_window_(main_window_),
@@ -63,14 +62,19 @@ Win32PlatformHooks Application::Hooks() {
             .report_exception = [this] { ReportToLastResort(main_window_.Handle()); }};
 }
 
-MainWindowServices Application::Services() {
+ListWindowServices Application::CommonServices() {
+    return {.platform = platform_,
+            .settings = settings_,
+            .command_runner = command_runner_,
+            .popup_menus = popup_menus_};
+}
+
+MainWindowServices Application::MainServices() {
     return {
-        .platform = platform_,
+        .common = CommonServices(),
         .boxes = boxes_,
-        .settings = settings_,
         .screen = screen_,
         .process = process_,
-        .command_runner = command_runner_,
         .taskbar = SystemTaskbar,
         .errors_list_columns = [this]() -> ListColumns& { return LoadedErrorsWindow().Columns(); },
         .show_errors = [this](const StampErrorList& errors,
@@ -82,16 +86,6 @@ MainWindowServices Application::Services() {
                 if (startup_main_window_.Loaded()) {
                     ::PostQuitMessage(0);
                 }
-            }};
-}
-
-ErrorsWindowServices Application::ErrorsServices() {
-    return {.platform = platform_,
-            .settings = settings_,
-            .commands = command_runner_,
-            .popup_menus = popup_menus_,
-            .drag_files = [](OleDragDropSink& source, std::int16_t button) {
-                DragFiles(source, button);
             }};
 }
 

@@ -33,8 +33,8 @@ class Application {
 
   private:
     [[nodiscard]] Win32PlatformHooks Hooks();
-    [[nodiscard]] MainWindowServices Services();
-    [[nodiscard]] ErrorsWindowServices ErrorsServices();
+    [[nodiscard]] ListWindowServices CommonServices();
+    [[nodiscard]] MainWindowServices MainServices();
     [[nodiscard]] StartupParts PartsOfStartup();
     // The errors window, loaded (not shown) if it is not yet.
     frmErrors& LoadedErrorsWindow();
@@ -50,11 +50,11 @@ class Application {
     Win32MachineRegistry machine_registry_;
     RegistrySettingsStore settings_;
     SystemMessageBoxes boxes_;
+    PopupMenuSystem popup_menus_;
     LoadedForms windows_;
     ShutDownSequence shut_down_;
     frmSplash splash_;
     frmMain main_window_;
-    PopupMenuSystem popup_menus_;
     frmErrors errors_window_;
     frmAbout about_;
     SplashAtStartup startup_splash_;

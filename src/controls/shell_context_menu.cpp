@@ -89,9 +89,6 @@ class ShellContextMenu::ItemIds {
     std::vector<ITEMIDLIST*> lists_;
 };
 
-ShellContextMenu::ShellContextMenu()
-    : own_system_(std::make_unique<PopupMenuSystem>()), system_(*own_system_) {}
-
 ShellContextMenu::ShellContextMenu(PopupMenuSystem& system) : system_(system) {}
 
 void ShellContextMenu::AddFile(std::string_view FileOrFolder) {

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -28,7 +27,6 @@ class ShellContextMenu {
     // The system's first version of the menu-item record, before it got a bitmap at its end.
     static constexpr UINT kMenuItemRecordSize = offsetof(MENUITEMINFOW, hbmpItem);
 
-    ShellContextMenu();
     // `system` is not owned and outlives the object.
     explicit ShellContextMenu(PopupMenuSystem& system);
     ShellContextMenu(const ShellContextMenu&) = delete;
@@ -72,7 +70,6 @@ class ShellContextMenu {
     ComPtr<IShellFolder> BindFolder(ComPtr<IShellFolder> folder,
                                     std::span<const ShellItemId> levels) const;
 
-    std::unique_ptr<PopupMenuSystem> own_system_;
     PopupMenuSystem& system_;
     Subclasser subclasser_;
     std::vector<std::string> files_;

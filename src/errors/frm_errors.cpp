@@ -37,7 +37,7 @@ class WidthsBeforeTheEnd final : public ListColumns {
 
 }  // namespace
 
-frmErrors::frmErrors(const ErrorsWindowServices& services)
+frmErrors::frmErrors(const ListWindowServices& services)
     : menu({{0, "mnuBadItemPopup", "BadItemPopup"},
             {1, "mnuBadItemPopup1", "No valid items selected"}}),
       rows(ErrorRows::Create(services.platform, ImageList1.Keyed(), *this)),
@@ -178,7 +178,7 @@ void frmErrors::oContextMenu_MenuItemInvoked() {
     const std::string command =
         ContainingFolderCommand(&rows->List(), services_.platform.file_system);
     if (!command.empty()) {
-        services_.commands.Run(command);
+        services_.command_runner.Run(command);
     }
 }
 

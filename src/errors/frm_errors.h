@@ -1,18 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 
+#include "controls/list_window_services.h"
 #include "controls/ole_drag_drop.h"
-#include "controls/popup_menu_system.h"
 #include "controls/shell_context_menu.h"
 #include "engine/stamp_error.h"
 #include "errors/error_rows.h"
-#include "platform/command_runner.h"
-#include "platform/platform.h"
-#include "platform/settings_store.h"
 #include "settings/options_host.h"
 #include "ui/form.h"
 #include "ui/image_list.h"
@@ -25,16 +21,6 @@
 
 namespace tidemark {
 
-// What the errors window asks of the rest of the program. Everything outlives the window.
-struct ErrorsWindowServices {
-    const Platform& platform;
-    SettingsStore& settings;
-    CommandRunner& commands;
-    PopupMenuSystem& popup_menus;
-    // Runs a drag that starts at the source with these mouse buttons held (see DragFiles).
-    std::function<void(OleDragDropSink& source, std::int16_t button)> drag_files;
-};
-
 // The window that lists the errors of the last stamp: what failed, the system's code and its text.
 // The user closing it only hides it, and the next collection is shown in the same window.
 //
@@ -44,7 +30,7 @@ class frmErrors final : public Form,
                         private ListColumns,
                         private OleDragDropSink {
   public:
-    explicit frmErrors(const ErrorsWindowServices& services);
+    explicit frmErrors(const ListWindowServices& services);
     ~frmErrors() override;
 
     // Creates the window and its controls, invisible. Throws ProgramError when it cannot.
@@ -95,7 +81,7 @@ class frmErrors final : public Form,
     void ShowPopup(Point at);  // on the screen, or kAtPointer
     void oContextMenu_MenuItemInvoked();
 
-    ErrorsWindowServices services_;
+    ListWindowServices services_;
     UniqueFont font_;
     MessageFont message_font_;
     std::shared_ptr<ShellContextMenu> oContextMenu;

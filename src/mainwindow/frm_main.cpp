@@ -31,10 +31,10 @@ constexpr int kCheckBoxGap = 4;     // between the box and its text
 
 frmMain::frmMain(const MainWindowServices& services)
     : menu(MainMenuTable()),
-      rows(services.platform.locale),
+      rows(services.common.platform.locale),
       lvwItems(rows, ImageList1),
       services_(services),
-      oItems(services.platform) {}
+      oItems(services.common.platform) {}
 
 frmMain::~frmMain() {
     Destroy();
@@ -56,7 +56,7 @@ void frmMain::Form_Load() {
     MinMax1.minimum = SmallestSize();
     MinMax1.AttachTo(Handle());
     taskbar_button_.AttachTo(Handle(), services_.taskbar);
-    oTimer = services_.platform.timers.NewTimer(TickKind::kBrief);
+    oTimer = services_.common.platform.timers.NewTimer(TickKind::kBrief);
     oTimer->SetSink(this);
     oTimer->SetInterval(kPollInterval);
 }
@@ -116,7 +116,7 @@ void frmMain::CreateControls() {
 
 void frmMain::InitializeDisplay() {
     ShowListOrLabel(/*list=*/false);
-    LoadOptions(services_.settings, *this);
+    LoadOptions(services_.common.settings, *this);
     const PickedDateTime now = LocalNow();
     const PickedDateTime one_o_clock = {
         .year = now.year, .month = now.month, .day = now.day, .hour = 1};
@@ -142,12 +142,13 @@ void frmMain::LoadPosition(bool reset) {
     bRestoringPlacement = true;
     const Restoring restoring{bRestoringPlacement};
     Win32PlacedWindow window(Handle(), services_.screen);
-    LoadWindowPlacement(services_.settings, services_.screen, window, reset);
+    LoadWindowPlacement(services_.common.settings, services_.screen, window, reset);
 }
 
 void frmMain::OnExitSizeMove() {
     if (!bRestoringPlacement) {
-        SaveWindowPlacement(services_.settings, Win32PlacedWindow(Handle(), services_.screen));
+        SaveWindowPlacement(services_.common.settings,
+                            Win32PlacedWindow(Handle(), services_.screen));
     }
 }
 
@@ -184,7 +185,7 @@ void frmMain::Form_QueryUnload() {
     oTimer.reset();
     stamp_starting_ = false;
     Attempt([this] { oItems.Clear(nullptr); });
-    Attempt([this] { SaveColumnWidths(services_.settings, *this, ColumnSet::kItemList); });
+    Attempt([this] { SaveColumnWidths(services_.common.settings, *this, ColumnSet::kItemList); });
     Attempt([this] { services_.shut_down(/*unload_main=*/false); });
 }
 

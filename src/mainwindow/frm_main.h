@@ -7,17 +7,15 @@
 #include <vector>
 
 #include "controls/drop_target.h"
+#include "controls/list_window_services.h"
 #include "controls/ole_dropper.h"
 #include "controls/shell_context_menu.h"
 #include "engine/tidemark_item_collection.h"
 #include "lists/column_sort.h"
 #include "lists/list_model.h"
 #include "mainwindow/control_states.h"
-#include "platform/command_runner.h"
-#include "platform/platform.h"
 #include "platform/process.h"
 #include "platform/screen.h"
-#include "platform/settings_store.h"
 #include "settings/options_host.h"
 #include "ui/button.h"
 #include "ui/date_time_picker.h"
@@ -39,12 +37,10 @@ namespace tidemark {
 
 // What the main window asks of the rest of the program. Everything outlives the window.
 struct MainWindowServices {
-    const Platform& platform;
+    ListWindowServices common;
     MessageBoxes& boxes;
-    SettingsStore& settings;
     const Screen& screen;
     Process& process;
-    CommandRunner& command_runner;
     TaskbarButton::TaskbarSource taskbar;
     std::function<ListColumns&()> errors_list_columns;  // of the errors window, loaded if need be
     std::function<void(const StampErrorList& errors, bool topmost)> show_errors;
@@ -116,8 +112,6 @@ class frmMain final : public Form,
     StatusBar StatusBar1;
 
     [[nodiscard]] TidemarkItemCollection& Items() { return oItems; }
-    // What files dragged out of the list and into it raise.
-    [[nodiscard]] const OleDragDropEvents& ListDragEvents() const { return list_drag_events_; }
 
   private:
     void ITimerObjectSink_Timer() override { oTimer_Timer(); }

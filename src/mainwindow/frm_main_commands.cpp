@@ -32,16 +32,19 @@ void frmMain::WireMenus() {
     };
     const auto set_layout = [this, lay_out_after](bool controls_on_top) {
         lay_out_after([this, controls_on_top] {
-            ApplyOption(services_.settings, *this, Option::ControlsOnTop, controls_on_top);
+            ApplyOption(services_.common.settings, *this, Option::ControlsOnTop, controls_on_top);
         });
     };
     menu["mnuViewControlsOnTop"].on_click = [set_layout] { set_layout(true); };
     menu["mnuViewControlsOnBottom"].on_click = [set_layout] { set_layout(false); };
     menu["mnuViewDateCreated"].on_click = [this, lay_out_after] {
-        lay_out_after([this] { ToggleOption(services_.settings, *this, Option::ShowDateCreated); });
+        lay_out_after(
+            [this] { ToggleOption(services_.common.settings, *this, Option::ShowDateCreated); });
     };
     const auto toggles = [this](const char* name, Option option) {
-        menu[name].on_click = [this, option] { ToggleOption(services_.settings, *this, option); };
+        menu[name].on_click = [this, option] {
+            ToggleOption(services_.common.settings, *this, option);
+        };
     };
     toggles("mnuViewAlwaysOnTop", Option::AlwaysOnTop);
     toggles("mnuOptionsClearReadOnly", Option::ClearReadOnlyAttribute);
@@ -65,7 +68,7 @@ MenuSituation frmMain::Situation() const {
 
 void frmMain::mnuFile_Click() {
     MenuItem& open = menu["mnuFileOpenContainingFolder"];
-    open.tag = ContainingFolderCommand(&rows, services_.platform.file_system);
+    open.tag = ContainingFolderCommand(&rows, services_.common.platform.file_system);
     open.SetEnabled(!open.tag.empty());
     const MenuStates states = MenuStatesFor(Situation());
     menu["mnuFileRemoveSelected"].SetEnabled(states.remove_selected);
@@ -131,7 +134,7 @@ void frmMain::mnuOptionsReset_Click() {
                                     .buttons = BoxButtons::kYesNo,
                                     .icon = BoxIcon::kQuestion,
                                     .default_button = 2}) != BoxAnswer::kNo) {
-        ResetOptions(services_.settings, *this);
+        ResetOptions(services_.common.settings, *this);
     }
 }
 

@@ -88,7 +88,7 @@ void frmMain::mnuOptionsCreateSendTo_Click() {
 }
 
 void frmMain::mnuViewErrors_Click() {
-    services_.platform.pump.RunPendingMessagesNow();
+    services_.common.platform.pump.RunPendingMessagesNow();
     if (!oTimer) {
         return;  // closed meanwhile, and the errors window with it
     }
@@ -97,7 +97,7 @@ void frmMain::mnuViewErrors_Click() {
 
 void frmMain::OpenContainingFolder(const MenuItem& item) {
     if (!item.tag.empty()) {
-        services_.command_runner.Run(item.tag);
+        services_.common.command_runner.Run(item.tag);
     }
 }
 

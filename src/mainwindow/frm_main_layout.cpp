@@ -67,7 +67,7 @@ void frmMain::ArrangeControls(bool showDateCreated, bool controlsOnTop) {
     if (showDateCreated) {
         sync.SetChecked(false);  // the stored option stays, for when the pickers go out of view
     } else {
-        LoadOption(services_.settings, *this, Option::SyncFolderCreatedDates,
+        LoadOption(services_.common.settings, *this, Option::SyncFolderCreatedDates,
                    /*useDefault=*/false);
     }
 }

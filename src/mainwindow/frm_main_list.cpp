@@ -1,6 +1,5 @@
 // The item list: sorting, keys, the right-click popup, and files dragged in and out.
 
-#include "controls/file_drag_source.h"
 #include "controls/list_popup.h"
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
@@ -29,7 +28,7 @@ void frmMain::WireList() {
     };
     lvwItems.on_mouse_move = [this](const MouseEvent& event) {
         if (event.button == kRightButton && bRightButtonDown) {
-            DragFiles(list_drag_, kRightButton);
+            services_.common.drag_files(list_drag_, kRightButton);
             // The drag has mostly taken the button's release.
             bRightButtonDown = ::GetKeyState(VK_RBUTTON) < 0;
         }
@@ -54,7 +53,7 @@ void frmMain::WireList() {
     list_drag_events_.OLEDragOver = drag_over;
     list_drag_events_.OLEDragDrop = drop;
     list_drag_events_.OLEStartDrag = [this](DragSourceData& data, std::int32_t& allowed_effects) {
-        data.SetFiles(ExistingSelectedPaths(rows, services_.platform.file_system));
+        data.SetFiles(ExistingSelectedPaths(rows, services_.common.platform.file_system));
         allowed_effects = kDropEffectCopy | kDropEffectMove;
     };
     OLEDropper1.OLEDragOver = drag_over;
@@ -96,12 +95,12 @@ void frmMain::PopUpForSelection(Point at) {
     if (lvwItems.Visible()) {
         lvwItems.Focus();
     }
-    FileSystemObject& file_system = services_.platform.file_system;
+    FileSystemObject& file_system = services_.common.platform.file_system;
     if (SelectedRowCount(rows) == 0) {
         menu.PopUp(menu["mnuBadItemPopup"], *this, at);
         return;
     }
-    if (!SelectionLiesInOneFolder(rows, file_system, services_.platform.locale)) {
+    if (!SelectionLiesInOneFolder(rows, file_system, services_.common.platform.locale)) {
         MenuItem& open = menu["mnuItemPopupOpenContainingFolder"];
         open.tag = ContainingFolderCommand(&rows, file_system);
         open.SetEnabled(!open.tag.empty());
@@ -109,7 +108,7 @@ void frmMain::PopUpForSelection(Point at) {
         return;
     }
     // The popup runs messages while it is up, in which the window may go.
-    const auto popup = std::make_shared<ShellContextMenu>();
+    const auto popup = std::make_shared<ShellContextMenu>(services_.common.popup_menus);
     oContextMenu = popup;
     FillListPopup(*popup, rows, file_system, [this] { oContextMenu_MenuItemInvoked(); });
     popup->PopupMenu(lvwItems.Handle(), /*Flags=*/0, at.x, at.y);

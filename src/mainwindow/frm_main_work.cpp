@@ -22,7 +22,7 @@ void frmMain::AddItems(const std::vector<std::string>& paths) {
         // Both loops let messages run. A count that began inside one would keep the rest from the
         // list until its whole tree is walked; the poll runs on meanwhile.
         const Adding adding(adding_);
-        const LongTicksHeld held(services_.platform.timers);
+        const LongTicksHeld held(services_.common.platform.timers);
         CountItems(ListItems(paths));
     }
     UpdateControls();
@@ -41,7 +41,7 @@ std::vector<std::shared_ptr<TidemarkItem>> frmMain::ListItems(
         }
         // Icons and type names come from the shell, one path at a time: thousands of paths dropped
         // at once must not hold up the window.
-        services_.platform.pump.LetPendingMessagesRun();
+        services_.common.platform.pump.LetPendingMessagesRun();
     }
     return added;
 }
@@ -54,7 +54,7 @@ void frmMain::CountItems(const std::vector<std::shared_ptr<TidemarkItem>>& items
         if (listed && !item->CountInProgress() && !item->CountComplete()) {
             item->Count();
         }
-        services_.platform.pump.LetPendingMessagesRun();
+        services_.common.platform.pump.LetPendingMessagesRun();
     }
 }
 
@@ -72,15 +72,15 @@ void frmMain::cmdStamp_Click() {
 
 void frmMain::StampItems() {
     const auto times = [this] {
-        return std::pair(CombineDateAndTime(services_.platform.locale, dtDateLastModified.Value(),
-                                            dtTimeLastModified.Value()),
-                         CombineDateAndTime(services_.platform.locale, dtDateCreated.Value(),
+        return std::pair(CombineDateAndTime(services_.common.platform.locale,
+                                            dtDateLastModified.Value(), dtTimeLastModified.Value()),
+                         CombineDateAndTime(services_.common.platform.locale, dtDateCreated.Value(),
                                             dtTimeCreated.Value()));
     };
     times();  // throws, if at all, before anything is forgotten
     // Listed files are stamped inside the loop, so it lets messages run between items, and while
     // it runs the button already reads "Cancel". Folders begin when it is through.
-    const LongTicksHeld held(services_.platform.timers);
+    const LongTicksHeld held(services_.common.platform.timers);
     for (const std::shared_ptr<TidemarkItem>& item : oItems) {
         item->ForgetStamp();  // all of them at once: nothing shows half of the stamp before
     }
@@ -95,7 +95,7 @@ void frmMain::StampItems() {
             }
             item->Stamp(last_modified, created, menu["mnuOptionsClearReadOnly"].Checked(),
                         menu["mnuOptionsSyncFolders"].Checked());
-            services_.platform.pump.LetPendingMessagesRun();
+            services_.common.platform.pump.LetPendingMessagesRun();
             if (!stamp_starting_) {
                 return;  // cancelled, or the window closed
             }
@@ -114,7 +114,7 @@ void frmMain::CancelStamps() {
     for (const std::shared_ptr<TidemarkItem>& item : oItems) {
         item->CancelStamp();
     }
-    services_.platform.pump.RunPendingMessagesNow();
+    services_.common.platform.pump.RunPendingMessagesNow();
 }
 
 void frmMain::chkCreated_Click() {
@@ -131,14 +131,14 @@ void frmMain::oTimer_Timer() {
     // A command that the user gives while messages run in here starts the poll anew.
     const unsigned restarts = poll_restarts_;
     RefreshRows();
-    services_.platform.pump.RunPendingMessagesNow();
+    services_.common.platform.pump.RunPendingMessagesNow();
     ShowControls();
     if (!oTimer) {
         return;  // closed meanwhile
     }
     oTimer->SetEnabled(false);
     ShowStatus();
-    services_.platform.pump.RunPendingMessagesNow();
+    services_.common.platform.pump.RunPendingMessagesNow();
     if (oTimer) {
         oTimer->SetEnabled(busy || poll_restarts_ != restarts);
     }
@@ -157,7 +157,7 @@ void frmMain::RefreshRows() {
 void frmMain::ShowStatus() {
     TidemarkItemCollection::Totals totals = oItems.TotalsOfWork();
     totals.stamping = totals.stamping || stamp_starting_;
-    const StatusDisplay display = DisplayOf(totals, services_.platform.locale);
+    const StatusDisplay display = DisplayOf(totals, services_.common.platform.locale);
     taskbar_button_.Show(TaskbarProgressOf(display));
     if (!display.shows_progress) {
         StatusBar1.SetSimpleText(display.text);

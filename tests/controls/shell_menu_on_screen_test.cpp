@@ -131,7 +131,8 @@ class ShellMenuOnScreenTest : public ::testing::Test {
     TestForm form_;
     std::string first_;
     std::string second_;
-    ShellContextMenu menu_;
+    PopupMenuSystem system_;
+    ShellContextMenu menu_{system_};
     std::vector<std::pair<std::string, std::int32_t>> invoked_;
     std::vector<ShownItem> items_;
     RECT shown_at_{};

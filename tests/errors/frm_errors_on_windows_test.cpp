@@ -51,8 +51,10 @@ class FrmErrorsOnWindowsTest : public testing::Test {
     MemorySettingsStore settings_{};
     NoCommands commands_{};
     PopupMenuSystem popups_{};
-    frmErrors window_{{platform_, settings_, commands_, popups_,
-                       [](OleDragDropSink& /*source*/, std::int16_t /*button*/) {}}};
+    frmErrors window_{{.platform = platform_,
+                       .settings = settings_,
+                       .command_runner = commands_,
+                       .popup_menus = popups_}};
 };
 
 TEST_F(FrmErrorsOnWindowsTest, RowsComeFromATimerTickWithTheShellsIcons) {

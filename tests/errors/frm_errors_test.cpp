@@ -59,11 +59,14 @@ class FrmErrorsTest : public testing::Test {
 
     void Load() {
         window_ = std::make_unique<frmErrors>(
-            ErrorsWindowServices{platform_, settings_, commands_, popups_,
-                                 [this](OleDragDropSink& source, std::int16_t) {
-                                     ++drags_;
-                                     source.StartDrag(drag_data_, allowed_);
-                                 }});
+            ListWindowServices{.platform = platform_,
+                               .settings = settings_,
+                               .command_runner = commands_,
+                               .popup_menus = popups_,
+                               .drag_files = [this](OleDragDropSink& source, std::int16_t) {
+                                   ++drags_;
+                                   source.StartDrag(drag_data_, allowed_);
+                               }});
         window_->Form_Load();
     }
     static std::shared_ptr<const StampError> Record(const std::string& path) {

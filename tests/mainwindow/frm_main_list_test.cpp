@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "controls/drop_files.h"
+#include "controls/fake_shell.h"
 #include "controls/ole_session.h"
 #include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
@@ -18,6 +19,9 @@ using ::testing::IsEmpty;
 
 class MainWindowList : public MainWindowTest {
   protected:
+    MainWindowList() { MakeWindow(screen_, menus_); }
+    ~MainWindowList() override { window_.reset(); }
+
     // Trees of 9, 10 and 1 files, added in this order.
     void LoadTrees() {
         Load();
@@ -56,6 +60,16 @@ class MainWindowList : public MainWindowTest {
         effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
         target->Drop(data.Get(), 0, {}, &effect);
         return chosen;
+    }
+    // Drags the selected rows out; what the drag offers, and the effects that it allows.
+    std::int32_t DragOut(FakeDragData& data) {
+        std::int32_t allowed = 0;
+        drag_files_ = [&](OleDragDropSink& source, std::int16_t /*button*/) {
+            source.StartDrag(data, allowed);
+        };
+        PressRight();
+        Main().lvwItems.on_mouse_move({.button = kRightButton});
+        return allowed;
     }
     void PressRight() { Main().lvwItems.on_mouse_down({.button = kRightButton}); }
     void ReleaseRight() { Main().lvwItems.on_mouse_up({.button = kRightButton}); }
@@ -108,6 +122,7 @@ class MainWindowList : public MainWindowTest {
     }
 
   protected:
+    FakePopupMenuSystem menus_;
     static inline MainWindowList* self_ = nullptr;
     std::vector<std::string> captions_;
     bool enabled_ = false;  // of the last entry
@@ -242,19 +257,16 @@ TEST_F(MainWindowList, DraggingOutOffersTheSelectedPathsThatExistInRowOrder) {
     }
     system_.volume.Remove("C:\\data\\file2.txt");
     FakeDragData data;
-    std::int32_t allowed = 0;
-    Main().ListDragEvents().OLEStartDrag(data, allowed);
+    EXPECT_EQ(DragOut(data), kDropEffectCopy | kDropEffectMove);
     EXPECT_THAT(data.Files(), ElementsAre("c:\\data\\file1.txt", "c:\\data\\file4.txt"));
-    EXPECT_EQ(allowed, 3);
 }
 
 TEST_F(MainWindowList, DraggingOutPathsThatAreGoneGivesAnEmptyFileList) {
     LoadWithFiles(1);
     SelectRow("c:\\data\\file1.txt");
     system_.volume.Remove("C:\\data\\file1.txt");
-    FakeDragData data;
-    std::int32_t allowed = 0;
-    Main().ListDragEvents().OLEStartDrag(data, allowed);
+    FakeDragData data({"what was there before"});
+    DragOut(data);
     EXPECT_THAT(data.Files(), IsEmpty());
 }
 
@@ -283,6 +295,41 @@ TEST_F(MainWindowList, ARightClickOnARowThatIsGoneCannotOpenItsFolder) {
     system_.volume.Remove("C:\\data\\file1.txt");
     EXPECT_THAT(CaptionsOfRightClick(), ElementsAre("Open &Containing Folder"));
     EXPECT_FALSE(enabled_);
+}
+
+TEST_F(MainWindowList, ARightClickOnRowsOfOneFolderShowsTheShellsMenuForThem) {
+    LoadWithFiles(3);
+    SelectRow("c:\\data\\file3.txt");
+    SelectRow("c:\\data\\file1.txt");
+    PressRight();
+    ReleaseRight();
+    ASSERT_EQ(menus_.shell.trackings.size(), 1U);
+    EXPECT_THAT(menus_.shell.trackings[0].texts,
+                ElementsAre(L"Open Containing Folder", L"", L"Open", L"Properties"));
+    EXPECT_THAT(menus_.shell.children, ElementsAre(L"file1.txt", L"file3.txt"));
+    ASSERT_EQ(menus_.shell.defaults.size(), 1U);
+    EXPECT_EQ(menus_.shell.defaults[0].item, static_cast<UINT>(-1)) << "no entry is bold";
+    EXPECT_THAT(commands_.started, IsEmpty());
+}
+
+TEST_F(MainWindowList, TheOwnEntryAboveTheShellsOpensTheContainingFolder) {
+    LoadWithFiles(2);
+    SelectRow("c:\\data\\file2.txt");
+    menus_.shell.choice = 1;
+    PressRight();
+    ReleaseRight();
+    EXPECT_THAT(commands_.started, ElementsAre("explorer ,\"c:\\data\\file2.txt\",/select"));
+}
+
+TEST_F(MainWindowList, TheOwnEntryDoesNothingInAWindowThatClosedUnderItsMenu) {
+    LoadWithFiles(1);
+    SelectRow("c:\\data\\file1.txt");
+    menus_.shell.choice = 1;
+    menus_.shell.while_tracking = [this] { Main().Close(); };
+    PressRight();
+    ReleaseRight();
+    EXPECT_EQ(closed_, 1);
+    EXPECT_THAT(commands_.started, IsEmpty());
 }
 
 TEST_F(MainWindowList, AReleaseWithoutAPressOverTheListPopsNothingUp) {

@@ -2,30 +2,15 @@
 
 #include <gmock/gmock.h>
 
-#include <memory>
-
-#include "app/scripted_process.h"
-#include "mainwindow/frm_main.h"
-#include "platform/memory/memory_settings_store.h"
-#include "platform/memory/memory_system.h"
+#include "mainwindow/main_window_fixture.h"
 #include "platform/win32/win32_screen.h"
-#include "settings/fake_options_host.h"
 #include "settings/mod_options.h"
-#include "support/fake_command_runner.h"
 #include "support/last_resort_recorder.h"
 
 namespace tidemark {
 namespace {
 
 constexpr std::int32_t kAccessDenied = 5;
-
-// Answers every box with Yes.
-class WillingUser final : public MessageBoxes {
-  public:
-    BoxAnswer Show(const Window* /*owner*/, const BoxRequest& /*request*/) override {
-        return BoxAnswer::kYes;
-    }
-};
 
 // The display, and what a test has happen while the program looks at it.
 class WatchedScreen : public Win32Screen {
@@ -39,23 +24,17 @@ class WatchedScreen : public Win32Screen {
     std::function<void()> on_look;
 };
 
-class FrmMainSettings : public testing::Test {
+class FrmMainSettings : public MainWindowTest {
   protected:
+    FrmMainSettings() { boxes_.answer = BoxAnswer::kYes; }
+    ~FrmMainSettings() override {
+        EXPECT_THAT(commands_.started, testing::IsEmpty());
+        window_.reset();  // before its display
+    }
+
     // Start-up as far as it concerns the settings.
     void Start(bool reset = false) {
-        window_ = std::make_unique<frmMain>(
-            MainWindowServices{.platform = platform_,
-                               .boxes = user_,
-                               .settings = store_,
-                               .screen = screen_,
-                               .process = process_,
-                               .command_runner = commands_,
-                               .taskbar = [] { return ComPtr<ITaskbarList3>(); },
-                               .errors_list_columns = [this]() -> ListColumns& { return errors_; },
-                               .show_errors = [](const StampErrorList&, bool) {},
-                               .show_about = [](bool) {},
-                               .shut_down = [](bool) {},
-                               .closed = [] {}});
+        MakeWindow(display_, popup_menus_);
         window_->Form_Load();
         window_->InitializeDisplay();
         window_->LoadPosition(reset);
@@ -78,10 +57,10 @@ class FrmMainSettings : public testing::Test {
     // As the system tells the window that the user chose the item.
     void Choose(const char* item) { window_->Send(WM_COMMAND, window_->menu[item].Id()); }
     [[nodiscard]] std::string Stored(const char* key) const {
-        return store_.ReadText(key, "(missing)");
+        return settings_.ReadText(key, "(missing)");
     }
     [[nodiscard]] std::string TwipsX(int pixels) const {
-        return std::to_string(static_cast<int>(pixels * screen_.TwipsPerPixelX()));
+        return std::to_string(static_cast<int>(pixels * display_.TwipsPerPixelX()));
     }
 
     [[nodiscard]] bool OwnsWindowsFromTheStart() const {
@@ -95,15 +74,7 @@ class FrmMainSettings : public testing::Test {
     }
 
     LastResortRecorder last_resort_;
-    MemorySystem system_;
-    Platform platform_ = system_.Parts();
-    WillingUser user_;
-    ScriptedProcess process_;
-    NoCommands commands_;
-    MemorySettingsStore store_;
-    WatchedScreen screen_;
-    FakeListColumns errors_;
-    std::unique_ptr<frmMain> window_;
+    WatchedScreen display_;
 };
 
 TEST_F(FrmMainSettings, FirstRunStandsWhereAWindowOf640By480PixelsWouldAtTheMinimumSize) {
@@ -140,14 +111,14 @@ TEST_F(FrmMainSettings, MoveWhileMaximisedOrMinimisedKeepsNothing) {
 TEST_F(FrmMainSettings, MoveWhileThePlaceIsRestoredKeepsNothing) {
     Start();
     int looks = 0;
-    screen_.on_look = [&] {
+    display_.on_look = [&] {
         ++looks;
         window_->Send(WM_EXITSIZEMOVE);
     };
     window_->LoadPosition(/*reset=*/false);
     EXPECT_GT(looks, 0);
     EXPECT_EQ(Stored("Left"), "(missing)");
-    screen_.on_look = nullptr;
+    display_.on_look = nullptr;
     window_->Send(WM_EXITSIZEMOVE);
     EXPECT_NE(Stored("Left"), "(missing)");
 }
@@ -198,8 +169,8 @@ TEST_F(FrmMainSettings, AlwaysOnTopMakesTheWindowTopmost) {
 }
 
 TEST_F(FrmMainSettings, ShiftBringsTheWindowBackFromBeyondTheScreen) {
-    store_.WriteText("Left", "-200000");
-    store_.WriteText("Top", "-200000");
+    settings_.WriteText("Left", "-200000");
+    settings_.WriteText("Top", "-200000");
     Start(/*reset=*/true);
     EXPECT_EQ(window_->Position().left, (::GetSystemMetrics(SM_CXSCREEN) - 640) / 2);
     EXPECT_EQ(Stored("Left"), "-200000");
@@ -214,13 +185,13 @@ TEST_F(FrmMainSettings, ResetGivesTheResetWidthsAndKeepsThePlace) {
     EXPECT_EQ(window_->lvwItems.ColumnWidth(0), 300);
     EXPECT_EQ(window_->lvwItems.ColumnWidth(1), 150);
     EXPECT_EQ(window_->lvwItems.ColumnWidth(2), 100);
-    EXPECT_THAT(errors_.widths, testing::ElementsAre(300, 50, 400));
+    EXPECT_THAT(errors_columns_.widths, testing::ElementsAre(300, 50, 400));
     EXPECT_EQ(window_->Position(), (Bounds{50, 60, 600, 450}));
     EXPECT_EQ(Stored("Left"), TwipsX(50));
 }
 
 TEST_F(FrmMainSettings, StoreThatCannotBeWrittenIsReportedAndTheProgramGoesOn) {
-    store_.FailWrites(kAccessDenied);
+    settings_.FailWrites(kAccessDenied);
     Start();
     EXPECT_TRUE(last_resort_.reports.empty());
     Choose("mnuOptionsPrompt");

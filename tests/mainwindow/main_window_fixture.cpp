@@ -9,13 +9,20 @@ std::string Numbered(const std::string& text, int number) {
 }
 
 MainWindowTest::MainWindowTest() {
+    MakeWindow(screen_, popup_menus_);
+}
+
+void MainWindowTest::MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus) {
     window_ = std::make_unique<frmMain>(MainWindowServices{
-        .platform = platform_,
+        .common = {.platform = platform_,
+                   .settings = settings_,
+                   .command_runner = commands_,
+                   .popup_menus = popup_menus,
+                   .drag_files = [this](OleDragDropSink& source,
+                                        std::int16_t button) { drag_files_(source, button); }},
         .boxes = boxes_,
-        .settings = settings_,
-        .screen = screen_,
+        .screen = screen,
         .process = process_,
-        .command_runner = commands_,
         .taskbar = [this] { return ComPtr<ITaskbarList3>(taskbar_.Get()); },
         .errors_list_columns = [this]() -> ListColumns& { return errors_columns_; },
         .show_errors =

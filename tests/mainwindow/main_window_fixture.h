@@ -42,6 +42,8 @@ class MainWindowTest : public ::testing::Test {
     MainWindowTest();
     ~MainWindowTest() override;
 
+    // Makes the window anew, with these instead of the fixture's own; they outlive it.
+    void MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus);
     // Start-up's steps up to the shown window.
     void Load(bool reset = false);
     // The same, with this many small files "C:\data\fileN.txt" in the list, counted.
@@ -75,6 +77,8 @@ class MainWindowTest : public ::testing::Test {
     MemoryScreen screen_;
     ScriptedProcess process_;
     RecordedCommands commands_;
+    PopupMenuSystem popup_menus_;
+    std::function<void(OleDragDropSink& source, std::int16_t button)> drag_files_ = DragFiles;
     ComPtr<FakeTaskbar> taskbar_;  // none until a test makes one
     FakeListColumns errors_columns_;
     std::vector<StampErrorList> errors_shown_;
