@@ -1,14 +1,15 @@
 #include <deque>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
 #include "contract/platform_under_test.h"
 #include "platform/win32/system_path.h"
 #include "platform/win32/unique_handle.h"
-#include "platform/win32/wide_text.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
+#include "support/real_tree.h"
 
 namespace tidemark {
 namespace {
@@ -27,56 +28,22 @@ bool IsWine() {
     return ::GetProcAddress(ntdll, "wine_get_version") != nullptr;
 }
 
-void Check(bool made, const std::string& what) {
-    if (!made) {
-        throw std::runtime_error(what + ": error " + std::to_string(::GetLastError()));
-    }
-}
-
 std::wstring UserName() {
     std::wstring name(256, L'\0');
     DWORD size = static_cast<DWORD>(name.size());
-    Check(::GetUserNameW(name.data(), &size) != FALSE, "the user's name");
+    if (!::GetUserNameW(name.data(), &size)) {
+        throw std::runtime_error("the user's name: error " + std::to_string(::GetLastError()));
+    }
     name.resize(size - 1);
     return name;
-}
-
-void RemoveAll(const std::wstring& folder) {
-    WIN32_FIND_DATAW found;
-    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            const std::wstring name = found.cFileName;
-            const std::wstring path = folder + L"\\" + name;
-            if (name == L"." || name == L"..") {
-                continue;
-            }
-            ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-                RemoveAll(path);
-            } else {
-                ::DeleteFileW(path.c_str());
-            }
-        } while (::FindNextFileW(search, &found) != FALSE);
-        ::FindClose(search);
-    }
-    ::RemoveDirectoryW(folder.c_str());
 }
 
 class Win32PlatformUnderTest final : public PlatformUnderTest {
   public:
     Win32PlatformUnderTest()
         : platform_({[this](MSG& message) { Dispatch(message); }, [] {},
-                     [this] { ++reported_exceptions_; }}) {
-        static int made = 0;
-        std::wstring temp(MAX_PATH, L'\0');
-        temp.resize(::GetTempPathW(static_cast<DWORD>(temp.size()), temp.data()));
-        folder_ = Utf8FromWide(temp) + "tidemark-contract-" +
-                  std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(++made);
-        MakeFolder(folder_);
-    }
+                     [this] { ++reported_exceptions_; }}) {}
     ~Win32PlatformUnderTest() override {
-        RemoveAll(L"\\\\?\\" + WideFromUtf8(folder_));
         // What a test left in the thread's queue is not for the next one.
         MSG message;
         while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
@@ -86,21 +53,11 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     Win32PlatformUnderTest& operator=(const Win32PlatformUnderTest&) = delete;
 
     Platform Parts() override { return platform_.Parts(); }
-    std::string Folder() const override { return folder_; }
-    void MakeFolder(const std::string& path) override {
-        Check(::CreateDirectoryW(SystemPath(path).c_str(), nullptr) != FALSE, path);
-    }
-    void MakeFile(const std::string& path) override {
-        const TestFile file(::CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE, 0, nullptr,
-                                          CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-        Check(static_cast<bool>(file), path);
-    }
-    void Lock(const std::string& path) override {
-        lock_.Reset(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-        Check(static_cast<bool>(lock_), path);
-    }
-    void Unlock() override { lock_.Reset(); }
+    std::string Folder() const override { return tree_.Root(); }
+    void MakeFolder(const std::string& path) override { tree_.MakeFolder(Below(path)); }
+    void MakeFile(const std::string& path) override { tree_.MakeFile(Below(path)); }
+    void Lock(const std::string& path) override { lock_.emplace(path); }
+    void Unlock() override { lock_.reset(); }
     bool StartReading(const std::string& path) override {
         reader_.Reset(::CreateFileW(SystemPath(path).c_str(), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
@@ -108,15 +65,9 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
         return static_cast<bool>(reader_);
     }
     void StopReading() override { reader_.Reset(); }
-    FileTime WrittenTime(const std::string& path) override {
-        return TimeOf(Attributes(path).ftLastWriteTime);
-    }
-    FileTime CreatedTime(const std::string& path) override {
-        return TimeOf(Attributes(path).ftCreationTime);
-    }
-    FileTime AccessedTime(const std::string& path) override {
-        return TimeOf(Attributes(path).ftLastAccessTime);
-    }
+    FileTime WrittenTime(const std::string& path) override { return EntryOf(path).written; }
+    FileTime CreatedTime(const std::string& path) override { return EntryOf(path).created; }
+    FileTime AccessedTime(const std::string& path) override { return EntryOf(path).accessed; }
     bool RunUntil(const std::function<bool()>& done) override {
         const ULONGLONG deadline = ::GetTickCount64() + 20000;
         while (!done() && ::GetTickCount64() < deadline) {
@@ -152,16 +103,9 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     }
 
   private:
-    static FileTime TimeOf(const FILETIME& time) {
-        const std::uint64_t ticks = (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
-        return {static_cast<std::int64_t>(ticks)};
-    }
-    static WIN32_FILE_ATTRIBUTE_DATA Attributes(const std::string& path) {
-        WIN32_FILE_ATTRIBUTE_DATA data{};
-        Check(
-            ::GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data) != FALSE,
-            path);
-        return data;
+    // The part of a full path behind the root.
+    [[nodiscard]] std::string Below(const std::string& path) const {
+        return path.substr(Folder().size() + 1);
     }
     void Dispatch(MSG& message) {
         if (message.hwnd == nullptr && message.message == kPostedAction) {
@@ -175,8 +119,8 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     }
 
     ComApartment apartment_;
-    std::string folder_;
-    TestFile lock_;
+    RealTree tree_;
+    std::optional<LockedFile> lock_;
     TestFile reader_;
     std::deque<std::function<void()>> actions_;
     std::size_t reported_exceptions_ = 0;

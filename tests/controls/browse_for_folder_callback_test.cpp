@@ -5,10 +5,10 @@
 
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
-#include "controls/test_folder.h"
 #include "platform/memory/memory_screen.h"
 #include "platform/win32/wide_text.h"
 #include "support/pump.h"
+#include "support/real_tree.h"
 #include "support/test_form.h"
 
 namespace tidemark {
@@ -25,8 +25,8 @@ class FakeDialogTest : public ::testing::Test {
     };
 
     FakeDialogTest() {
-        first_ = folder_.AddFolder("first");
-        second_ = folder_.AddFolder("second \u6f6e");
+        first_ = tree_.MakeFolder("first");
+        second_ = tree_.MakeFolder("second \u6f6e");
         dialog_.on_message = [this](UINT message, WPARAM wparam,
                                     LPARAM lparam) -> std::optional<LRESULT> {
             if (message < WM_USER) {
@@ -47,7 +47,7 @@ class FakeDialogTest : public ::testing::Test {
     }
 
     OleSession ole_;
-    TestFolder folder_;
+    RealTree tree_;
     std::string first_;
     std::string second_;
     MemoryScreen screen_;

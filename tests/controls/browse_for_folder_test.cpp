@@ -11,9 +11,9 @@
 
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
-#include "controls/test_folder.h"
 #include "platform/win32/wide_text.h"
 #include "support/modal_driver.h"
+#include "support/real_tree.h"
 #include "support/test_form.h"
 
 namespace tidemark {
@@ -45,8 +45,8 @@ class OneMonitor final : public Screen {
 class BrowseForFolderTest : public ::testing::Test {
   protected:
     BrowseForFolderTest() {
-        first_ = folder_.AddFolder("first");
-        second_ = folder_.AddFolder("second \u6f6e");
+        first_ = tree_.MakeFolder("first");
+        second_ = tree_.MakeFolder("second \u6f6e");
         form_.SetVisible(true);
     }
 
@@ -123,7 +123,7 @@ class BrowseForFolderTest : public ::testing::Test {
     }
 
     OleSession ole_;
-    TestFolder folder_;
+    RealTree tree_;
     std::string first_;
     std::string second_;
     TestForm form_;
@@ -267,8 +267,8 @@ TEST_F(BrowseForFolderTest, ATypedNameThatDoesNotExistClosesTheDialogWithNothing
 }
 
 TEST_F(BrowseForFolderTest, RootAndSelectionThatTheShellDoesNotKnowAreLeftUnset) {
-    browse_.RootFolder = folder_.Path() + "\\nowhere";
-    browse_.SelectedFolder = folder_.Path() + "\\neither";
+    browse_.RootFolder = tree_.Path("nowhere");
+    browse_.SelectedFolder = tree_.Path("neither");
     EXPECT_TRUE(BrowseWith({Select(second_), PressNow(IDOK)}));
     EXPECT_EQ(browse_.SelectedFolder, second_);
 }
@@ -306,7 +306,7 @@ TEST_F(BrowseForFolderTest, PathsAndIdentifierListsConvertBothWays) {
     const UniqueItemIdList list = ItemIdListFromPath(nullptr, second_);
     ASSERT_TRUE(list);
     EXPECT_EQ(PathFromItemIdList(list.Get()), second_);
-    EXPECT_FALSE(ItemIdListFromPath(nullptr, folder_.Path() + "\\nowhere"));
+    EXPECT_FALSE(ItemIdListFromPath(nullptr, tree_.Path("nowhere")));
     EXPECT_EQ(PathFromItemIdList(nullptr), "");
 }
 

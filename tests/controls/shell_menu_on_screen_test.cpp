@@ -9,10 +9,10 @@
 #include "controls/file_drop_data.h"
 #include "controls/ole_session.h"
 #include "controls/shell_context_menu.h"
-#include "controls/test_folder.h"
 #include "platform/win32/com_ptr.h"
 #include "platform/win32/wide_text.h"
 #include "support/modal_driver.h"
+#include "support/real_tree.h"
 #include "support/test_form.h"
 
 namespace tidemark {
@@ -33,8 +33,8 @@ class ShellMenuOnScreenTest : public ::testing::Test {
     ShellMenuOnScreenTest() {
         form_.SetVisible(true);
         ::SetCursorPos(1200, 850);  // over the menu it would choose
-        first_ = folder_.AddFile("a.txt");
-        second_ = folder_.AddFile("b \u6f6e.txt");
+        first_ = tree_.MakeFile("a.txt");
+        second_ = tree_.MakeFile("b \u6f6e.txt");
         menu_.AddMenuItem("Open Containing Folder", 0, 0, 1);
         menu_.AddMenuItem("", MFT_SEPARATOR, 0, 0);
         menu_.AddFile(first_);
@@ -127,7 +127,7 @@ class ShellMenuOnScreenTest : public ::testing::Test {
     }
 
     OleSession ole_;
-    TestFolder folder_;
+    RealTree tree_;
     TestForm form_;
     std::string first_;
     std::string second_;
@@ -188,7 +188,7 @@ TEST_F(ShellMenuOnScreenTest, AChosenShellEntryActsOnAllTheFiles) {
 TEST_F(ShellMenuOnScreenTest, AFileThatIsGoneShowsNothing) {
     menu_.Clear();
     menu_.AddMenuItem("Open Containing Folder", 0, 0, 1);
-    menu_.AddFile(folder_.Path() + "\\gone.txt");
+    menu_.AddFile(tree_.Path("gone.txt"));
     ModalDriver driver({Look()}, EndEverything);
     menu_.PopupMenu(form_.Handle(), 0, 10, 10);
     EXPECT_FALSE(driver.Done());

@@ -12,6 +12,7 @@
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
+#include "support/poll_until.h"
 #include "support/shell_link.h"
 
 // Need the system's main header before them.

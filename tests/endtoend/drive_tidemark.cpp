@@ -14,6 +14,7 @@
 #include <cstring>
 #include <string>
 
+#include "support/poll_until.h"
 #include "support/remote_tidemark.h"
 
 // Needs the system's main header before it.

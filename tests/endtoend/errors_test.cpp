@@ -12,6 +12,7 @@
 #include "endtoend/end_to_end.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "support/poll_until.h"
 
 // Needs the system's main header before it.
 #include <commctrl.h>

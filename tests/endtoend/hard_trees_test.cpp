@@ -10,6 +10,7 @@
 #include "controls/drop_files.h"
 #include "endtoend/engine_on_windows.h"
 #include "platform/win32/wide_text.h"
+#include "support/poll_until.h"
 #include "support/process_resources.h"
 
 namespace tidemark {

@@ -8,6 +8,7 @@
 #include "endtoend/end_to_end.h"
 #include "platform/win32/registry_settings_store.h"
 #include "settings/mod_options.h"
+#include "support/poll_until.h"
 #include "support/process_resources.h"
 
 namespace tidemark {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/win32/windows.h"
+#include "support/poll_until.h"
 #include "support/real_tree.h"
 #include "support/remote_tidemark.h"
 

@@ -7,6 +7,7 @@
 #include "platform/win32/win32_screen.h"
 #include "settings/mod_options.h"
 #include "settings/stored_text.h"
+#include "support/poll_until.h"
 
 // Needs the system's main header before it.
 #include <commctrl.h>

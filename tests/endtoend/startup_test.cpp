@@ -15,6 +15,7 @@
 #include "endtoend/end_to_end.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "support/poll_until.h"
 
 namespace tidemark {
 namespace {

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "controls/ole_session.h"
-#include "controls/test_folder.h"
 #include "mainwindow/main_window_fixture.h"
 #include "mainwindow/send_to_shortcut.h"
 #include "platform/win32/wide_text.h"
 #include "support/modal_driver.h"
+#include "support/real_tree.h"
 #include "support/refused_windows.h"
 #include "support/shell_link.h"
 
@@ -86,20 +86,20 @@ class MainWindowDialogs : public MainWindowTest {
     }
     // A real file that the window's own system has, too.
     std::string FileInBoth(const std::string& name) {
-        const std::string path = folder_.AddFile(name);
+        const std::string path = tree_.MakeFile(name);
         system_.volume.AddFile(path);
         return path;
     }
 
     OleSession ole_;
-    TestFolder folder_;
+    RealTree tree_;
 };
 
 TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
     Load();
     const std::string a = FileInBoth("a.txt");
     const std::string b = FileInBoth("b c.txt");
-    AddFiles({folder_.Path(), "\"a.txt\" \"b c.txt\""});
+    AddFiles({tree_.Root(), "\"a.txt\" \"b c.txt\""});
     EXPECT_THAT(RowTexts(), ElementsAre(a, b));
     EXPECT_THAT(boxes_.shown, IsEmpty());
 }
@@ -112,7 +112,7 @@ TEST_F(MainWindowDialogs, MoreNamesThanTheFileDialogCanReturnAddNothingAndThatIs
         FileInBoth(name);
         names.append("\"").append(name).append("\" ");
     }
-    AddFiles({folder_.Path(), names});
+    AddFiles({tree_.Root(), names});
     EXPECT_THAT(RowTexts(), IsEmpty());
     ASSERT_EQ(boxes_.shown.size(), 1U);
     EXPECT_EQ(boxes_.shown[0].text,
@@ -195,8 +195,8 @@ TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpe
 }
 
 TEST_F(MainWindowDialogs, TheShortcutIsReadBackAsItWasWritten) {
-    ASSERT_TRUE(WriteShortcut("C:\\windows\\notepad.exe", folder_.Path()));
-    const auto link = ReadShellLink(folder_.Path() + "\\Tidemark Clock.lnk");
+    ASSERT_TRUE(WriteShortcut("C:\\windows\\notepad.exe", tree_.Root()));
+    const auto link = ReadShellLink(tree_.Path("Tidemark Clock.lnk"));
     ASSERT_TRUE(link);
     EXPECT_STRCASEEQ(link->target.c_str(), "C:\\windows\\notepad.exe");
     EXPECT_EQ(link->description, "Sets date/time stamp for files or folders.");
@@ -206,7 +206,7 @@ TEST_F(MainWindowDialogs, TheShortcutIsReadBackAsItWasWritten) {
 
 TEST_F(MainWindowDialogs, AShortcutThatCannotBeWrittenIsNotMade) {
     EXPECT_FALSE(WriteShortcut("C:\\windows\\notepad.exe", ""));
-    EXPECT_FALSE(WriteShortcut("C:\\windows\\notepad.exe", folder_.Path() + "\\nowhere"));
+    EXPECT_FALSE(WriteShortcut("C:\\windows\\notepad.exe", tree_.Path("nowhere")));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "support/real_tree.h"
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <stdexcept>
 
@@ -22,11 +23,19 @@ std::string TemporaryFolder() {
     return Utf8FromWide(folder.data());
 }
 
-TreeEntry ToEntry(DWORD attributes, FILETIME written) {
-    return {.folder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
-            .read_only = (attributes & FILE_ATTRIBUTE_READONLY) != 0,
-            .written = {static_cast<std::int64_t>(written.dwHighDateTime) << 32 |
-                        written.dwLowDateTime}};
+FileTime ToFileTime(const FILETIME& time) {
+    return {
+        static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime)};
+}
+
+// Of either record in which the system tells of an entry.
+template <typename FoundData>
+TreeEntry ToEntry(const FoundData& data) {
+    return {.folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+            .read_only = (data.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0,
+            .written = ToFileTime(data.ftLastWriteTime),
+            .created = ToFileTime(data.ftCreationTime),
+            .accessed = ToFileTime(data.ftLastAccessTime)};
 }
 
 // Calls `each` for everything in a folder and below, what is in a folder before the folder.
@@ -42,7 +51,7 @@ void Walk(const std::string& folder,
         if (name == "." || name == "..") {
             continue;
         }
-        const TreeEntry entry = ToEntry(data.dwFileAttributes, data.ftLastWriteTime);
+        const TreeEntry entry = ToEntry(data);
         if (entry.folder) {
             Walk(folder + "\\" + name, each);
         }
@@ -90,10 +99,10 @@ RealTree::~RealTree() {
     ::RemoveDirectoryW(SystemPath(root_).c_str());
 }
 
-void RealTree::MakeFolder(const std::string& below) {
-    const std::string path = Path(below);
+std::string RealTree::MakeFolder(const std::string& below) {
+    std::string path = Path(below);
     if (::GetFileAttributesW(SystemPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
-        return;
+        return path;
     }
     if (const std::size_t end = below.rfind('\\'); end != std::string::npos) {
         MakeFolder(below.substr(0, end));
@@ -101,18 +110,21 @@ void RealTree::MakeFolder(const std::string& below) {
     if (!::CreateDirectoryW(SystemPath(path).c_str(), nullptr)) {
         Fail("making the folder", path);
     }
+    return path;
 }
 
-void RealTree::MakeFile(const std::string& below) {
+std::string RealTree::MakeFile(const std::string& below) {
     if (const std::size_t end = below.rfind('\\'); end != std::string::npos) {
         MakeFolder(below.substr(0, end));
     }
-    const HANDLE file = ::CreateFileW(SystemPath(Path(below)).c_str(), GENERIC_WRITE, 0, nullptr,
+    std::string path = Path(below);
+    const HANDLE file = ::CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE, 0, nullptr,
                                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
-        Fail("making the file", Path(below));
+        Fail("making the file", path);
     }
     ::CloseHandle(file);
+    return path;
 }
 
 void RealTree::MakeReadOnly(const std::string& below) {
@@ -139,7 +151,7 @@ TreeEntry EntryOf(const std::string& path) {
     if (!::GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data)) {
         Fail("reading the attributes", path);
     }
-    return ToEntry(data.dwFileAttributes, data.ftLastWriteTime);
+    return ToEntry(data);
 }
 
 LockedFile::LockedFile(const std::string& path, bool others_may_read)

@@ -12,6 +12,8 @@ struct TreeEntry {
     bool folder = false;
     bool read_only = false;
     FileTime written;
+    FileTime created;
+    FileTime accessed;
 };
 
 // A real folder with files and folders in it, made for one test below the system's temporary
@@ -29,9 +31,9 @@ class RealTree {
     // Full path of a path below the root.
     [[nodiscard]] std::string Path(const std::string& below) const { return root_ + "\\" + below; }
 
-    // Both make the folders that lead there, too.
-    void MakeFolder(const std::string& below);
-    void MakeFile(const std::string& below);
+    // Both make the folders that lead there, too, and give the full path of what was made.
+    std::string MakeFolder(const std::string& below);
+    std::string MakeFile(const std::string& below);
     void MakeReadOnly(const std::string& below);
     // Gives the root and everything in it this time as its last-write time.
     void SetTimes(FileTime time);

@@ -16,11 +16,6 @@ class ImageListTest : public testing::Test {
     void Place(const std::string& path) { AddIcon(images_.Keyed(), keys_.Of(path, ""), path); }
     int Held() const { return ::ImageList_GetImageCount(images_.Handle()); }
 
-    std::string File(const std::string& below) {
-        tree_.MakeFile(below);
-        return tree_.Path(below);
-    }
-
     RealTree tree_{};
     MemoryUserLocale locale_{};
     FakeFileSystem file_system_{};
@@ -29,8 +24,8 @@ class ImageListTest : public testing::Test {
 };
 
 TEST_F(ImageListTest, TextDocumentsShareOnePictureAndProgramsHaveTheirOwn) {
-    const std::string documents[] = {File("a.txt"), File("b.txt")};
-    const std::string programs[] = {File("a.exe"), File("b.exe")};
+    const std::string documents[] = {tree_.MakeFile("a.txt"), tree_.MakeFile("b.txt")};
+    const std::string programs[] = {tree_.MakeFile("a.exe"), tree_.MakeFile("b.exe")};
     file_system_.files = {{documents[0], "Text Document"},
                           {documents[1], "Text Document"},
                           {programs[0], "Application"},
@@ -60,7 +55,7 @@ TEST_F(ImageListTest, AMissingPathHasNoIconAndAddsNothing) {
 TEST_F(ImageListTest, APathBeyondTheSystemsOldLimitHasItsIconToo) {
     std::string deep(100, 'd');
     deep += "\\" + std::string(100, 'e') + "\\" + std::string(100, 'f');
-    images_.Keyed().Add("file", File(deep + "\\a.txt"));
+    images_.Keyed().Add("file", tree_.MakeFile(deep + "\\a.txt"));
     EXPECT_EQ(images_.Keyed().Index("file"), 1);
     images_.Keyed().Add("folder", tree_.Path(deep) + "\\");
     EXPECT_EQ(images_.Keyed().Index("folder"), 2);
@@ -69,7 +64,7 @@ TEST_F(ImageListTest, APathBeyondTheSystemsOldLimitHasItsIconToo) {
 }
 
 TEST_F(ImageListTest, PicturesAreTheSystemsSmallIconSize) {
-    images_.Keyed().Add("key", File("a.txt"));
+    images_.Keyed().Add("key", tree_.MakeFile("a.txt"));
     int width = 0;
     int height = 0;
     ::ImageList_GetIconSize(images_.Handle(), &width, &height);

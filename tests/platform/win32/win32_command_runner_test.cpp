@@ -3,30 +3,26 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 
 #include "platform/kernel_files.h"
 #include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "support/poll_until.h"
+#include "support/real_tree.h"
 
 namespace tidemark {
 namespace {
 
 TEST(Win32CommandRunnerTest, StartsACommandLine) {
-    wchar_t folder[MAX_PATH];
-    ASSERT_NE(::GetTempPathW(MAX_PATH, folder), 0U);
-    const std::wstring file =
-        std::wstring(folder) + L"tidemark run " + std::to_wstring(::GetCurrentProcessId());
-    Win32CommandRunner().Run("cmd /c type nul > \"" + Utf8FromWide(file) + "\"");
+    const RealTree tree;
+    const std::string file = tree.Path("made by a command");
+    Win32CommandRunner().Run("cmd /c type nul > \"" + file + "\"");
     // The file shows that the command ran. It can be deleted once the command has closed it.
-    const ULONGLONG limit = ::GetTickCount64() + 20'000;
-    bool deleted = ::DeleteFileW(file.c_str()) != FALSE;
-    while (!deleted && ::GetTickCount64() < limit) {
-        ::Sleep(10);
-        deleted = ::DeleteFileW(file.c_str()) != FALSE;
-    }
-    EXPECT_TRUE(deleted);
+    EXPECT_TRUE(PollUntil(std::chrono::seconds(20),
+                          [&file] { return ::DeleteFileW(WideFromUtf8(file).c_str()) != FALSE; }));
 }
 
 TEST(Win32CommandRunnerTest, AProgramThatIsNotThereIsToldWithCodeAndCommandLine) {
