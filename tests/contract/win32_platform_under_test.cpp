@@ -9,6 +9,7 @@
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
+#include "support/on_wine.h"
 #include "support/real_tree.h"
 
 namespace tidemark {
@@ -22,11 +23,6 @@ struct TestFileTraits {
 using TestFile = UniqueHandle<TestFileTraits>;
 
 constexpr UINT kPostedAction = WM_APP + 1;
-
-bool IsWine() {
-    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
-    return ::GetProcAddress(ntdll, "wine_get_version") != nullptr;
-}
 
 std::wstring UserName() {
     std::wstring name(256, L'\0');
@@ -88,16 +84,16 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     std::size_t ReportedExceptions() const override { return reported_exceptions_; }
 
     std::string CannotKeepCreationTimes() const override {
-        return IsWine() ? "Wine keeps no creation times on this system's file systems" : "";
+        return OnWine() ? "Wine keeps no creation times on this system's file systems" : "";
     }
     std::string CannotHoldLoneSurrogates() const override {
-        return IsWine() ? "Wine cannot make a name with a lone surrogate" : "";
+        return OnWine() ? "Wine cannot make a name with a lone surrogate" : "";
     }
     std::string TimesBefore1601AreTaken() const override {
-        return IsWine() ? "Wine takes times before 1601" : "";
+        return OnWine() ? "Wine takes times before 1601" : "";
     }
     std::string ReadOnlyFilesOpenAllTheSame() const override {
-        return IsWine() && UserName() == L"root"
+        return OnWine() && UserName() == L"root"
                    ? "under Wine root opens read-only files all the same"
                    : "";
     }

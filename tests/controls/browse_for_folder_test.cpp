@@ -13,6 +13,7 @@
 #include "controls/ole_session.h"
 #include "platform/win32/wide_text.h"
 #include "support/modal_driver.h"
+#include "support/on_wine.h"
 #include "support/real_tree.h"
 #include "support/test_form.h"
 
@@ -20,10 +21,6 @@ namespace tidemark {
 namespace {
 
 constexpr int kEditOfDialog = 0x3744;  // where a name is typed
-
-bool OnWine() {
-    return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 // One monitor of any size, that counts how often it is asked for.
 class OneMonitor final : public Screen {

@@ -4,7 +4,7 @@
 
 #include "mainwindow/stamp_times.h"
 #include "platform/win32/win32_user_locale.h"
-#include "platform/win32/windows.h"
+#include "support/on_wine.h"
 
 namespace tidemark {
 namespace {
@@ -38,7 +38,7 @@ TEST(StampTimesOnWindows, ADayFirstLocaleSwapsMonthAndDayWhereBothCanBeEither) {
 
 TEST(StampTimesOnWindows, ATimeIsReadThatTheLocaleWritesWithADot) {
     ASSERT_EQ(Win32UserLocale(kFinnishFinland).TimeSeparator(), ".");
-    if (::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr) {
+    if (OnWine()) {
         GTEST_SKIP() << "Wine reads no time that is written with a dot";
     }
     EXPECT_DOUBLE_EQ(Combined(kFinnishFinland, 4, 15), kFifteenthOfApril2024 + kQuarterToTwo);
