@@ -8,6 +8,7 @@
 #include <random>
 
 #include "platform/text.h"
+#include "support/drop_files_block.h"
 
 namespace tidemark {
 namespace {
@@ -20,14 +21,6 @@ std::string KeepNarrow(std::string_view name) {
     std::string marked = "<";
     marked.append(name).append(">");
     return marked;
-}
-
-std::vector<std::byte> Block(std::uint32_t names_at, std::uint32_t wide, std::string_view names) {
-    std::vector<std::byte> block(kDropFilesHeaderSize + names.size());
-    std::memcpy(block.data(), &names_at, sizeof names_at);
-    std::memcpy(block.data() + 16, &wide, sizeof wide);
-    std::memcpy(block.data() + kDropFilesHeaderSize, names.data(), names.size());
-    return block;
 }
 
 std::string Bytes(std::u16string_view text) {
@@ -45,19 +38,19 @@ std::optional<std::vector<std::string>> Parse(const std::vector<std::byte>& bloc
 
 TEST(DropFilesTest, ReadsWideNamesInTheirOrder) {
     using namespace std::string_view_literals;
-    const auto block = Block(20, 1, Bytes(u"C:\\b\0C:\\\u00e4\u6f6e\0\0"sv));
+    const auto block = DropFilesBlock(20, true, Bytes(u"C:\\b\0C:\\\u00e4\u6f6e\0\0"sv));
     EXPECT_THAT(Parse(block), Optional(ElementsAre("C:\\b", "C:\\\u00e4\u6f6e")));
 }
 
 TEST(DropFilesTest, ReadsNarrowNamesThroughTheDecoder) {
     using namespace std::string_view_literals;
-    EXPECT_THAT(Parse(Block(20, 0, "C:\\a\0D:\\b\0\0"sv)),
+    EXPECT_THAT(Parse(DropFilesBlock(20, false, "C:\\a\0D:\\b\0\0"sv)),
                 Optional(ElementsAre("<C:\\a>", "<D:\\b>")));
 }
 
 TEST(DropFilesTest, KeepsANameWithALoneSurrogate) {
     const std::u16string name{u'C', u':', u'\\', char16_t{0xD800}, 0, 0};
-    const auto paths = Parse(Block(20, 1, Bytes(name)));
+    const auto paths = Parse(DropFilesBlock(20, true, Bytes(name)));
     ASSERT_TRUE(paths.has_value());
     ASSERT_EQ(paths->size(), 1U);
     EXPECT_EQ(Utf16FromUtf8(paths->front()), name.substr(0, 4));
@@ -65,24 +58,24 @@ TEST(DropFilesTest, KeepsANameWithALoneSurrogate) {
 
 TEST(DropFilesTest, NamesMayStartBehindALongerHeaderAndAtAnOddAddress) {
     using namespace std::string_view_literals;
-    const auto block = Block(23, 1, std::string("xyz").append(Bytes(u"C:\\a\0\0"sv)));
+    const auto block = DropFilesBlock(23, true, std::string("xyz").append(Bytes(u"C:\\a\0\0"sv)));
     EXPECT_THAT(Parse(block), Optional(ElementsAre("C:\\a")));
 }
 
 TEST(DropFilesTest, WhatFollowsTheEndOfTheListIsIgnored) {
     using namespace std::string_view_literals;
-    EXPECT_THAT(Parse(Block(20, 0, "a\0\0rubbish"sv)), Optional(ElementsAre("<a>")));
+    EXPECT_THAT(Parse(DropFilesBlock(20, false, "a\0\0rubbish"sv)), Optional(ElementsAre("<a>")));
 }
 
 TEST(DropFilesTest, AnEmptyListHoldsNoFiles) {
     using namespace std::string_view_literals;
-    EXPECT_THAT(Parse(Block(20, 1, Bytes(u"\0\0"sv))), Optional(IsEmpty()));
-    EXPECT_THAT(Parse(Block(20, 0, "\0"sv)), Optional(IsEmpty()));
-    EXPECT_THAT(Parse(Block(20, 0, "")), Optional(IsEmpty()));
+    EXPECT_THAT(Parse(DropFilesBlock(20, true, Bytes(u"\0\0"sv))), Optional(IsEmpty()));
+    EXPECT_THAT(Parse(DropFilesBlock(20, false, "\0"sv)), Optional(IsEmpty()));
+    EXPECT_THAT(Parse(DropFilesBlock(20, false, "")), Optional(IsEmpty()));
 }
 
 TEST(DropFilesTest, AHeaderThatIsCutOffIsRefused) {
-    const auto block = Block(20, 1, Bytes(u"C:\\a"));
+    const auto block = DropFilesBlock(20, true, Bytes(u"C:\\a"));
     for (std::size_t size = 0; size < kDropFilesHeaderSize; ++size) {
         EXPECT_EQ(Parse({block.begin(), block.begin() + static_cast<std::ptrdiff_t>(size)}),
                   std::nullopt);
@@ -92,22 +85,23 @@ TEST(DropFilesTest, AHeaderThatIsCutOffIsRefused) {
 TEST(DropFilesTest, AnOffsetOutsideTheBlockOrInsideTheHeaderIsRefused) {
     using namespace std::string_view_literals;
     for (const std::uint32_t offset : {0U, 4U, 19U, 24U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
-        EXPECT_EQ(Parse(Block(offset, 0, "a\0\0"sv)), std::nullopt) << offset;
+        EXPECT_EQ(Parse(DropFilesBlock(offset, false, "a\0\0"sv)), std::nullopt) << offset;
     }
 }
 
 TEST(DropFilesTest, ALastNameWithoutItsEndIsRefusedBecauseItMayBeCutShort) {
     using namespace std::string_view_literals;
-    EXPECT_EQ(Parse(Block(20, 0, "C:\\Data\\Su"sv)), std::nullopt);
-    EXPECT_EQ(Parse(Block(20, 0, "C:\\a\0C:\\Data\\Su"sv)), std::nullopt);
-    EXPECT_EQ(Parse(Block(20, 1, Bytes(u"C:\\a\0C:\\Su"sv))), std::nullopt);
+    EXPECT_EQ(Parse(DropFilesBlock(20, false, "C:\\Data\\Su"sv)), std::nullopt);
+    EXPECT_EQ(Parse(DropFilesBlock(20, false, "C:\\a\0C:\\Data\\Su"sv)), std::nullopt);
+    EXPECT_EQ(Parse(DropFilesBlock(20, true, Bytes(u"C:\\a\0C:\\Su"sv))), std::nullopt);
     // Half a unit at the end is no NUL.
-    EXPECT_EQ(Parse(Block(20, 1, Bytes(u"C:\\a"sv) + std::string(1, '\0'))), std::nullopt);
+    EXPECT_EQ(Parse(DropFilesBlock(20, true, Bytes(u"C:\\a"sv) + std::string(1, '\0'))),
+              std::nullopt);
 }
 
 TEST(DropFilesTest, OnlyTheFinalNulMayBeMissing) {
     using namespace std::string_view_literals;
-    EXPECT_THAT(Parse(Block(20, 0, "a\0b\0"sv)), Optional(ElementsAre("<a>", "<b>")));
+    EXPECT_THAT(Parse(DropFilesBlock(20, false, "a\0b\0"sv)), Optional(ElementsAre("<a>", "<b>")));
 }
 
 TEST(DropFilesTest, TenThousandNamesSurviveTheRoundTrip) {

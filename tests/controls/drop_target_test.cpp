@@ -10,6 +10,7 @@
 #include "controls/drop_files.h"
 #include "platform/program_error.h"
 #include "support/com_testing.h"
+#include "support/drop_files_block.h"
 #include "support/last_resort_recorder.h"
 #include "support/window_testing.h"
 
@@ -145,7 +146,7 @@ TEST_F(DropTargetTest, DataWithoutFilesIsRefused) {
 }
 
 TEST_F(DropTargetTest, AListThatLiesAboutItsSizeIsRefused) {
-    data_->bytes = DropFilesBlock(0x7FFFFFF0, TRUE, "abc");
+    data_->bytes = DropFilesBlock(0x7FFFFFF0, true, "abc");
     DWORD effect = DROPEFFECT_COPY;
     target_->DragEnter(data_.Get(), MK_LBUTTON, AtClient(5, 6), &effect);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));

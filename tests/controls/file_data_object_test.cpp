@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "controls/clipboard_format.h"
 #include "controls/file_drop_data.h"
 #include "controls/ole_session.h"
 #include "platform/win32/wide_text.h"
@@ -58,7 +59,7 @@ TEST_F(FileDataObjectTest, WithoutFilesItOffersNothing) {
 
 TEST_F(FileDataObjectTest, TheSystemReadsItsFileList) {
     data_->SetFiles({"C:\\\u6f6e.txt", "D:\\b c\\"});
-    FORMATETC format = FormatEtc(CF_HDROP);
+    FORMATETC format = ContentsIn(CF_HDROP, TYMED_HGLOBAL);
     STGMEDIUM medium{};
     ASSERT_EQ(data_->GetData(&format, &medium), S_OK);
     ASSERT_EQ(medium.tymed, static_cast<DWORD>(TYMED_HGLOBAL));
@@ -105,7 +106,7 @@ TEST_F(FileDataObjectTest, AfterTheDragTheSourceIsNotAskedAnyMore) {
 
 TEST_F(FileDataObjectTest, ASourceThatStillHasNothingLeavesTheFormatEmpty) {
     data_->OfferFormat(CF_UNICODETEXT);
-    FORMATETC format = FormatEtc(CF_UNICODETEXT);
+    FORMATETC format = ContentsIn(CF_UNICODETEXT, TYMED_HGLOBAL);
     STGMEDIUM medium{};
     EXPECT_EQ(data_->GetData(&format, &medium), DV_E_FORMATETC);
     EXPECT_THAT(source_.asked, ElementsAre(CF_UNICODETEXT));
@@ -121,7 +122,7 @@ TEST_F(FileDataObjectTest, ClearWithdrawsEverything) {
 
 TEST_F(FileDataObjectTest, AnotherMediumThanTheKeptOneIsRefused) {
     data_->SetFiles({"C:\\a"});
-    FORMATETC format = FormatEtc(CF_HDROP, TYMED_ISTREAM);
+    FORMATETC format = ContentsIn(CF_HDROP, TYMED_ISTREAM);
     STGMEDIUM medium{};
     EXPECT_EQ(data_->QueryGetData(&format), DV_E_TYMED);
     EXPECT_EQ(data_->GetData(&format, &medium), DV_E_TYMED);
@@ -131,7 +132,7 @@ TEST_F(FileDataObjectTest, AnotherMediumThanTheKeptOneIsRefused) {
 
 TEST_F(FileDataObjectTest, WhatHelpersAttachIsKeptAndHandedOutAsCopies) {
     const auto own = static_cast<int>(::RegisterClipboardFormatW(L"Tidemark Test Format"));
-    FORMATETC format = FormatEtc(own);
+    FORMATETC format = ContentsIn(static_cast<std::int16_t>(own), TYMED_HGLOBAL);
     const std::vector<std::byte> bytes{std::byte{1}, std::byte{2}};
     STGMEDIUM mine{};
     mine.tymed = TYMED_HGLOBAL;
@@ -156,7 +157,7 @@ TEST_F(FileDataObjectTest, WhatHelpersAttachIsKeptAndHandedOutAsCopies) {
 TEST_F(FileDataObjectTest, StreamsAreHandedOutByReferenceAndLetGo) {
     ComPtr<IStream> stream;
     ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, stream.Put()), S_OK);
-    FORMATETC format = FormatEtc(CF_UNICODETEXT, TYMED_ISTREAM);
+    FORMATETC format = ContentsIn(CF_UNICODETEXT, TYMED_ISTREAM);
     STGMEDIUM mine{};
     mine.tymed = TYMED_ISTREAM;
     mine.pstm = stream.Get();
@@ -173,7 +174,7 @@ TEST_F(FileDataObjectTest, StreamsAreHandedOutByReferenceAndLetGo) {
 TEST_F(FileDataObjectTest, FilesReplaceWhatWasAttachedInTheirFormatOnAnotherMedium) {
     ComPtr<IStream> stream;
     ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, stream.Put()), S_OK);
-    FORMATETC format = FormatEtc(CF_HDROP, TYMED_ISTREAM);
+    FORMATETC format = ContentsIn(CF_HDROP, TYMED_ISTREAM);
     STGMEDIUM medium{};
     medium.tymed = TYMED_ISTREAM;
     medium.pstm = stream.Get();
@@ -189,7 +190,7 @@ TEST_F(FileDataObjectTest, ItAnswersForItsInterfacesOnly) {
     EXPECT_EQ(data_->QueryInterface(IID_IDropTarget, target.PutVoid()), E_NOINTERFACE);
     EXPECT_FALSE(target);
     EXPECT_EQ(data_->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
-    FORMATETC format = FormatEtc(CF_HDROP);
+    FORMATETC format = ContentsIn(CF_HDROP, TYMED_HGLOBAL);
     STGMEDIUM medium{};
     EXPECT_TRUE(FAILED(data_->GetDataHere(&format, &medium)));
     DWORD connection = 0;

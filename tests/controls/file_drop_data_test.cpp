@@ -6,6 +6,7 @@
 #include "controls/drop_files.h"
 #include "controls/ole_session.h"
 #include "support/com_testing.h"
+#include "support/drop_files_block.h"
 
 namespace tidemark {
 namespace {
@@ -37,16 +38,16 @@ TEST_F(FileDropDataTest, ReadsTenThousandFilesInTheirOrder) {
 }
 
 TEST_F(FileDropDataTest, ReadsWideAndNarrowBlocks) {
-    data_->bytes = DropFilesBlock(20, TRUE, kWideName);
+    data_->bytes = DropFilesBlock(20, true, kWideName);
     EXPECT_THAT(Read(), ElementsAre("D:\\b"));
-    data_->bytes = DropFilesBlock(20, FALSE, "C:\\a\0D:\\b\0\0"sv);
+    data_->bytes = DropFilesBlock(20, false, "C:\\a\0D:\\b\0\0"sv);
     EXPECT_THAT(Read(), ElementsAre("C:\\a", "D:\\b"));
 }
 
 TEST_F(FileDropDataTest, NarrowNamesAreUtf8OrElseInTheSystemsCodePage) {
-    data_->bytes = DropFilesBlock(20, FALSE, "C:\\\xC3\xA4\0\0"sv);
+    data_->bytes = DropFilesBlock(20, false, "C:\\\xC3\xA4\0\0"sv);
     EXPECT_THAT(Read(), ElementsAre("C:\\\u00e4"));
-    data_->bytes = DropFilesBlock(20, FALSE, "C:\\\xE4\0\0"sv);
+    data_->bytes = DropFilesBlock(20, false, "C:\\\xE4\0\0"sv);
     const auto paths = Read();
     ASSERT_EQ(paths.size(), 1U);
     DWORD code_page = 0;
@@ -66,16 +67,16 @@ TEST_F(FileDropDataTest, DataWithoutAFileListHoldsNoFiles) {
 }
 
 TEST_F(FileDropDataTest, ABlockThatLiesAboutItselfIsRefused) {
-    data_->bytes = DropFilesBlock(0x40000000, TRUE, kWideName);
+    data_->bytes = DropFilesBlock(0x40000000, true, kWideName);
     EXPECT_THAT(Read(), IsEmpty());
-    data_->bytes = DropFilesBlock(0xFFFFFFFF, FALSE, "C:\\a\0\0"sv);
+    data_->bytes = DropFilesBlock(0xFFFFFFFF, false, "C:\\a\0\0"sv);
     EXPECT_THAT(Read(), IsEmpty());
-    data_->bytes = DropFilesBlock(0, FALSE, "C:\\a\0\0"sv);
+    data_->bytes = DropFilesBlock(0, false, "C:\\a\0\0"sv);
     EXPECT_THAT(Read(), IsEmpty());
 }
 
 TEST_F(FileDropDataTest, ABlockThatIsCutOffAnywhereIsNeverReadPastItsEnd) {
-    const auto whole = DropFilesBlock(20, TRUE, kWideName);
+    const auto whole = DropFilesBlock(20, true, kWideName);
     for (std::size_t size = 0; size <= whole.size(); ++size) {
         data_->bytes.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
         const auto paths = Read();
@@ -106,7 +107,7 @@ TEST_F(FileDropDataTest, MemoryWithNothingInItIsRefused) {
 }
 
 TEST_F(FileDropDataTest, ADragReadsItsListOnceHoweverOftenItAsks) {
-    data_->bytes = DropFilesBlock(20, TRUE, kWideName);
+    data_->bytes = DropFilesBlock(20, true, kWideName);
     {
         ReceivedDragData drag(*data_.Get());
         EXPECT_EQ(data_->get_data_calls, 0);

@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <span>
-#include <string_view>
 #include <vector>
 
 #include "platform/win32/com_object.h"
@@ -18,14 +17,6 @@ inline ULONG References(IUnknown& object) {
     return object.Release();
 }
 
-inline FORMATETC FormatEtc(int format, DWORD media = TYMED_HGLOBAL) {
-    return {.cfFormat = static_cast<CLIPFORMAT>(format),
-            .ptd = nullptr,
-            .dwAspect = DVASPECT_CONTENT,
-            .lindex = -1,
-            .tymed = media};
-}
-
 inline HGLOBAL GlobalBytes(std::span<const std::byte> bytes) {
     const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
     if (!bytes.empty()) {
@@ -33,17 +24,6 @@ inline HGLOBAL GlobalBytes(std::span<const std::byte> bytes) {
         ::GlobalUnlock(memory);
     }
     return memory;
-}
-
-// A file-list block as another program would make it, honest or not.
-inline std::vector<std::byte> DropFilesBlock(DWORD names_at, BOOL wide, std::string_view names) {
-    std::vector<std::byte> block(20 + names.size());
-    std::memcpy(block.data(), &names_at, sizeof names_at);
-    std::memcpy(block.data() + 16, &wide, sizeof wide);
-    if (!names.empty()) {
-        std::memcpy(block.data() + 20, names.data(), names.size());
-    }
-    return block;
 }
 
 // Another program's data: one format with whatever a test puts behind it.
