@@ -2,13 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <filesystem>
-
 #include "controls/file_drag_source.h"
 #include "controls/ole_dropper.h"
-#include "platform/win32/unique_handle.h"
-#include "platform/win32/wide_text.h"
+#include "support/drag_source.h"
 #include "support/modal_driver.h"
 #include "support/pump.h"
 #include "support/test_form.h"
@@ -231,50 +227,16 @@ TEST_F(DragFromHereTest, WithoutAnAllowedEffectNoDragStarts) {
     EXPECT_EQ(effect_, kDropEffectNone);
 }
 
-struct ProcessTraits {
-    using Type = HANDLE;
-    static Type None() noexcept { return nullptr; }
-    static void Close(Type handle) noexcept {
-        // It would end by itself, but the test is over.
-        ::TerminateProcess(handle, 0);
-        ::CloseHandle(handle);
-    }
-};
-
 TEST_F(DragAndDropTest, FilesOfAnotherProcessAreDroppedOnTheLabel) {
-    std::array<wchar_t, MAX_PATH> own{};
-    ::GetModuleFileNameW(nullptr, own.data(), MAX_PATH);
-    const std::filesystem::path program =
-        std::filesystem::path(own.data()).replace_filename(L"drag_source.exe");
-    std::wstring command = L"\"" + program.wstring() +
-                           L"\" 700 200 \"C:\\from afar\" C:\\\u6f6e "
-                           L"\"C:\\\U0001F30A 100% &more, 'x'.\"";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    ASSERT_TRUE(::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0,
-                                 nullptr, nullptr, &startup, &started));
-    ::CloseHandle(started.hThread);
-    const UniqueHandle<ProcessTraits> process(started.hProcess);
-
-    HWND source = nullptr;
-    const auto caption = [&] {
-        std::array<wchar_t, 32> text{};
-        ::GetWindowTextW(source, text.data(), static_cast<int>(text.size()));
-        return Utf8FromWide(text.data());
-    };
-    ASSERT_TRUE(PumpUntil(
-        [&] {
-            source = ::FindWindowW(L"TidemarkDragSource", nullptr);
-            return source != nullptr && caption() == "ready";
-        },
-        std::chrono::seconds(20)));
-
-    ModalDriver driver({PressUntil({750, 240}, false, [&] { return caption() == "dragging"; }),
-                        MoveOver(OnLabel()), Release(false)},
-                       [] { SendMouse(MOUSEEVENTF_LEFTUP); });
-    EXPECT_TRUE(PumpUntil([&] { return caption() == "done 1"; }, std::chrono::seconds(35)))
-        << caption();
+    const DragSource source(
+        "700 200 \"C:\\from afar\" C:\\\u6f6e \"C:\\\U0001F30A 100% &more, 'x'.\"");
+    ASSERT_EQ(source.Caption(), "ready");
+    ModalDriver driver(
+        {PressUntil({750, 240}, false, [&] { return source.Caption() == "dragging"; }),
+         MoveOver(OnLabel()), Release(false)},
+        [] { SendMouse(MOUSEEVENTF_LEFTUP); });
+    EXPECT_TRUE(PumpUntil([&] { return source.Caption() == "done 1"; }, std::chrono::seconds(35)))
+        << source.Caption();
     EXPECT_TRUE(driver.Done());
     EXPECT_THAT(dropped_,
                 ElementsAre("C:\\from afar", "C:\\\u6f6e", "C:\\\U0001F30A 100% &more, 'x'."));

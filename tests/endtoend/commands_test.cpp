@@ -146,7 +146,7 @@ class CommandsEndToEnd : public EndToEnd {
     void SelectInChooser(const RemoteWindow& chooser, const std::string& path) const {
         const std::wstring wide = WideFromUtf8(path);
         const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
-        const RemoteMemory memory(program_->Process().Handle(), size);
+        const RemoteMemory memory(program_->Process(), size);
         memory.Write(0, wide.c_str(), size);
         const std::string name = path.substr(path.rfind('\\') + 1);
         EXPECT_TRUE(PollUntil(kWait, [&] {
@@ -162,7 +162,7 @@ class CommandsEndToEnd : public EndToEnd {
                 continue;
             }
             std::array<wchar_t, MAX_PATH> text{};
-            const RemoteMemory memory(program_->Process().Handle(), sizeof(TVITEMW) + sizeof(text));
+            const RemoteMemory memory(program_->Process(), sizeof(TVITEMW) + sizeof(text));
             TVITEMW item{};
             item.mask = TVIF_TEXT;
             item.hItem = reinterpret_cast<HTREEITEM>(child.Send(TVM_GETNEXTITEM, TVGN_CARET));

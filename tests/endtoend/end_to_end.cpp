@@ -18,14 +18,6 @@ std::string EnvironmentText(const wchar_t* name) {
 
 }  // namespace
 
-std::string TestProgramFolder() {
-    std::array<wchar_t, 4096> path{};
-    ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    std::string folder = Utf8FromWide(path.data());
-    folder.erase(folder.rfind('\\'));
-    return folder;
-}
-
 std::string ProgramPath() {
     std::string folder = TestProgramFolder();
     folder.erase(folder.rfind('\\'));

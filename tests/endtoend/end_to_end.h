@@ -36,9 +36,7 @@ enum OptionsItem {
 };
 enum HelpItem { kAbout };
 
-// The folder of the test programs, without a trailing backslash.
-[[nodiscard]] std::string TestProgramFolder();
-// Full path of the program that ships: it is in the folder above.
+// Full path of the program that ships: it is in the folder above that of the test programs.
 [[nodiscard]] std::string ProgramPath();
 
 // The time that trees have before they are stamped.

@@ -103,7 +103,7 @@ void Select(const Arguments& rows) {
 void Popup(const std::string& row) {
     const RemoteTidemark program;
     const RemoteListView list = program.lvwItems();
-    const RemoteMemory memory(program.Process().Handle(), sizeof(RECT));
+    const RemoteMemory memory(program.Process(), sizeof(RECT));
     RECT place{};
     place.left = LVIR_LABEL;
     memory.Write(0, &place, sizeof(place));

@@ -1,5 +1,7 @@
 #include "support/remote_process.h"
 
+#include <array>
+
 #include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
 
@@ -11,31 +13,6 @@ namespace {
 }
 
 }  // namespace
-
-RemoteMemory::RemoteMemory(HANDLE process, std::size_t size)
-    : process_(process),
-      address_(static_cast<char*>(
-          ::VirtualAllocEx(process, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE))) {
-    if (address_ == nullptr) {
-        Fail("taking memory in the other process");
-    }
-}
-
-RemoteMemory::~RemoteMemory() {
-    ::VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
-}
-
-void RemoteMemory::Write(std::size_t offset, const void* from, std::size_t size) const {
-    if (!::WriteProcessMemory(process_, address_ + offset, from, size, nullptr)) {
-        Fail("writing to the other process");
-    }
-}
-
-void RemoteMemory::Read(std::size_t offset, void* to, std::size_t size) const {
-    if (!::ReadProcessMemory(process_, address_ + offset, to, size, nullptr)) {
-        Fail("reading from the other process");
-    }
-}
 
 RemoteProcess::RemoteProcess(const std::string& program, const std::string& arguments) {
     STARTUPINFOW startup = {};
@@ -72,6 +49,12 @@ RemoteProcess::~RemoteProcess() {
     }
 }
 
+void RemoteProcess::Read(const void* address, void* to, std::size_t size) const {
+    if (!::ReadProcessMemory(process_.Get(), address, to, size, nullptr)) {
+        Fail("reading from the other process");
+    }
+}
+
 std::optional<DWORD> RemoteProcess::WaitForExit(std::chrono::milliseconds limit) const {
     DWORD code = 0;
     if (::WaitForSingleObject(process_.Get(), static_cast<DWORD>(limit.count())) != WAIT_OBJECT_0 ||
@@ -79,6 +62,37 @@ std::optional<DWORD> RemoteProcess::WaitForExit(std::chrono::milliseconds limit)
         return std::nullopt;
     }
     return code;
+}
+
+RemoteMemory::RemoteMemory(const RemoteProcess& process, std::size_t size)
+    : process_(process),
+      address_(static_cast<char*>(::VirtualAllocEx(process.Handle(), nullptr, size,
+                                                   MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE))) {
+    if (address_ == nullptr) {
+        Fail("taking memory in the other process");
+    }
+}
+
+RemoteMemory::~RemoteMemory() {
+    ::VirtualFreeEx(process_.Handle(), address_, 0, MEM_RELEASE);
+}
+
+void RemoteMemory::Write(std::size_t offset, const void* from, std::size_t size) const {
+    if (!::WriteProcessMemory(process_.Handle(), address_ + offset, from, size, nullptr)) {
+        Fail("writing to the other process");
+    }
+}
+
+void RemoteMemory::Read(std::size_t offset, void* to, std::size_t size) const {
+    process_.Read(address_ + offset, to, size);
+}
+
+std::string TestProgramFolder() {
+    std::array<wchar_t, 4096> path{};
+    ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    std::string folder = Utf8FromWide(path.data());
+    folder.erase(folder.rfind('\\'));
+    return folder;
 }
 
 }  // namespace tidemark

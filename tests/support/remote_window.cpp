@@ -89,7 +89,7 @@ int RemoteListView::Rows() const {
 
 std::string RemoteListView::Cell(int row, int column) const {
     constexpr std::size_t kUnits = 4096;
-    const RemoteMemory memory(Process().Handle(), sizeof(LVITEMW) + kUnits * sizeof(wchar_t));
+    const RemoteMemory memory(Process(), sizeof(LVITEMW) + kUnits * sizeof(wchar_t));
     LVITEMW item = {};
     item.iSubItem = column;
     item.pszText = reinterpret_cast<wchar_t*>(memory.Address() + sizeof(LVITEMW));
@@ -100,10 +100,7 @@ std::string RemoteListView::Cell(int row, int column) const {
     // The control may answer with a text of its own instead of filling the one that was offered.
     memory.Read(0, &item, sizeof(item));
     std::wstring text(static_cast<std::size_t>(length), L'\0');
-    if (!::ReadProcessMemory(Process().Handle(), item.pszText, text.data(),
-                             text.size() * sizeof(wchar_t), nullptr)) {
-        throw RemoteError("the text of a cell could not be read");
-    }
+    Process().Read(item.pszText, text.data(), text.size() * sizeof(wchar_t));
     return Utf8FromWide(text);
 }
 
@@ -112,7 +109,7 @@ int RemoteListView::SelectedCount() const {
 }
 
 void RemoteListView::Select(const std::vector<int>& rows) const {
-    const RemoteMemory memory(Process().Handle(), sizeof(LVITEMW));
+    const RemoteMemory memory(Process(), sizeof(LVITEMW));
     const auto set = [&](int row, UINT state) {
         LVITEMW item{};
         item.stateMask = LVIS_SELECTED;
@@ -135,7 +132,7 @@ bool RemoteStatusBar::IsSimple() const {
 std::string RemoteStatusBar::PartText(WPARAM part) const {
     const auto length = static_cast<std::size_t>(LOWORD(Send(SB_GETTEXTLENGTHW, part)));
     std::wstring text(length + 1, L'\0');
-    const RemoteMemory memory(Process().Handle(), text.size() * sizeof(wchar_t));
+    const RemoteMemory memory(Process(), text.size() * sizeof(wchar_t));
     Send(SB_GETTEXTW, part, reinterpret_cast<LPARAM>(memory.Address()));
     memory.Read(0, text.data(), text.size() * sizeof(wchar_t));
     return Utf8FromWide(text.c_str());
@@ -152,7 +149,7 @@ std::string RemoteStatusBar::Text() const {
 
 SYSTEMTIME RemoteDatePicker::Time() const {
     SYSTEMTIME time = {};
-    const RemoteMemory memory(Process().Handle(), sizeof(time));
+    const RemoteMemory memory(Process(), sizeof(time));
     if (Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(memory.Address())) != GDT_VALID) {
         throw RemoteError("the picker holds no time");
     }
@@ -161,7 +158,7 @@ SYSTEMTIME RemoteDatePicker::Time() const {
 }
 
 void RemoteDatePicker::SetTime(const SYSTEMTIME& time) const {
-    const RemoteMemory memory(Process().Handle(), sizeof(time));
+    const RemoteMemory memory(Process(), sizeof(time));
     memory.Write(0, &time, sizeof(time));
     if (Send(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(memory.Address())) == 0) {
         throw RemoteError("the picker did not take the time");

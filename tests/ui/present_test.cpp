@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <chrono>
-
-#include "platform/win32/wide_text.h"
+#include "support/drag_source.h"
 #include "support/pump.h"
-#include "support/remote_process.h"
 #include "support/test_form.h"
 #include "ui/foreground.h"
 
@@ -69,38 +65,14 @@ TEST_F(PresentTest, AMinimisedFormIsRestored) {
     ExpectPresented();
 }
 
-// A window of another process, with the user in it.
-class OtherProgram {
-  public:
-    OtherProgram() : process_(Path(), "700 200") {}
-
-    [[nodiscard]] bool ComeToTheFront() {
-        return PumpUntil(
-            [this] {
-                window_ = ::FindWindowW(L"TidemarkDragSource", nullptr);
-                ::SetForegroundWindow(window_);
-                return window_ != nullptr && InFront();
-            },
-            std::chrono::seconds(20));
-    }
-    [[nodiscard]] bool InFront() const { return ::GetForegroundWindow() == window_; }
-
-  private:
-    // It stands beside this program.
-    static std::string Path() {
-        std::array<wchar_t, 1024> own{};
-        ::GetModuleFileNameW(nullptr, own.data(), static_cast<DWORD>(own.size()));
-        const std::string path = Utf8FromWide(own.data());
-        return path.substr(0, path.rfind('\\') + 1) + "drag_source.exe";
-    }
-
-    RemoteProcess process_;
-    HWND window_ = nullptr;
-};
-
 TEST_F(PresentTest, WhileTheUserIsInAnotherProgramTheFormIsShownAndTakesNothing) {
-    OtherProgram other_program;
-    ASSERT_TRUE(other_program.ComeToTheFront());
+    const DragSource other_program("700 200");
+    ASSERT_NE(other_program.Window(), nullptr);
+    const auto it_is_in_front = [&] { return ::GetForegroundWindow() == other_program.Window(); };
+    ASSERT_TRUE(PumpUntil([&] {
+        ::SetForegroundWindow(other_program.Window());
+        return it_is_in_front();
+    }));
     EXPECT_FALSE(UserIsHere());
     int activations = 0;
     form_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
@@ -110,7 +82,7 @@ TEST_F(PresentTest, WhileTheUserIsInAnotherProgramTheFormIsShownAndTakesNothing)
     form_.Present();
     // Now: a window manager may have its own mind about new windows, and tells of it later.
     EXPECT_TRUE(form_.Visible());
-    EXPECT_TRUE(other_program.InFront());
+    EXPECT_TRUE(it_is_in_front());
     EXPECT_EQ(activations, 0);
 }
 
