@@ -12,7 +12,7 @@
 #include "support/com_testing.h"
 #include "support/drop_files_block.h"
 #include "support/last_resort_recorder.h"
-#include "support/window_testing.h"
+#include "support/test_form.h"
 
 namespace tidemark {
 namespace {
@@ -59,8 +59,8 @@ class DropTargetTest : public ::testing::Test {
   protected:
     DropTargetTest() {
         data_->bytes = BuildDropFiles(std::vector<std::string>{"C:\\a", "C:\\b"});
-        drop_target_ = std::make_unique<DropTarget>(window_.Handle(), sink_);
-        target_ = ComPtr<IDropTarget>(RegisteredTarget(window_.Handle()));
+        drop_target_ = std::make_unique<DropTarget>(form_.Handle(), sink_);
+        target_ = ComPtr<IDropTarget>(RegisteredTarget(form_.Handle()));
     }
     ~DropTargetTest() override {
         drop_target_.reset();
@@ -72,11 +72,11 @@ class DropTargetTest : public ::testing::Test {
 
     POINTL AtClient(int x, int y) const {
         POINT point{x, y};
-        ::ClientToScreen(window_.Handle(), &point);
+        ::ClientToScreen(form_.Handle(), &point);
         return {point.x, point.y};
     }
 
-    TestWindow window_{Bounds{300, 200, 200, 150}};
+    TestForm form_;
     RecordingSink sink_;
     OleSession ole_;
     ComPtr<FakeDataObject> data_ = ComPtr<FakeDataObject>::Adopt(new FakeDataObject);
@@ -174,7 +174,7 @@ TEST_F(DropTargetTest, TenThousandFilesAreReadOncePerDragAndOncePerDrop) {
 }
 
 TEST_F(DropTargetTest, DestroyingTheWindowUndoesTheRegistration) {
-    window_.Destroy();
+    form_.Destroy();
     EXPECT_EQ(References(*target_.Get()), 2U) << "only the test and the object hold it";
     DWORD effect = DROPEFFECT_COPY;
     EXPECT_EQ(target_->Drop(data_.Get(), 0, {0, 0}, &effect), S_OK);
@@ -184,24 +184,24 @@ TEST_F(DropTargetTest, DestroyingTheWindowUndoesTheRegistration) {
 
 TEST_F(DropTargetTest, DroppingTheObjectUndoesTheRegistrationAndAnotherMayFollow) {
     drop_target_.reset();
-    EXPECT_EQ(RegisteredTarget(window_.Handle()), nullptr);
+    EXPECT_EQ(RegisteredTarget(form_.Handle()), nullptr);
     EXPECT_EQ(References(*target_.Get()), 1U);
-    drop_target_ = std::make_unique<DropTarget>(window_.Handle(), sink_);
-    EXPECT_NE(RegisteredTarget(window_.Handle()), nullptr);
+    drop_target_ = std::make_unique<DropTarget>(form_.Handle(), sink_);
+    EXPECT_NE(RegisteredTarget(form_.Handle()), nullptr);
 }
 
 TEST_F(DropTargetTest, ASecondRegistrationOfAWindowFailsWithTheSystemsCode) {
     try {
-        DropTarget second(window_.Handle(), sink_);
+        DropTarget second(form_.Handle(), sink_);
         FAIL() << "registered twice";
     } catch (const ProgramError& error) {
         EXPECT_EQ(error.Number(), DRAGDROP_E_ALREADYREGISTERED);
     }
-    EXPECT_EQ(RegisteredTarget(window_.Handle()), target_.Get());
+    EXPECT_EQ(RegisteredTarget(form_.Handle()), target_.Get());
 }
 
 TEST_F(DropTargetTest, AHostMayDestroyTheWindowInsideANotification) {
-    sink_.during = [this] { window_.Destroy(); };
+    sink_.during = [this] { form_.Destroy(); };
     DWORD effect = DROPEFFECT_COPY;
     EXPECT_EQ(target_->DragEnter(data_.Get(), MK_LBUTTON, AtClient(5, 6), &effect), S_OK);
     EXPECT_EQ(References(*target_.Get()), 2U) << "the system lets go of it";

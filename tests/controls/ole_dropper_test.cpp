@@ -8,7 +8,6 @@
 #include "platform/program_error.h"
 #include "support/com_testing.h"
 #include "support/test_form.h"
-#include "support/window_testing.h"
 #include "ui/gdi.h"
 #include "ui/message_font.h"
 
@@ -58,18 +57,7 @@ class OLEDropperTest : public ::testing::Test {
 
     // A drag to a point of the control that is reported to `window`, ended by a drop.
     DWORD DropOn(HWND window, int x, int y) {
-        const ComPtr<IDropTarget> target(RegisteredTarget(window));
-        if (!target) {
-            ADD_FAILURE() << "no drop target";
-            return DROPEFFECT_NONE;
-        }
-        DWORD effect = DROPEFFECT_COPY;
-        target->DragEnter(data_.Get(), MK_LBUTTON, OnScreen(x, y), &effect);
-        effect = DROPEFFECT_COPY;
-        target->DragOver(MK_LBUTTON, OnScreen(x, y), &effect);
-        effect = DROPEFFECT_COPY;
-        target->Drop(data_.Get(), 0, OnScreen(x, y), &effect);
-        return effect;
+        return DragAndDrop(window, *data_.Get(), OnScreen(x, y));
     }
 
     OleSession ole_;

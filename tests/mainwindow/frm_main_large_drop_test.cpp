@@ -6,7 +6,6 @@
 #include "controls/drop_files.h"
 #include "mainwindow/main_window_fixture.h"
 #include "support/com_testing.h"
-#include "support/window_testing.h"
 
 namespace tidemark {
 namespace {
@@ -24,14 +23,10 @@ class MainWindowLargeList : public MainWindowTest {
             system_.volume.AddFile(paths.back());
         }
         system_.files.SetRecording(false);
-        const ComPtr<IDropTarget> target(RegisteredTarget(Main().OLEDropper1.Handle()));
-        ASSERT_TRUE(target);
         const auto data = ComPtr<FakeDataObject>::Adopt(new FakeDataObject);
         data->bytes = BuildDropFiles(paths);
-        DWORD effect = DROPEFFECT_COPY;
-        target->DragEnter(data.Get(), MK_LBUTTON, {}, &effect);
-        ASSERT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
-        target->Drop(data.Get(), 0, {}, &effect);
+        ASSERT_EQ(DragAndDrop(Main().OLEDropper1.Handle(), *data.Get()),
+                  static_cast<DWORD>(DROPEFFECT_COPY));
     }
     // What of the list waits to be painted; empty when nothing does.
     [[nodiscard]] RECT Unpainted() {

@@ -9,7 +9,6 @@
 #include "support/com_testing.h"
 #include "support/fake_drag_data.h"
 #include "support/shown_status.h"
-#include "support/window_testing.h"
 
 namespace tidemark {
 namespace {
@@ -47,19 +46,9 @@ class MainWindowList : public MainWindowTest {
     }
     // Drags files over a window's registered drop target and drops them there.
     DWORD Drop(HWND window, const std::vector<std::string>& paths) {
-        const ComPtr<IDropTarget> target(RegisteredTarget(window));
         const auto data = ComPtr<FakeDataObject>::Adopt(new FakeDataObject);
         data->bytes = BuildDropFiles(paths);
-        if (!target) {
-            ADD_FAILURE() << "no drop target";
-            return 0;
-        }
-        DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        target->DragEnter(data.Get(), MK_LBUTTON, {}, &effect);
-        const DWORD chosen = effect;
-        effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        target->Drop(data.Get(), 0, {}, &effect);
-        return chosen;
+        return DragAndDrop(window, *data.Get(), {}, DROPEFFECT_COPY | DROPEFFECT_MOVE);
     }
     // Drags the selected rows out; what the drag offers, and the effects that it allows.
     std::int32_t DragOut(FakeDragData& data) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <ole2.h>
 
 #include <cstring>
@@ -72,5 +73,29 @@ class FakeDataObject final : public ComObject<IDataObject> {
   private:
     ~FakeDataObject() override = default;
 };
+
+// The drop target registered for a window of this process, null when there is none. Not owned.
+inline IDropTarget* RegisteredTarget(HWND window) {
+    // The property in which OLE keeps a target for its own process.
+    return static_cast<IDropTarget*>(::GetPropW(window, L"OleDropTargetInterface"));
+}
+
+// Drags data to a place on the screen over a window's registered target and drops it there, as the
+// system does for a drag that allows these effects; the effect of the drop.
+inline DWORD DragAndDrop(HWND window, IDataObject& data, POINTL at = {},
+                         DWORD allowed = DROPEFFECT_COPY) {
+    const ComPtr<IDropTarget> target(RegisteredTarget(window));
+    if (!target) {
+        ADD_FAILURE() << "no drop target";
+        return DROPEFFECT_NONE;
+    }
+    DWORD effect = allowed;
+    target->DragEnter(&data, MK_LBUTTON, at, &effect);
+    effect = allowed;
+    target->DragOver(MK_LBUTTON, at, &effect);
+    effect = allowed;
+    target->Drop(&data, 0, at, &effect);
+    return effect;
+}
 
 }  // namespace tidemark
