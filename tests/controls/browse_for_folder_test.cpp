@@ -7,13 +7,13 @@
 #include <commctrl.h>
 
 #include <array>
-#include <string_view>
 
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
 #include "platform/win32/wide_text.h"
 #include "support/modal_driver.h"
 #include "support/on_wine.h"
+#include "support/open_windows.h"
 #include "support/real_tree.h"
 #include "support/test_form.h"
 
@@ -47,42 +47,22 @@ class BrowseForFolderTest : public ::testing::Test {
         form_.SetVisible(true);
     }
 
-    static HWND Dialog() {
-        const std::vector<HWND> dialogs = ThreadWindows(L"#32770");
-        return dialogs.empty() ? nullptr : dialogs.front();
-    }
-    static void Press(int button) {
-        ::PostMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                       reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), button)));
-    }
-    static bool OkEnabled() { return ::IsWindowEnabled(::GetDlgItem(Dialog(), IDOK)) != FALSE; }
+    static bool OkEnabled() { return ::IsWindowEnabled(::GetDlgItem(OpenDialog(), IDOK)) != FALSE; }
     static void SelectPath(const std::string& path) {
-        ::SendMessageW(Dialog(), BFFM_SETSELECTIONW, TRUE,
+        ::SendMessageW(OpenDialog(), BFFM_SETSELECTIONW, TRUE,
                        reinterpret_cast<LPARAM>(WideFromUtf8(path).c_str()));
     }
     // The text of the selected item of the dialog's tree.
     static std::string SelectedText() {
-        struct Search {
-            HWND tree = nullptr;
-
-            static BOOL CALLBACK Meet(HWND child, LPARAM lparam) {
-                std::array<wchar_t, 32> name{};
-                ::GetClassNameW(child, name.data(), static_cast<int>(name.size()));
-                if (name.data() != std::wstring_view(WC_TREEVIEWW)) {
-                    return TRUE;
-                }
-                reinterpret_cast<Search*>(lparam)->tree = child;
-                return FALSE;
-            }
-        } search;
-        ::EnumChildWindows(Dialog(), Search::Meet, reinterpret_cast<LPARAM>(&search));
+        const HWND tree =
+            FindBelow(OpenDialog(), [](HWND child) { return ClassOf(child) == WC_TREEVIEWW; });
         std::array<wchar_t, MAX_PATH> text{};
         TVITEMW item{};
         item.mask = TVIF_TEXT;
-        item.hItem = TreeView_GetSelection(search.tree);
+        item.hItem = TreeView_GetSelection(tree);
         item.pszText = text.data();
         item.cchTextMax = MAX_PATH;
-        ::SendMessageW(search.tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        ::SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
         return Utf8FromWide(text.data());
     }
     // Whether the item that ends the path is selected.
@@ -100,11 +80,11 @@ class BrowseForFolderTest : public ::testing::Test {
         };
     }
     static ModalDriver::Step WaitForDialog() {
-        return [] { return Dialog() != nullptr; };
+        return [] { return OpenDialog() != nullptr; };
     }
     static ModalDriver::Step PressNow(int button) {
         return [button] {
-            Press(button);
+            PressInDialog(button);
             return true;
         };
     }
@@ -112,10 +92,10 @@ class BrowseForFolderTest : public ::testing::Test {
     // Runs the dialog with these steps after it has come up.
     bool BrowseWith(std::vector<ModalDriver::Step> steps) {
         steps.insert(steps.begin(), WaitForDialog());
-        ModalDriver driver(std::move(steps), [] { Press(IDCANCEL); });
+        ModalDriver driver(std::move(steps), [] { PressInDialog(IDCANCEL); });
         const bool chosen = browse_.Browse();
         EXPECT_TRUE(driver.Done());
-        EXPECT_EQ(Dialog(), nullptr) << "the dialog has closed";
+        EXPECT_EQ(OpenDialog(), nullptr) << "the dialog has closed";
         return chosen;
     }
 
@@ -163,9 +143,9 @@ TEST_F(BrowseForFolderTest, TitleOkTextAndPromptAreShown) {
     std::string ok;
     bool prompt_found = false;
     BrowseWith({[&] {
-                    title = Window(Dialog()).Text();
-                    ok = Window(::GetDlgItem(Dialog(), IDOK)).Text();
-                    for (HWND child = ::GetWindow(Dialog(), GW_CHILD); child != nullptr;
+                    title = Window(OpenDialog()).Text();
+                    ok = Window(::GetDlgItem(OpenDialog(), IDOK)).Text();
+                    for (HWND child = ::GetWindow(OpenDialog(), GW_CHILD); child != nullptr;
                          child = ::GetWindow(child, GW_HWNDNEXT)) {
                         prompt_found |= Window(child).Text() == "Select a folder to be stamped.";
                     }
@@ -181,8 +161,8 @@ TEST_F(BrowseForFolderTest, EmptyTextsKeepTheShellsOwn) {
     std::string title;
     std::string ok;
     BrowseWith({[&] {
-                    title = Window(Dialog()).Text();
-                    ok = Window(::GetDlgItem(Dialog(), IDOK)).Text();
+                    title = Window(OpenDialog()).Text();
+                    ok = Window(::GetDlgItem(OpenDialog(), IDOK)).Text();
                     return true;
                 },
                 PressNow(IDCANCEL)});
@@ -201,7 +181,7 @@ TEST_F(BrowseForFolderTest, AVirtualFolderDisablesOkAndAFolderEnablesIt) {
     const UniqueItemIdList owned(computer);
     EXPECT_FALSE(BrowseWith({Select(first_),
                              [computer] {
-                                 ::SendMessageW(Dialog(), BFFM_SETSELECTIONW, FALSE,
+                                 ::SendMessageW(OpenDialog(), BFFM_SETSELECTIONW, FALSE,
                                                 reinterpret_cast<LPARAM>(computer));
                                  return !OkEnabled();
                              },
@@ -219,7 +199,7 @@ TEST_F(BrowseForFolderTest, TheDialogIsCentredOverItsOwner) {
     ::GetWindowRect(form_.Handle(), &owner);
     RECT dialog{};
     BrowseWith({[&dialog] {
-                    ::GetWindowRect(Dialog(), &dialog);
+                    ::GetWindowRect(OpenDialog(), &dialog);
                     return true;
                 },
                 PressNow(IDCANCEL)});
@@ -236,7 +216,7 @@ TEST_F(BrowseForFolderTest, TheDialogIsKeptOnTheMonitorWithItsSize) {
     form_.Move({500, 420, 200, 150});
     RECT dialog{};
     BrowseWith({[&dialog] {
-                    ::GetWindowRect(Dialog(), &dialog);
+                    ::GetWindowRect(OpenDialog(), &dialog);
                     return true;
                 },
                 PressNow(IDCANCEL)});
@@ -252,7 +232,7 @@ TEST_F(BrowseForFolderTest, ATypedNameThatDoesNotExistClosesTheDialogWithNothing
     browse_.Flags |= BIF_EDITBOX | BIF_VALIDATE;
     browse_.SelectedFolder = first_;
     EXPECT_FALSE(BrowseWith({[this] {
-                                 const HWND edit = ::GetDlgItem(Dialog(), kEditOfDialog);
+                                 const HWND edit = ::GetDlgItem(OpenDialog(), kEditOfDialog);
                                  if (edit == nullptr) {
                                      return false;
                                  }

@@ -4,29 +4,27 @@
 #include <ole2.h>
 
 #include <algorithm>
-#include <array>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "controls/file_drop_data.h"
 #include "controls/ole_session.h"
 #include "controls/shell_context_menu.h"
 #include "platform/win32/com_ptr.h"
-#include "platform/win32/wide_text.h"
+#include "support/menu_captions.h"
 #include "support/modal_driver.h"
+#include "support/open_windows.h"
 #include "support/real_tree.h"
 #include "support/test_form.h"
 
 namespace tidemark {
 namespace {
 
+using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-constexpr UINT kGetMenuHandle = 0x01E1;  // MN_GETHMENU
-
-struct ShownItem {
-    std::string text;  // without marks of mnemonics
-    bool separator;
-};
+using ::testing::Not;
 
 class ShellMenuOnScreenTest : public ::testing::Test {
   protected:
@@ -44,33 +42,19 @@ class ShellMenuOnScreenTest : public ::testing::Test {
         };
     }
 
-    static HWND Popup() {
-        const std::vector<HWND> popups = ThreadWindows(L"#32768");
-        return popups.empty() ? nullptr : popups.front();
-    }
-
     // Waits for the menu and notes what it shows.
     ModalDriver::Step Look() {
         return [this] {
-            const HWND popup = Popup();
-            const auto menu =
-                popup == nullptr
-                    ? nullptr
-                    : reinterpret_cast<HMENU>(::SendMessageW(popup, kGetMenuHandle, 0, 0));
+            const HMENU menu = OpenMenu();
             if (menu == nullptr) {
                 return false;
             }
-            ::GetWindowRect(popup, &shown_at_);
+            ::GetWindowRect(OpenPopup(), &shown_at_);
             default_position_ = static_cast<int>(::GetMenuDefaultItem(menu, TRUE, 0));
-            for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-                std::array<wchar_t, 128> text{};
-                ::GetMenuStringW(menu, static_cast<UINT>(i), text.data(),
-                                 static_cast<int>(text.size()), MF_BYPOSITION);
-                std::string shown = Utf8FromWide(text.data());
-                std::erase(shown, '&');
-                const UINT state = ::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
-                items_.push_back({shown.substr(0, shown.find('\t')),
-                                  (state & MF_SEPARATOR) != 0 && (state & MF_POPUP) == 0});
+            items_ = CaptionsOf(menu);
+            for (std::string& item : items_) {
+                std::erase(item, '&');
+                item.erase(std::min(item.find('\t'), item.size()));
             }
             return true;
         };
@@ -90,7 +74,7 @@ class ShellMenuOnScreenTest : public ::testing::Test {
                 return Key(VK_ESCAPE)();
             }
             const int now = Highlighted();
-            if (now >= 0 && items_[static_cast<std::size_t>(now)].text == text) {
+            if (now >= 0 && items_[static_cast<std::size_t>(now)] == text) {
                 return Key(VK_RETURN)();
             }
             if (now != walked_from_) {
@@ -101,7 +85,7 @@ class ShellMenuOnScreenTest : public ::testing::Test {
         };
     }
     static int Highlighted() {
-        const auto menu = reinterpret_cast<HMENU>(::SendMessageW(Popup(), kGetMenuHandle, 0, 0));
+        const HMENU menu = OpenMenu();
         for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
             if ((::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_HILITE) != 0) {
                 return i;
@@ -110,12 +94,11 @@ class ShellMenuOnScreenTest : public ::testing::Test {
         return -1;
     }
     bool Shows(const std::string& text) const {
-        return std::any_of(items_.begin(), items_.end(),
-                           [&](const auto& item) { return item.text == text; });
+        return std::find(items_.begin(), items_.end(), text) != items_.end();
     }
     static void EndEverything() {
         ::EndMenu();
-        for (const HWND dialog : ThreadWindows(L"#32770")) {
+        if (const HWND dialog = OpenDialog()) {
             ::PostMessageW(dialog, WM_CLOSE, 0, 0);
         }
     }
@@ -123,7 +106,7 @@ class ShellMenuOnScreenTest : public ::testing::Test {
         ModalDriver driver(std::move(steps), EndEverything);
         menu_.PopupMenu(form_.Handle(), 0, x, y);
         EXPECT_TRUE(driver.Done());
-        EXPECT_EQ(Popup(), nullptr) << "the menu has closed";
+        EXPECT_EQ(OpenPopup(), nullptr) << "the menu has closed";
     }
 
     OleSession ole_;
@@ -134,7 +117,7 @@ class ShellMenuOnScreenTest : public ::testing::Test {
     PopupMenuSystem system_;
     ShellContextMenu menu_{system_};
     std::vector<std::pair<std::string, std::int32_t>> invoked_;
-    std::vector<ShownItem> items_;
+    std::vector<std::string> items_;  // their captions, without the marks of mnemonics and keys
     RECT shown_at_{};
     int default_position_ = -2;
     int walked_from_ = -2;
@@ -143,9 +126,9 @@ class ShellMenuOnScreenTest : public ::testing::Test {
 TEST_F(ShellMenuOnScreenTest, OwnEntriesStandAboveTheShellsAndNoneIsBold) {
     Show(200, 150, {Look(), Key(VK_ESCAPE)});
     ASSERT_GT(items_.size(), 3U) << "the shell has entries of its own";
-    EXPECT_EQ(items_[0].text, "Open Containing Folder");
-    EXPECT_TRUE(items_[1].separator);
-    EXPECT_FALSE(items_[2].text.empty());
+    EXPECT_EQ(items_[0], "Open Containing Folder");
+    EXPECT_EQ(items_[1], "-");
+    EXPECT_THAT(items_[2], Not(AnyOf("", "-")));
     EXPECT_EQ(default_position_, -1);
     EXPECT_EQ(shown_at_.left, 200);
     EXPECT_EQ(shown_at_.top, 150);

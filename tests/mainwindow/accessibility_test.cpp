@@ -9,6 +9,7 @@
 #include "platform/win32/com_ptr.h"
 #include "platform/win32/wide_text.h"
 #include "support/com_apartment.h"
+#include "support/open_windows.h"
 
 // Needs <objbase.h> before it.
 #include <oleacc.h>
@@ -27,12 +28,6 @@ class Accessibility : public MainWindowTest {
             stop = ::GetNextDlgTabItem(Main().Handle(), stop, FALSE);
         }
         return stops;
-    }
-
-    static std::wstring ClassOf(HWND window) {
-        wchar_t name[64] = L"";
-        ::GetClassNameW(window, name, 64);
-        return name;
     }
 
     // What the control says of itself through the system's interface for screen readers.

@@ -7,7 +7,9 @@
 #include "mainwindow/main_window_fixture.h"
 #include "mainwindow/send_to_shortcut.h"
 #include "platform/win32/wide_text.h"
+#include "support/menu_captions.h"
 #include "support/modal_driver.h"
+#include "support/open_windows.h"
 #include "support/real_tree.h"
 #include "support/refused_windows.h"
 #include "support/shell_link.h"
@@ -25,33 +27,16 @@ using ::testing::IsEmpty;
 
 class MainWindowDialogs : public MainWindowTest {
   protected:
-    static HWND Dialog() {
-        const std::vector<HWND> dialogs = ThreadWindows(L"#32770");
-        return dialogs.empty() ? nullptr : dialogs.front();
-    }
-    static void Press(int button) {
-        ::PostMessageW(Dialog(), WM_COMMAND, static_cast<WPARAM>(button), 0);
-    }
     // The place for names in the file dialog, once the dialog shows a folder.
     static HWND NameEdit() {
-        struct Search {
-            HWND edit = nullptr;
-            bool folder = false;
-
-            static BOOL CALLBACK Meet(HWND child, LPARAM lparam) {
-                auto& search = *reinterpret_cast<Search*>(lparam);
-                std::array<wchar_t, 64> name{};
-                ::GetClassNameW(child, name.data(), static_cast<int>(name.size()));
-                const int id = ::GetDlgCtrlID(child);
-                if (std::wstring(name.data()) == WC_EDITW && (id == edt1 || id == cmb13)) {
-                    search.edit = child;
-                }
-                search.folder |= std::wstring(name.data()) == L"SHELLDLL_DefView";
-                return TRUE;
-            }
-        } search;
-        ::EnumChildWindows(Dialog(), Search::Meet, reinterpret_cast<LPARAM>(&search));
-        return search.folder ? search.edit : nullptr;
+        const auto shows_folder = [](HWND child) { return ClassOf(child) == L"SHELLDLL_DefView"; };
+        const auto takes_names = [](HWND child) {
+            const int id = ::GetDlgCtrlID(child);
+            return ClassOf(child) == WC_EDITW && (id == edt1 || id == cmb13);
+        };
+        return FindBelow(OpenDialog(), shows_folder) != nullptr
+                   ? FindBelow(OpenDialog(), takes_names)
+                   : nullptr;
     }
     static ModalDriver::Step Type(const std::string& text) {
         return [text] {
@@ -60,7 +45,7 @@ class MainWindowDialogs : public MainWindowTest {
                 return false;
             }
             ::SetWindowTextW(edit, WideFromUtf8(text).c_str());
-            Press(IDOK);
+            PressInDialog(IDOK);
             return true;
         };
     }
@@ -80,7 +65,7 @@ class MainWindowDialogs : public MainWindowTest {
             }
             steps.push_back(Type(text));
         }
-        ModalDriver driver(std::move(steps), [] { Press(IDCANCEL); });
+        ModalDriver driver(std::move(steps), [] { PressInDialog(IDCANCEL); });
         Choose("mnuFile", "mnuFileAddFiles");
         Finish();
     }
@@ -125,10 +110,10 @@ TEST_F(MainWindowDialogs, ACancelledFileDialogAddsNothingAndSaysNothing) {
     Load();
     ModalDriver driver({[] { return NameEdit() != nullptr; },
                         [] {
-                            Press(IDCANCEL);
+                            PressInDialog(IDCANCEL);
                             return true;
                         }},
-                       [] { Press(IDCANCEL); });
+                       [] { PressInDialog(IDCANCEL); });
     Choose("mnuFile", "mnuFileAddFiles");
     EXPECT_THAT(RowTexts(), IsEmpty());
     EXPECT_THAT(boxes_.shown, IsEmpty());
@@ -158,22 +143,9 @@ TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpe
     List({path});
     Main().rows.SetSelected(0, true);
     std::vector<std::string> captions;
-    const auto popup_menu = [] {
-        const std::vector<HWND> popups = ThreadWindows(L"#32768");
-        constexpr UINT kGetMenuHandle = 0x01E1;
-        return popups.empty()
-                   ? nullptr
-                   : reinterpret_cast<HMENU>(::SendMessageW(popups.front(), kGetMenuHandle, 0, 0));
-    };
-    ModalDriver driver({[&] {
-                            const HMENU menu = popup_menu();
-                            for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-                                std::array<wchar_t, 100> text{};
-                                ::GetMenuStringW(menu, static_cast<UINT>(i), text.data(), 100,
-                                                 MF_BYPOSITION);
-                                captions.push_back(Utf8FromWide(text.data()));
-                            }
-                            return menu != nullptr;
+    ModalDriver driver({[&captions] {
+                            captions = CaptionsOf(OpenMenu());
+                            return OpenMenu() != nullptr;
                         },
                         [&] {
                             // The first entry is the program's own.
@@ -187,7 +159,7 @@ TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpe
     Main().lvwItems.on_mouse_up({.button = kRightButton});
     ASSERT_GT(captions.size(), 3U) << "the shell's entries are there";
     EXPECT_EQ(captions[0], "Open Containing Folder");
-    EXPECT_EQ(captions[1], "");
+    EXPECT_EQ(captions[1], "-");
     std::string key = path;
     std::transform(key.begin(), key.end(), key.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });

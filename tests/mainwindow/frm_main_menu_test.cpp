@@ -5,6 +5,7 @@
 #include "mainwindow/main_window_fixture.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/wide_text.h"
+#include "support/menu_captions.h"
 
 namespace tidemark {
 namespace {
@@ -12,22 +13,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-
-// The captions of a menu as the system has them; "-" for a separator.
-std::vector<std::string> CaptionsOf(HMENU menu) {
-    std::vector<std::string> captions;
-    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-        MENUITEMINFOW info{};
-        std::array<wchar_t, 100> text{};
-        info.cbSize = sizeof(info);
-        info.fMask = MIIM_FTYPE | MIIM_STRING;
-        info.dwTypeData = text.data();
-        info.cch = static_cast<UINT>(text.size());
-        ::GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &info);
-        captions.push_back((info.fType & MFT_SEPARATOR) != 0 ? "-" : Utf8FromWide(text.data()));
-    }
-    return captions;
-}
 
 // Makes no object of its class, whatever is asked for.
 class FailingFactory final : public ComObject<IClassFactory> {

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdio>
-#include <string_view>
 #include <utility>
 
 namespace tidemark {
@@ -70,25 +68,6 @@ void ModalDriver::TryStep() {
         deadline_ = ::GetTickCount64() + kStepLimitMs;
     }
     in_step_ = false;
-}
-
-std::vector<HWND> ThreadWindows(const wchar_t* class_name) {
-    struct Search {
-        std::wstring_view class_name;
-        std::vector<HWND> found;
-
-        static BOOL CALLBACK Meet(HWND window, LPARAM lparam) {
-            auto& wanted = *reinterpret_cast<Search*>(lparam);
-            std::array<wchar_t, 64> name{};
-            ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-            if (wanted.class_name == name.data() && ::IsWindowVisible(window)) {
-                wanted.found.push_back(window);
-            }
-            return TRUE;
-        }
-    } search{class_name, {}};
-    ::EnumThreadWindows(::GetCurrentThreadId(), Search::Meet, reinterpret_cast<LPARAM>(&search));
-    return search.found;
 }
 
 }  // namespace tidemark

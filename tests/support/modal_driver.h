@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -34,8 +35,5 @@ class ModalDriver {
     int times_given_up_ = 0;
     UINT_PTR timer_;
 };
-
-// The visible windows of this thread that are of the class, the topmost first.
-std::vector<HWND> ThreadWindows(const wchar_t* class_name);
 
 }  // namespace tidemark

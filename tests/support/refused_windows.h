@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/win32/windows.h"
+#include "support/open_windows.h"
 
 namespace tidemark {
 
@@ -31,9 +32,8 @@ class RefusedWindows {
         return current;
     }
     static LRESULT CALLBACK OnWindowEvent(int code, WPARAM window, LPARAM details) {
-        wchar_t name[64] = L"";
-        ::GetClassNameW(reinterpret_cast<HWND>(window), name, 64);
-        if (code == HCBT_CREATEWND && Current()->class_name_ == name) {
+        if (code == HCBT_CREATEWND &&
+            Current()->class_name_ == ClassOf(reinterpret_cast<HWND>(window))) {
             ++Current()->count_;
             return 1;
         }

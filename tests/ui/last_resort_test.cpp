@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "platform/program_error.h"
+#include "support/box_answerer.h"
 #include "support/last_resort_recorder.h"
 #include "support/pump.h"
 #include "support/test_form.h"
@@ -105,30 +106,18 @@ TEST_F(LastResort, AFailingPaintIsReportedOnceAndNotAskedForAgain) {
 TEST_F(LastResort, TheProgramsOwnReporterShowsABoxOverTheWindow) {
     form_.SetVisible(true);
     const auto before = SetLastResortReporter({});
-    std::string caption;
-    std::string text;
-    HWND owner = nullptr;
-    // A timer finds the box in the box's own message loop.
-    form_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        const HWND box = message == WM_TIMER ? ::FindWindowW(L"#32770", L"tidemark") : nullptr;
+    form_.on_message = [](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
         if (message == kFail) {
             throw ProgramError(6, "Überlauf");
         }
-        if (box != nullptr && text.empty()) {
-            caption = Window(box).Text();
-            text = Window(::GetDlgItem(box, 0xFFFF)).Text();
-            owner = ::GetWindow(box, GW_OWNER);
-            ::PostMessageW(box, WM_COMMAND, IDOK, 0);
-        }
         return std::nullopt;
     };
-    ::SetTimer(form_.Handle(), 1, 20, nullptr);
+    const BoxAnswerer answerer(IDOK);
     form_.Send(kFail);
-    ::KillTimer(form_.Handle(), 1);
     SetLastResortReporter(before);
-    EXPECT_EQ(caption, "tidemark");
-    EXPECT_EQ(text, "Error: 6\nÜberlauf");
-    EXPECT_EQ(owner, form_.Handle());
+    EXPECT_EQ(answerer.caption, "tidemark");
+    EXPECT_EQ(answerer.text, "Error: 6\nÜberlauf");
+    EXPECT_EQ(answerer.owner, form_.Handle());
 }
 
 }  // namespace

@@ -2,54 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <utility>
 
-#include "support/modal_driver.h"
+#include "support/box_answerer.h"
 #include "support/test_form.h"
 
 namespace tidemark {
 namespace {
-
-// Answers a message box of this thread with a command once it is up.
-class BoxAnswerer {
-  public:
-    explicit BoxAnswerer(int command)
-        : driver_({[this, command] { return Answer(command); }}, [] { PressAll(IDCANCEL); }) {}
-
-    HWND owner = nullptr;
-    std::string caption;
-    std::string text;
-    int default_button = 0;
-
-  private:
-    static void PressAll(int command) {
-        for (const HWND box : ThreadWindows(L"#32770")) {
-            ::PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(command), 0);
-        }
-    }
-
-    bool Answer(int command) {
-        const std::vector<HWND> boxes = ThreadWindows(L"#32770");
-        if (boxes.empty()) {
-            return false;
-        }
-        const HWND box = boxes.front();
-        owner = ::GetWindow(box, GW_OWNER);
-        caption = Window(box).Text();
-        text = Window(::GetDlgItem(box, 0xFFFF)).Text();
-        for (const int button : {IDOK, IDYES, IDNO}) {
-            const Window candidate(::GetDlgItem(box, button));
-            if ((candidate.Style() & BS_TYPEMASK) == BS_DEFPUSHBUTTON) {
-                default_button = button;
-            }
-        }
-        PressAll(command);
-        return true;
-    }
-
-    ModalDriver driver_;
-};
 
 TEST(MessageBoxTest, AsksOverItsOwnerAndGivesTheTypedAnswer) {
     TestForm form;

@@ -5,6 +5,7 @@
 
 #include "platform/win32/win32_platform.h"
 #include "support/modal_driver.h"
+#include "support/open_windows.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 #include "ui/last_resort.h"
@@ -48,7 +49,7 @@ TEST_F(WorkTest, AnOpenMenuKeepsItsKeysAndLongWorkWaitsForItsEnd) {
     int chosen = 0;
     menu["mnuSecond"].on_click = [&] { ++chosen; };
     int looks = 0;
-    ModalDriver driver({[] { return !ThreadWindows(L"#32768").empty(); },
+    ModalDriver driver({[] { return OpenPopup() != nullptr; },
                         [&] {
                             StartWork();
                             return true;
@@ -75,21 +76,17 @@ TEST_F(WorkTest, ADialogOfTheSystemKeepsItsKeysWhileWorkGoesOn) {
     on_tick_ = [&] {
         ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_ESCAPE, 0);
         const ULONGLONG end = ::GetTickCount64() + 5000;
-        while (!ThreadWindows(L"#32770").empty() && ::GetTickCount64() < end) {
+        while (OpenDialog() != nullptr && ::GetTickCount64() < end) {
             platform_.pump.LetPendingMessagesRun();
         }
-        answered = ThreadWindows(L"#32770").empty();
+        answered = OpenDialog() == nullptr;
     };
-    ModalDriver driver({[] { return !ThreadWindows(L"#32770").empty(); },
+    ModalDriver driver({[] { return OpenDialog() != nullptr; },
                         [&] {
                             StartWork();
                             return true;
                         }},
-                       [] {
-                           for (const HWND box : ThreadWindows(L"#32770")) {
-                               ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-                           }
-                       });
+                       [] { PressInDialog(IDCANCEL); });
     ::MessageBoxW(form_.Handle(), L"text", L"caption", MB_OKCANCEL);
     EXPECT_TRUE(PumpUntil([this] { return ticks_ == 1; }));
     EXPECT_TRUE(answered);
