@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "controls/ole_session.h"
 #include "mainwindow/main_window_fixture.h"
 #include "mainwindow/send_to_shortcut.h"
@@ -27,6 +29,12 @@ using ::testing::IsEmpty;
 
 class MainWindowDialogs : public MainWindowTest {
   protected:
+    MainWindowDialogs() {
+        ::GetCurrentDirectoryW(static_cast<DWORD>(folder_before_.size()), folder_before_.data());
+    }
+    // The file dialog makes the folder that it shows this process's, which keeps it from going.
+    ~MainWindowDialogs() override { ::SetCurrentDirectoryW(folder_before_.data()); }
+
     // The place for names in the file dialog, once the dialog shows a folder.
     static HWND NameEdit() {
         const auto shows_folder = [](HWND child) { return ClassOf(child) == L"SHELLDLL_DefView"; };
@@ -78,6 +86,7 @@ class MainWindowDialogs : public MainWindowTest {
 
     OleSession ole_;
     RealTree tree_;
+    std::array<wchar_t, MAX_PATH> folder_before_{};
 };
 
 TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
