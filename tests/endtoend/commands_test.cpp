@@ -13,6 +13,7 @@
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
 #include "support/poll_until.h"
+#include "support/remote_errors_window.h"
 #include "support/shell_link.h"
 
 // Need the system's main header before them.
@@ -96,22 +97,16 @@ class CommandsEndToEnd : public EndToEnd {
         return PollUntil(
             kWait, [&] { return RegistrySettingsStore().ReadText(key, "(missing)") == text; });
     }
-    [[nodiscard]] std::optional<RemoteWindow> WaitForWindow(const wchar_t* class_name) const {
-        std::optional<RemoteWindow> window;
-        EXPECT_TRUE(
-            PollUntil(kWait, [&] { return (window = program_->Shown(class_name)).has_value(); }));
-        return window;
-    }
     void ExpectErrorsWindow() const {
-        const auto errors = WaitForWindow(L"frmErrors");
-        ASSERT_TRUE(errors);
-        errors->Close();
-        EXPECT_TRUE(PollUntil(kWait, [&] { return !errors->Visible(); }));
+        const RemoteErrorsWindow errors(*program_, kWait);
+        errors.Close();
+        EXPECT_TRUE(PollUntil(kWait, [&] { return !errors.Visible(); }));
     }
 
     // The dialog that stands open; its owner is disabled meanwhile.
     [[nodiscard]] std::optional<RemoteWindow> WaitForDialog() const {
-        const auto dialog = WaitForWindow(kDialogClass);
+        const auto dialog = program_->WaitForWindow(kDialogClass, kWait);
+        EXPECT_TRUE(dialog);
         EXPECT_TRUE(PollUntil(kWait, [this] { return !program_->Main().Enabled(); }));
         return dialog;
     }
@@ -398,7 +393,7 @@ void CommandsEndToEnd::CreateSendToShortcutWritesALinkToTheProgram() {
 
 void CommandsEndToEnd::AboutIsModalAndGoesWithEsc() {
     Choose('h', kAbout);
-    const auto about = WaitForWindow(L"frmAbout");
+    const auto about = program_->WaitForWindow(L"frmAbout", kWait);
     ASSERT_TRUE(about);
     EXPECT_EQ(about->Text(), "about: tidemark");
     EXPECT_FALSE(program_->Main().Enabled());

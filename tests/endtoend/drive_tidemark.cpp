@@ -12,13 +12,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "support/local_time.h"
 #include "support/poll_until.h"
+#include "support/remote_errors_window.h"
 #include "support/remote_tidemark.h"
-
-// Needs the system's main header before it.
-#include <commctrl.h>
 
 namespace tidemark {
 namespace {
@@ -35,15 +36,6 @@ void PrintWindow(const RemoteTidemark& program) {
     }
 }
 
-RemoteWindow Child(const RemoteWindow& window, const std::wstring& class_name) {
-    for (const RemoteWindow& child : window.Descendants()) {
-        if (child.ClassName() == class_name) {
-            return child;
-        }
-    }
-    throw RemoteError("the errors window lacks a control");
-}
-
 bool AnyRowHasErrors(const RemoteTidemark& program) {
     const int rows = program.lvwItems().Rows();
     for (int row = 0; row < rows; ++row) {
@@ -56,16 +48,10 @@ bool AnyRowHasErrors(const RemoteTidemark& program) {
 
 // What the errors window lists, which opens by itself.
 void PrintErrors(const RemoteTidemark& program) {
-    std::optional<RemoteWindow> window;
-    if (!PollUntil(kShortWait,
-                   [&] { return (window = program.Shown(L"frmErrors")).has_value(); })) {
-        throw RemoteError("the errors window did not open");
-    }
-    const RemoteListView list(Child(*window, WC_LISTVIEWW));
-    const RemoteStatusBar status(Child(*window, STATUSCLASSNAMEW));
+    const RemoteErrorsWindow window(program, kShortWait);
     std::optional<std::string> said;
     const bool collected = PollUntil(kLongWait, [&] {
-        return status.Text() != "  Collecting error data..." ||
+        return window.StatusBar1().Text() != "  Collecting error data..." ||
                (said = program.WaitForBox(std::chrono::milliseconds(0))).has_value();
     });
     if (!collected) {
@@ -75,9 +61,8 @@ void PrintErrors(const RemoteTidemark& program) {
     if (said) {
         throw RemoteError("the errors window says: " + *said);
     }
-    for (int row = 0; row < list.Rows(); ++row) {
-        std::printf("not stamped:\t%s\t%s\t%s\n", list.Cell(row, 0).c_str(),
-                    list.Cell(row, 1).c_str(), list.Cell(row, 2).c_str());
+    for (const std::vector<std::string>& row : window.Rows()) {
+        std::printf("not stamped:\t%s\t%s\t%s\n", row[0].c_str(), row[1].c_str(), row[2].c_str());
     }
 }
 
@@ -86,12 +71,7 @@ void SetLastModified(const RemoteTidemark& program, const char* text) {
     if (std::sscanf(text, "%d-%d-%d %d:%d", &year, &month, &day, &hour, &minute) != 5) {
         throw RemoteError(std::string("not a time: ") + text);
     }
-    SYSTEMTIME time{};
-    time.wYear = static_cast<WORD>(year);
-    time.wMonth = static_cast<WORD>(month);
-    time.wDay = static_cast<WORD>(day);
-    time.wHour = static_cast<WORD>(hour);
-    time.wMinute = static_cast<WORD>(minute);
+    const SYSTEMTIME time = LocalTime(year, month, day, hour, minute);
     program.dtDateLastModified().SetTime(time);
     program.dtTimeLastModified().SetTime(time);
 }

@@ -5,6 +5,7 @@
 
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "support/local_time.h"
 
 namespace tidemark {
 namespace {
@@ -22,26 +23,6 @@ std::string ProgramPath() {
     std::string folder = TestProgramFolder();
     folder.erase(folder.rfind('\\'));
     return folder + "\\tidemark.exe";
-}
-
-FileTime FromLocal(const SYSTEMTIME& local) {
-    FILETIME local_time{};
-    FILETIME system_time{};
-    EXPECT_TRUE(::SystemTimeToFileTime(&local, &local_time));
-    EXPECT_TRUE(::LocalFileTimeToFileTime(&local_time, &system_time));
-    return {static_cast<std::int64_t>(system_time.dwHighDateTime) << 32 |
-            system_time.dwLowDateTime};
-}
-
-SYSTEMTIME LocalTime(int year, int month, int day, int hour, int minute, int second) {
-    SYSTEMTIME time{};
-    time.wYear = static_cast<WORD>(year);
-    time.wMonth = static_cast<WORD>(month);
-    time.wDay = static_cast<WORD>(day);
-    time.wHour = static_cast<WORD>(hour);
-    time.wMinute = static_cast<WORD>(minute);
-    time.wSecond = static_cast<WORD>(second);
-    return time;
 }
 
 FileTime LongAgo() {

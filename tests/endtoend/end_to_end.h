@@ -41,11 +41,6 @@ enum HelpItem { kAbout };
 
 // The time that trees have before they are stamped.
 [[nodiscard]] FileTime LongAgo();
-// A local date and time of day.
-[[nodiscard]] SYSTEMTIME LocalTime(int year, int month, int day, int hour, int minute,
-                                   int second = 0);
-// System time of a local date and time of day.
-[[nodiscard]] FileTime FromLocal(const SYSTEMTIME& local);
 
 // The path in quotes, as on a command line.
 [[nodiscard]] std::string Quoted(const std::string& path);

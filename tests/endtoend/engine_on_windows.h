@@ -12,6 +12,7 @@
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
+#include "support/local_time.h"
 #include "support/poll_until.h"
 #include "support/real_tree.h"
 

@@ -13,9 +13,7 @@
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
 #include "support/poll_until.h"
-
-// Needs the system's main header before it.
-#include <commctrl.h>
+#include "support/remote_errors_window.h"
 
 namespace tidemark {
 namespace {
@@ -73,39 +71,6 @@ Row RowFor(const std::string& path, DWORD code) {
     return {path, std::to_string(code), SystemText(code)};
 }
 
-// The program's errors window while it is open.
-class OpenErrorsWindow {
-  public:
-    explicit OpenErrorsWindow(const RemoteTidemark& program)
-        : window_(program.Shown(L"frmErrors").value()) {}
-
-    [[nodiscard]] const RemoteWindow& Window() const { return window_; }
-    [[nodiscard]] RemoteListView lvwErrors() const { return RemoteListView(Child(WC_LISTVIEWW)); }
-    [[nodiscard]] std::string StatusText() const {
-        return RemoteStatusBar(Child(STATUSCLASSNAMEW)).Text();
-    }
-    [[nodiscard]] std::vector<Row> Rows() const {
-        const RemoteListView list = lvwErrors();
-        std::vector<Row> rows;
-        for (int row = 0; row < list.Rows(); ++row) {
-            rows.push_back({list.Cell(row, 0), list.Cell(row, 1), list.Cell(row, 2)});
-        }
-        return rows;
-    }
-
-  private:
-    [[nodiscard]] RemoteWindow Child(const std::wstring& class_name) const {
-        for (const RemoteWindow& child : window_.Descendants()) {
-            if (child.ClassName() == class_name) {
-                return child;
-            }
-        }
-        throw RemoteError("the errors window lacks a control");
-    }
-
-    RemoteWindow window_;
-};
-
 class ErrorsEndToEnd : public EndToEnd {
   protected:
     static constexpr const char* kFirst = "many\\0.txt";
@@ -137,7 +102,7 @@ class ErrorsEndToEnd : public EndToEnd {
         ASSERT_TRUE(program.AnswerBox(IDNO, kWait));
     }
     static void WaitForErrorsWindow(const RemoteTidemark& program) {
-        ASSERT_TRUE(PollUntil(kWait, [&] { return program.Shown(L"frmErrors").has_value(); }));
+        ASSERT_TRUE(program.WaitForWindow(L"frmErrors", kWait));
     }
     static void CloseByUser(const RemoteWindow& errors) {
         errors.Close();
@@ -181,14 +146,13 @@ TEST_F(ErrorsEndToEnd, TheErrorsWindowOpensByItselfWithEveryPathCodeAndText) {
 
     // The list takes no second row for the file, and says so; the rows until then stay.
     StampAll(program);
-    WaitForErrorsWindow(program);
+    const RemoteErrorsWindow errors(program, kWait);
     ASSERT_EQ(program.WaitForBox(kWait).value_or("no message"),
               "Error: 35602\nKey is not unique in collection");
     ASSERT_TRUE(program.AnswerBox(IDOK, kWait));
-    const OpenErrorsWindow errors(program);
     EXPECT_THAT(errors.Rows(), testing::SizeIs(expected.size()));
-    EXPECT_EQ(errors.StatusText(), "  Collecting error data...");
-    CloseByUser(errors.Window());
+    EXPECT_EQ(errors.StatusBar1().Text(), "  Collecting error data...");
+    CloseByUser(errors);
 
     const RemoteListView list = program.lvwItems();
     list.Select({items - 1});
@@ -198,7 +162,7 @@ TEST_F(ErrorsEndToEnd, TheErrorsWindowOpensByItselfWithEveryPathCodeAndText) {
     for (int attempt = 1; attempt < 5 && !vanished; ++attempt) {
         KeepTheList(program);
         WaitForErrorsWindow(program);
-        CloseByUser(errors.Window());
+        CloseByUser(errors);
         vanished = StampWhileTheLastVanishes(program);
     }
     ASSERT_TRUE(vanished);
@@ -206,8 +170,8 @@ TEST_F(ErrorsEndToEnd, TheErrorsWindowOpensByItselfWithEveryPathCodeAndText) {
     WaitForErrorsWindow(program);
     expected.insert(expected.begin() + 2, RowFor(beside_.Path(kLast), ERROR_FILE_NOT_FOUND));
     const std::string done = "  " + std::to_string(expected.size()) + " items had errors.";
-    EXPECT_TRUE(PollUntil(kWait, [&] { return errors.StatusText() == done; }))
-        << errors.StatusText();
+    EXPECT_TRUE(PollUntil(kWait, [&] { return errors.StatusBar1().Text() == done; }))
+        << errors.StatusBar1().Text();
     EXPECT_THAT(errors.Rows(), ElementsAreArray(expected));
     EXPECT_TRUE(PollUntil(kWait, [&] { return program.Status(0) == "Complete (with errors)"; }));
     Close(program);

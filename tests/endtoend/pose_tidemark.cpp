@@ -13,8 +13,10 @@
 #include <vector>
 
 #include "platform/win32/windows.h"
+#include "support/local_time.h"
 #include "support/poll_until.h"
 #include "support/real_tree.h"
+#include "support/remote_errors_window.h"
 #include "support/remote_tidemark.h"
 
 // Needs the system's main header before it.
@@ -26,7 +28,6 @@ namespace {
 constexpr std::chrono::seconds kWait{60};
 constexpr const wchar_t* kSplashClass = L"frmSplash";
 constexpr const wchar_t* kAboutClass = L"frmAbout";
-constexpr const wchar_t* kErrorsClass = L"frmErrors";
 
 using Arguments = std::vector<std::string>;
 
@@ -78,12 +79,7 @@ void Ready(const Arguments& place) {
     for (std::size_t column = 0; column < 3; ++column) {
         program.lvwItems().Send(LVM_SETCOLUMNWIDTH, column, widths[column]);
     }
-    SYSTEMTIME time{};
-    time.wYear = 2019;
-    time.wMonth = 7;
-    time.wDay = 14;
-    time.wHour = 13;
-    time.wMinute = 45;
+    const SYSTEMTIME time = LocalTime(2019, 7, 14, 13, 45);
     for (const RemoteDatePicker& picker :
          {program.dtDateLastModified(), program.dtTimeLastModified(), program.dtDateCreated(),
           program.dtTimeCreated()}) {
@@ -145,18 +141,12 @@ void Progress(const std::string& percent) {
 
 void Errors(const Arguments& place) {
     const RemoteTidemark program;
-    std::optional<RemoteWindow> errors;
-    Expect(PollUntil(kWait, [&] { return (errors = program.Shown(kErrorsClass)).has_value(); }),
-           "the errors window");
-    MoveTo(*errors, place);
-    for (const RemoteWindow& child : errors->Descendants()) {
-        if (child.ClassName() == WC_LISTVIEWW) {
-            Expect(PollUntil(kWait, [&] { return RemoteListView(child).Rows() > 0; }),
-                   "the list of errors");
-            child.Send(LVM_SETCOLUMNWIDTH, 0, 250);
-            child.Send(LVM_SETCOLUMNWIDTH, 2, 280);
-        }
-    }
+    const RemoteErrorsWindow errors(program, kWait);
+    MoveTo(errors, place);
+    const RemoteListView list = errors.lvwErrors();
+    Expect(PollUntil(kWait, [&] { return list.Rows() > 0; }), "the list of errors");
+    list.Send(LVM_SETCOLUMNWIDTH, 0, 250);
+    list.Send(LVM_SETCOLUMNWIDTH, 2, 280);
 }
 
 // Keeps files from being written until the program has ended. Tells on its output when they are.
@@ -223,8 +213,7 @@ const std::map<std::string, std::function<void(const Arguments&)>>& Commands() {
         {"errors", Errors},  // LEFT TOP WIDTH HEIGHT
         {"about",
          [](const Arguments&) {
-             const RemoteTidemark program;
-             Expect(PollUntil(kWait, [&] { return program.Shown(kAboutClass).has_value(); }),
+             Expect(RemoteTidemark().WaitForWindow(kAboutClass, kWait).has_value(),
                     "the about window");
          }},
         {"close-about",

@@ -4,6 +4,7 @@
 
 #include "endtoend/end_to_end.h"
 #include "platform/win32/windows.h"
+#include "support/local_time.h"
 #include "support/poll_until.h"
 #include "support/repeated.h"
 

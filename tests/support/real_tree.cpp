@@ -1,7 +1,6 @@
 #include "support/real_tree.h"
 
 #include <array>
-#include <cstdint>
 #include <functional>
 #include <stdexcept>
 
@@ -9,6 +8,7 @@
 #include "platform/win32/system_path.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "support/local_time.h"
 
 namespace tidemark {
 namespace {
@@ -23,19 +23,14 @@ std::string TemporaryFolder() {
     return Utf8FromWide(folder.data());
 }
 
-FileTime ToFileTime(const FILETIME& time) {
-    return {
-        static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime)};
-}
-
 // Of either record in which the system tells of an entry.
 template <typename FoundData>
 TreeEntry ToEntry(const FoundData& data) {
     return {.folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
             .read_only = (data.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0,
-            .written = ToFileTime(data.ftLastWriteTime),
-            .created = ToFileTime(data.ftCreationTime),
-            .accessed = ToFileTime(data.ftLastAccessTime)};
+            .written = FromSystem(data.ftLastWriteTime),
+            .created = FromSystem(data.ftCreationTime),
+            .accessed = FromSystem(data.ftLastAccessTime)};
 }
 
 // Calls `each` for everything in a folder and below, what is in a folder before the folder.

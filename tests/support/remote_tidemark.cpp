@@ -12,10 +12,6 @@ constexpr const wchar_t* kMainClass = L"frmMain";
 constexpr const wchar_t* kMessageBoxClass = L"#32770";
 constexpr std::chrono::seconds kStartLimit{60};
 
-bool Any(const RemoteWindow&) {
-    return true;
-}
-
 bool IsCheckBox(const RemoteWindow& button) {
     const DWORD kind = button.Style() & BS_TYPEMASK;
     return kind == BS_CHECKBOX || kind == BS_AUTOCHECKBOX;
@@ -60,45 +56,35 @@ RemoteWindow RemoteTidemark::Main() const {
     return {*process_, main_};
 }
 
-RemoteWindow RemoteTidemark::Child(const std::wstring& class_name,
-                                   const std::function<bool(const RemoteWindow&)>& is_it) const {
-    for (const RemoteWindow& window : Main().Descendants()) {
-        if (window.ClassName() == class_name && is_it(window)) {
-            return window;
-        }
-    }
-    throw RemoteError("the main window has no such control of class " + Utf8FromWide(class_name));
-}
-
 RemoteDatePicker RemoteTidemark::Picker(bool of_times, int n) const {
     return RemoteDatePicker(
-        Child(DATETIMEPICK_CLASSW, [of_times, n](const RemoteWindow& w) mutable {
+        Main().Child(DATETIMEPICK_CLASSW, [of_times, n](const RemoteWindow& w) mutable {
             const bool shows_time = (w.Style() & DTS_TIMEFORMAT) == DTS_TIMEFORMAT;
             return shows_time == of_times && n-- == 0;
         }));
 }
 
 RemoteWindow RemoteTidemark::cmdStamp() const {
-    return Child(WC_BUTTONW, [](const RemoteWindow& window) {
+    return Main().Child(WC_BUTTONW, [](const RemoteWindow& window) {
         const DWORD kind = window.Style() & BS_TYPEMASK;
         return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
     });
 }
 
 RemoteWindow RemoteTidemark::chkCreated() const {
-    return Child(WC_BUTTONW, IsCheckBox);
+    return Main().Child(WC_BUTTONW, IsCheckBox);
 }
 
 RemoteListView RemoteTidemark::lvwItems() const {
-    return RemoteListView(Child(WC_LISTVIEWW, Any));
+    return RemoteListView(Main().Child(WC_LISTVIEWW));
 }
 
 RemoteStatusBar RemoteTidemark::StatusBar1() const {
-    return RemoteStatusBar(Child(STATUSCLASSNAMEW, Any));
+    return RemoteStatusBar(Main().Child(STATUSCLASSNAMEW));
 }
 
 RemoteWindow RemoteTidemark::ProgressBar1() const {
-    return Child(PROGRESS_CLASSW, Any);
+    return Main().Child(PROGRESS_CLASSW);
 }
 RemoteDatePicker RemoteTidemark::dtDateLastModified() const {
     return Picker(false, 0);
@@ -138,6 +124,13 @@ std::optional<RemoteWindow> RemoteTidemark::Shown(const std::wstring& class_name
         }
     }
     return std::nullopt;
+}
+
+std::optional<RemoteWindow> RemoteTidemark::WaitForWindow(const std::wstring& class_name,
+                                                          std::chrono::milliseconds limit) const {
+    std::optional<RemoteWindow> window;
+    const bool shown = PollUntil(limit, [&] { return (window = Shown(class_name)).has_value(); });
+    return shown ? window : std::nullopt;
 }
 
 bool RemoteTidemark::OpenMenu(char menu, std::chrono::milliseconds limit) const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -55,10 +54,11 @@ class RemoteTidemark {
     [[nodiscard]] bool MenuIsOpen() const { return Shown(L"#32768").has_value(); }
     // The program's visible top-level window of this class.
     [[nodiscard]] std::optional<RemoteWindow> Shown(const std::wstring& class_name) const;
+    // The same once it is there; nothing when it does not come within the time.
+    [[nodiscard]] std::optional<RemoteWindow> WaitForWindow(const std::wstring& class_name,
+                                                            std::chrono::milliseconds limit) const;
 
   private:
-    [[nodiscard]] RemoteWindow Child(const std::wstring& class_name,
-                                     const std::function<bool(const RemoteWindow&)>& is_it) const;
     // The n-th picker of dates, or of times of day.
     [[nodiscard]] RemoteDatePicker Picker(bool of_times, int n) const;
 

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <array>
-#include <functional>
 
 #include "platform/win32/wide_text.h"
 
@@ -57,6 +56,16 @@ std::vector<RemoteWindow> RemoteWindow::Descendants() const {
     return Collect(*process_, [this](WNDENUMPROC each, LPARAM parameter) {
         ::EnumChildWindows(window_, each, parameter);
     });
+}
+
+RemoteWindow RemoteWindow::Child(const std::wstring& class_name,
+                                 const std::function<bool(const RemoteWindow&)>& is_it) const {
+    for (const RemoteWindow& window : Descendants()) {
+        if (window.ClassName() == class_name && is_it(window)) {
+            return window;
+        }
+    }
+    throw RemoteError("the window has no such control of class " + Utf8FromWide(class_name));
 }
 
 LRESULT RemoteWindow::Send(UINT message, WPARAM wparam, LPARAM lparam) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,11 @@ class RemoteWindow {
     [[nodiscard]] std::string Text() const;
     // Every window below this one, in the order of the system.
     [[nodiscard]] std::vector<RemoteWindow> Descendants() const;
+    // The first of them that is of the class and what is looked for. Throws RemoteError when none
+    // is.
+    [[nodiscard]] RemoteWindow Child(
+        const std::wstring& class_name, const std::function<bool(const RemoteWindow&)>& is_it =
+                                            [](const RemoteWindow&) { return true; }) const;
 
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
     void Post(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
