@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdlib>
 
+#include "support/menu_captions.h"
+
 namespace tidemark {
 
 // The menu's second version. Asked for its first, it answers with itself.
@@ -168,16 +170,9 @@ void FakePopupMenuSystem::CursorPosition(POINT* point) {
 }
 
 UINT FakePopupMenuSystem::Track(HMENU menu, UINT flags, POINT point, HWND owner) {
-    FakeShell::Tracking tracking{flags, point, owner, {}};
-    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-        std::array<wchar_t, 64> text{};
-        ::GetMenuStringW(menu, static_cast<UINT>(i), text.data(), static_cast<int>(text.size()),
-                         MF_BYPOSITION);
-        std::wstring shown = text.data();
-        if (static_cast<int>(::GetMenuDefaultItem(menu, TRUE, 0)) == i) {
-            shown += L" (default)";
-        }
-        tracking.texts.push_back(shown);
+    FakeShell::Tracking tracking{flags, point, owner, CaptionsOf(menu)};
+    if (const UINT bold = ::GetMenuDefaultItem(menu, TRUE, 0); bold < tracking.texts.size()) {
+        tracking.texts[bold] += " (default)";
     }
     shell.trackings.push_back(tracking);
     if (shell.while_tracking) {

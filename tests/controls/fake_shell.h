@@ -48,7 +48,7 @@ struct FakeShell {
         UINT flags;
         POINT point;
         HWND owner;
-        std::vector<std::wstring> texts;
+        std::vector<std::string> texts;
     };
 
     // What it does.

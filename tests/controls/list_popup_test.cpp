@@ -42,7 +42,7 @@ TEST_F(ListPopupTest, ItHasTheContainingFolderAboveTheShellsEntriesForTheSelecti
     Show();
     ASSERT_EQ(system_.shell.trackings.size(), 1U);
     EXPECT_THAT(system_.shell.trackings[0].texts,
-                ElementsAre(L"Open Containing Folder", L"", L"Open", L"Properties"));
+                ElementsAre("Open Containing Folder", "-", "Open", "Properties"));
     EXPECT_THAT(system_.shell.children, ElementsAre(L"a.txt", L"c.txt"));
     EXPECT_EQ(opened_, 0);
 }

@@ -37,8 +37,8 @@ class ShellContextMenuTest : public ::testing::Test {
     void Popup(UINT flags = 0, int x = 5, int y = 6) {
         menu_->PopupMenu(form_.Handle(), flags, x, y);
     }
-    std::vector<std::wstring> ShownTexts() {
-        return shell().trackings.empty() ? std::vector<std::wstring>{L"(not shown)"}
+    std::vector<std::string> ShownTexts() {
+        return shell().trackings.empty() ? std::vector<std::string>{"(not shown)"}
                                          : shell().trackings.back().texts;
     }
 
@@ -59,7 +59,7 @@ TEST_F(ShellContextMenuTest, OwnEntriesStandAboveTheShells) {
     AddOwnEntries();
     menu_->AddFile("C:\\dir\\a.txt");
     Popup();
-    EXPECT_THAT(ShownTexts(), ElementsAre(L"Open Containing Folder", L"", L"Open", L"Properties"));
+    EXPECT_THAT(ShownTexts(), ElementsAre("Open Containing Folder", "-", "Open", "Properties"));
 }
 
 TEST_F(ShellContextMenuTest, ThePathsAreParsedInOrderAndTheFirstOnesFolderIsBoundLevelByLevel) {
@@ -180,7 +180,7 @@ TEST_F(ShellContextMenuTest, WithoutTheShellsEntriesTheOwnOnesAreShownAndNoDefau
     AddOwnEntries();
     menu_->AddFile("C:\\a");
     Popup();
-    EXPECT_THAT(ShownTexts(), ElementsAre(L"Open Containing Folder", L""));
+    EXPECT_THAT(ShownTexts(), ElementsAre("Open Containing Folder", "-"));
     EXPECT_THAT(shell().defaults, IsEmpty());
     EXPECT_THAT(invoked_, ElementsAre(std::pair<std::string, int>{"Open Containing Folder", 1}));
 }
@@ -193,7 +193,7 @@ TEST_F(ShellContextMenuTest, TheShellsDefaultIsRemovedUnlessAskedFor) {
     EXPECT_EQ(shell().defaults[0].item, static_cast<UINT>(-1));
     EXPECT_TRUE(shell().defaults[0].by_position);
     EXPECT_EQ(shell().defaults[0].items_in_menu, 2) << "before the own entries come in";
-    EXPECT_THAT(ShownTexts(), ElementsAre(L"Open Containing Folder", L"", L"Open", L"Properties"));
+    EXPECT_THAT(ShownTexts(), ElementsAre("Open Containing Folder", "-", "Open", "Properties"));
 }
 
 TEST_F(ShellContextMenuTest, TheShellsDefaultStaysBoldWhenAskedFor) {
@@ -203,7 +203,7 @@ TEST_F(ShellContextMenuTest, TheShellsDefaultStaysBoldWhenAskedFor) {
     Popup();
     EXPECT_THAT(shell().defaults, IsEmpty());
     EXPECT_THAT(ShownTexts(),
-                ElementsAre(L"Open Containing Folder", L"", L"Open (default)", L"Properties"));
+                ElementsAre("Open Containing Folder", "-", "Open (default)", "Properties"));
 }
 
 TEST_F(ShellContextMenuTest, AnOwnDefaultWinsInAnyCase) {
@@ -216,7 +216,7 @@ TEST_F(ShellContextMenuTest, AnOwnDefaultWinsInAnyCase) {
         menu_->AddFile("C:\\a");
         Popup();
         EXPECT_EQ(shell().defaults.size(), 1U);
-        EXPECT_THAT(ShownTexts(), ElementsAre(L"First", L"Own (default)", L"Open", L"Properties"));
+        EXPECT_THAT(ShownTexts(), ElementsAre("First", "Own (default)", "Open", "Properties"));
     }
 }
 
@@ -414,7 +414,7 @@ TEST_F(ShellContextMenuTest, ItCanBeUsedAgainAfterClear) {
     menu_->AddFile("C:\\a");
     menu_->AddMenuItem("Other", 0, 0, 2);
     Popup();
-    EXPECT_THAT(ShownTexts(), ElementsAre(L"Other", L"Open", L"Properties"));
+    EXPECT_THAT(ShownTexts(), ElementsAre("Other", "Open", "Properties"));
     EXPECT_EQ(shell().queries.back().first, 2U);
 }
 

@@ -5,49 +5,30 @@
 
 #include <memory>
 
+#include "controls/fake_shell.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
 #include "platform/win32/wide_text.h"
 #include "support/fake_command_runner.h"
 #include "support/fake_drag_data.h"
 #include "support/held_keys.h"
+#include "support/menu_captions.h"
+#include "support/modal_driver.h"
+#include "support/open_windows.h"
 #include "support/pump.h"
+#include "support/shown_list.h"
 #include "support/shown_status.h"
-#include "ui/subclasser.h"
 
 namespace tidemark {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 // Files that every system has, so that the shell has icons and menus for them.
 constexpr const char* kProgram = "C:\\windows\\notepad.exe";
 constexpr const char* kOther = "C:\\windows\\system32\\kernel32.dll";
-
-// The system's popup menus, with the user's choice made by the test.
-class ScriptedPopups final : public PopupMenuSystem {
-  public:
-    int shown = 0;
-    int defaults_set = 0;
-    std::vector<std::string> first_entries;
-    UINT choice = 0;
-
-    void SetDefaultItem(HMENU menu, UINT item, BOOL by_position) override {
-        ++defaults_set;
-        PopupMenuSystem::SetDefaultItem(menu, item, by_position);
-    }
-    UINT Track(HMENU menu, UINT /*flags*/, POINT /*point*/, HWND /*owner*/) override {
-        ++shown;
-        for (int i = 0; i < 2; ++i) {
-            wchar_t text[100] = L"";
-            ::GetMenuStringW(menu, static_cast<UINT>(i), text, 100, MF_BYPOSITION);
-            const UINT state = ::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
-            first_entries.push_back((state & MF_SEPARATOR) != 0 ? "-" : Utf8FromWide(text));
-        }
-        return choice;
-    }
-};
 
 class FrmErrorsTest : public testing::Test {
   protected:
@@ -83,21 +64,11 @@ class FrmErrorsTest : public testing::Test {
     }
     ListModel& Rows() const { return window_->rows->List(); }
     std::string Cell(int row, int column) const {
-        wchar_t text[300] = L"";
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.pszText = text;
-        item.cchTextMax = 300;
-        window_->lvwErrors.Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                                reinterpret_cast<LPARAM>(&item));
-        return Utf8FromWide(item.pszText);
+        return ShownCell(window_->lvwErrors, row, column);
     }
     LPARAM InRow(int row) const {
-        RECT rect{};
-        rect.left = LVIR_LABEL;
-        window_->lvwErrors.Send(LVM_GETITEMRECT, static_cast<WPARAM>(row),
-                                reinterpret_cast<LPARAM>(&rect));
-        return MAKELPARAM(rect.left + 5, (rect.top + rect.bottom) / 2);
+        const RECT label = PlaceOfRow(window_->lvwErrors, row, LVIR_LABEL);
+        return MAKELPARAM(label.left + 5, (label.top + label.bottom) / 2);
     }
     void RightClick(LPARAM at) const {
         window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
@@ -111,7 +82,7 @@ class FrmErrorsTest : public testing::Test {
     Platform platform_ = system_.Parts();
     MemorySettingsStore settings_{};
     RecordedCommands commands_{};
-    ScriptedPopups popups_{};
+    FakePopupMenuSystem popups_{};
     FakeDragData drag_data_{};
     std::int32_t allowed_ = 0;
     int drags_ = 0;
@@ -265,43 +236,30 @@ TEST_F(FrmErrorsTest, AHeaderClickSortsAndShowsTheArrow) {
     EXPECT_EQ(Cell(0, 0), "C:\\a.txt");
     window_->lvwErrors.on_column_click(0);
     EXPECT_EQ(Cell(0, 0), kProgram);
-    HDITEMW item{};
-    item.mask = HDI_FORMAT;
-    const Window header(reinterpret_cast<HWND>(window_->lvwErrors.Send(LVM_GETHEADER)));
-    header.Send(HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    EXPECT_NE(item.fmt & HDF_SORTDOWN, 0);
+    EXPECT_EQ(SortArrowOf(window_->lvwErrors, 0), HDF_SORTDOWN);
 }
 
 TEST_F(FrmErrorsTest, ARightClickWithoutASelectionOffersOnlyTheInertEntry) {
     Show({kProgram});
     std::vector<std::string> entries;
-    Subclasser watch;
-    watch.RegisterMessages(window_->Handle(), {WM_INITMENUPOPUP, WM_ENTERIDLE});
-    watch.WndProc = [&](HWND, UINT message, WPARAM menu, LPARAM) -> std::optional<LRESULT> {
-        if (message == WM_ENTERIDLE) {
-            ::EndMenu();  // now that its loop waits for the user
-            return std::nullopt;
-        }
-        const auto popup = reinterpret_cast<HMENU>(menu);
-        for (int i = 0; i < ::GetMenuItemCount(popup); ++i) {
-            wchar_t text[100] = L"";
-            ::GetMenuStringW(popup, static_cast<UINT>(i), text, 100, MF_BYPOSITION);
-            entries.push_back(Utf8FromWide(text));
-        }
-        return std::nullopt;
-    };
+    const ModalDriver driver({[&entries] {
+                                 entries = CaptionsOf(OpenMenu());
+                                 return OpenMenu() != nullptr && ::EndMenu();
+                             }},
+                             [] { ::EndMenu(); });
     RightClick(BelowTheRows());
     EXPECT_THAT(entries, ElementsAre("No valid items selected"));
-    EXPECT_EQ(popups_.shown, 0);
+    EXPECT_THAT(popups_.shell.trackings, IsEmpty());
     EXPECT_TRUE(window_->lvwErrors.HasFocus());
 }
 
 TEST_F(FrmErrorsTest, ARightClickOnRowsThatExistShowsTheOwnEntryAboveTheShells) {
     Show({kProgram});
     RightClick(InRow(0));
-    EXPECT_EQ(popups_.shown, 1);
-    EXPECT_THAT(popups_.first_entries, ElementsAre("Open Containing Folder", "-"));
-    EXPECT_EQ(popups_.defaults_set, 0);
+    ASSERT_THAT(popups_.shell.trackings, SizeIs(1));
+    EXPECT_THAT(popups_.shell.trackings[0].texts,
+                ElementsAre("Open Containing Folder", "-", "Open (default)", "Properties"));
+    EXPECT_THAT(popups_.shell.defaults, IsEmpty());
     EXPECT_THAT(commands_.started, IsEmpty());
 }
 
@@ -309,12 +267,12 @@ TEST_F(FrmErrorsTest, ARightClickOnRowsThatAreGoneShowsNoMenu) {
     Show({kProgram, "C:\\gone.txt"});
     RightClick(InRow(1));
     EXPECT_EQ(Rows().SelectedCount(), 1U);
-    EXPECT_EQ(popups_.shown, 0);
+    EXPECT_THAT(popups_.shell.trackings, IsEmpty());
 }
 
 TEST_F(FrmErrorsTest, TheOwnEntryOpensTheContainingFolderOfTheSelectedRow) {
     Show({kProgram, kOther});
-    popups_.choice = 1;
+    popups_.shell.choice = 1;
     RightClick(InRow(1));
     EXPECT_THAT(commands_.started,
                 ElementsAre("explorer ,\"c:\\windows\\system32\\kernel32.dll\",/select"));
@@ -324,7 +282,7 @@ TEST_F(FrmErrorsTest, ReleasingTheButtonWithoutAPressInTheListShowsNothing) {
     Show({kProgram});
     Rows().SelectAll();
     window_->lvwErrors.Send(WM_RBUTTONUP, 0, InRow(0));
-    EXPECT_EQ(popups_.shown, 0);
+    EXPECT_THAT(popups_.shell.trackings, IsEmpty());
 }
 
 TEST_F(FrmErrorsTest, TheContextKeyShowsTheSameMenu) {
@@ -332,7 +290,7 @@ TEST_F(FrmErrorsTest, TheContextKeyShowsTheSameMenu) {
     Rows().SelectAll();
     window_->lvwErrors.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window_->lvwErrors.Handle()),
                             -1);
-    EXPECT_EQ(popups_.shown, 1);
+    EXPECT_THAT(popups_.shell.trackings, SizeIs(1));
 }
 
 TEST_F(FrmErrorsTest, TheLabelRightBeforeTheListNamesIt) {
@@ -368,7 +326,7 @@ TEST_F(FrmErrorsTest, ADragThatTookTheReleaseForgetsTheRightPress) {
     window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, at);
     EXPECT_EQ(drags_, 1);
     window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
-    EXPECT_EQ(popups_.shown, 0);
+    EXPECT_THAT(popups_.shell.trackings, IsEmpty());
 }
 
 TEST_F(FrmErrorsTest, ADragGivenUpWithTheButtonHeldLeavesTheReleaseToTheList) {
@@ -381,7 +339,7 @@ TEST_F(FrmErrorsTest, ADragGivenUpWithTheButtonHeldLeavesTheReleaseToTheList) {
     }
     ASSERT_EQ(drags_, 1);
     window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
-    EXPECT_EQ(popups_.shown, 1);
+    EXPECT_THAT(popups_.shell.trackings, SizeIs(1));
 }
 
 TEST_F(FrmErrorsTest, ARightButtonThatWasNotPressedInTheListDragsNothing) {
@@ -399,15 +357,15 @@ TEST_F(FrmErrorsTest, TheReleaseOfAnyButtonForgetsTheRightPress) {
     for (const UINT release : {WM_LBUTTONUP, WM_MBUTTONUP, WM_RBUTTONUP}) {
         window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
         EXPECT_EQ(Rows().SelectedCount(), 1U);
-        popups_.shown = 0;
+        popups_.shell.trackings.clear();
         window_->lvwErrors.Send(release, MK_RBUTTON, at);
-        EXPECT_EQ(popups_.shown, release == WM_RBUTTONUP ? 1 : 0) << release;
+        EXPECT_THAT(popups_.shell.trackings, SizeIs(release == WM_RBUTTONUP ? 1 : 0)) << release;
         window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, further);
         EXPECT_EQ(drags_, 0) << release;
         // No popup either, now that the press is forgotten.
-        popups_.shown = 0;
+        popups_.shell.trackings.clear();
         window_->lvwErrors.Send(WM_RBUTTONUP, 0, further);
-        EXPECT_EQ(popups_.shown, 0) << release;
+        EXPECT_THAT(popups_.shell.trackings, IsEmpty()) << release;
     }
 }
 

@@ -6,6 +6,7 @@
 #include "controls/drop_files.h"
 #include "mainwindow/main_window_fixture.h"
 #include "support/com_testing.h"
+#include "support/shown_list.h"
 
 namespace tidemark {
 namespace {
@@ -32,13 +33,6 @@ class MainWindowLargeList : public MainWindowTest {
     [[nodiscard]] RECT Unpainted() {
         RECT rect{};
         ::GetUpdateRect(Main().lvwItems.Handle(), &rect, FALSE);
-        return rect;
-    }
-    [[nodiscard]] RECT PlaceOfRow(int row) {
-        RECT rect{};
-        rect.left = LVIR_BOUNDS;
-        Main().lvwItems.Send(LVM_GETITEMRECT, static_cast<WPARAM>(row),
-                             reinterpret_cast<LPARAM>(&rect));
         return rect;
     }
 };
@@ -71,7 +65,7 @@ TEST_F(MainWindowLargeList, TenThousandPathsOfOneDropAreAllListedWhileTheWindowA
     ::UpdateWindow(Main().lvwItems.Handle());
     Main().oTimer_Timer();
     const RECT changed = Unpainted();
-    const RECT place = PlaceOfRow(2);
+    const RECT place = PlaceOfRow(Main().lvwItems, 2);
     EXPECT_EQ(row.sub_items[1], "Ready");
     EXPECT_FALSE(::IsRectEmpty(&changed));
     EXPECT_GE(changed.top, place.top);

@@ -8,6 +8,9 @@
 #include "mainwindow/main_window_fixture.h"
 #include "support/com_testing.h"
 #include "support/fake_drag_data.h"
+#include "support/menu_captions.h"
+#include "support/modal_driver.h"
+#include "support/open_windows.h"
 #include "support/shown_status.h"
 
 namespace tidemark {
@@ -70,50 +73,25 @@ class MainWindowList : public MainWindowTest {
     }
     // Does what opens a popup, and dismisses that; its captions, none when nothing opened.
     std::vector<std::string> CaptionsOfPopup(const std::function<void()>& open) {
-        captions_.clear();
-        self_ = this;
-        const HHOOK hook =
-            ::SetWindowsHookExW(WH_MSGFILTER, ReadPopup, nullptr, ::GetCurrentThreadId());
-        const LPARAM below_rows = MAKELPARAM(20, 200);
-        Main().lvwItems.Post(WM_NULL);
-        // The menu's loop takes this message and shows its own window to the hook.
-        Main().lvwItems.Post(WM_MOUSEMOVE, 0, below_rows);
-        ::SetTimer(Main().Handle(), 1, 10, nullptr);
+        std::vector<std::string> captions;
+        const ModalDriver driver({[this, &captions] {
+                                     const HMENU menu = OpenMenu();
+                                     captions = CaptionsOf(menu);
+                                     if (captions.empty()) {
+                                         return false;
+                                     }
+                                     const auto last = static_cast<UINT>(captions.size() - 1);
+                                     enabled_ = (::GetMenuState(menu, last, MF_BYPOSITION) &
+                                                 (MF_GRAYED | MF_DISABLED)) == 0;
+                                     return ::EndMenu() != FALSE;
+                                 }},
+                                 [] { ::EndMenu(); });
         open();
-        ::KillTimer(Main().Handle(), 1);
-        ::UnhookWindowsHookEx(hook);
         PumpPending();
-        return captions_;
+        return captions;
     }
 
-  private:
-    static LRESULT CALLBACK ReadPopup(int code, WPARAM wparam, LPARAM lparam) {
-        if (code == MSGF_MENU && self_->captions_.empty()) {
-            const HWND popup = ::FindWindowW(L"#32768", nullptr);
-            const auto menu =
-                reinterpret_cast<HMENU>(::SendMessageW(popup, /*MN_GETHMENU=*/0x01E1, 0, 0));
-            for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-                std::array<wchar_t, 100> text{};
-                ::GetMenuStringW(menu, static_cast<UINT>(i), text.data(), 100, MF_BYPOSITION);
-                std::string caption;
-                for (const wchar_t c : std::wstring(text.data())) {
-                    caption += static_cast<char>(c);
-                }
-                self_->captions_.push_back(caption);
-                self_->enabled_ = (::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) &
-                                   (MF_GRAYED | MF_DISABLED)) == 0;
-            }
-            if (!self_->captions_.empty()) {
-                ::EndMenu();
-            }
-        }
-        return ::CallNextHookEx(nullptr, code, wparam, lparam);
-    }
-
-  protected:
     FakePopupMenuSystem menus_;
-    static inline MainWindowList* self_ = nullptr;
-    std::vector<std::string> captions_;
     bool enabled_ = false;  // of the last entry
 };
 
@@ -294,7 +272,7 @@ TEST_F(MainWindowList, ARightClickOnRowsOfOneFolderShowsTheShellsMenuForThem) {
     ReleaseRight();
     ASSERT_EQ(menus_.shell.trackings.size(), 1U);
     EXPECT_THAT(menus_.shell.trackings[0].texts,
-                ElementsAre(L"Open Containing Folder", L"", L"Open", L"Properties"));
+                ElementsAre("Open Containing Folder", "-", "Open", "Properties"));
     EXPECT_THAT(menus_.shell.children, ElementsAre(L"file1.txt", L"file3.txt"));
     ASSERT_EQ(menus_.shell.defaults.size(), 1U);
     EXPECT_EQ(menus_.shell.defaults[0].item, static_cast<UINT>(-1)) << "no entry is bold";
@@ -324,8 +302,7 @@ TEST_F(MainWindowList, TheOwnEntryDoesNothingInAWindowThatClosedUnderItsMenu) {
 TEST_F(MainWindowList, AReleaseWithoutAPressOverTheListPopsNothingUp) {
     LoadWithFiles(1);
     Main().lvwItems.on_mouse_up({.button = kRightButton});
-    EXPECT_FALSE(::FindWindowW(L"#32768", nullptr) != nullptr &&
-                 ::IsWindowVisible(::FindWindowW(L"#32768", nullptr)));
+    EXPECT_EQ(OpenPopup(), nullptr);
 }
 
 TEST_F(MainWindowList, AReleaseOfTheLeftButtonLeavesTheRightButtonsClickToCome) {

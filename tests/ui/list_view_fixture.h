@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/memory/memory_user_locale.h"
-#include "platform/win32/wide_text.h"
 #include "support/pump.h"
+#include "support/shown_list.h"
 #include "support/test_form.h"
 #include "ui/list_view.h"
 
@@ -34,15 +34,7 @@ class ListViewTest : public testing::Test {
         }
     }
     LRESULT Count() const { return list_->Send(LVM_GETITEMCOUNT); }
-    std::string Cell(int row, int column) const {
-        wchar_t text[512] = L"";
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.pszText = text;
-        item.cchTextMax = 512;
-        list_->Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-        return Utf8FromWide(item.pszText);
-    }
+    std::string Cell(int row, int column) const { return ShownCell(*list_, row, column); }
     bool ShownState(int row, UINT state) const {
         return list_->Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row),
                            static_cast<LPARAM>(state)) != 0;
@@ -50,12 +42,7 @@ class ListViewTest : public testing::Test {
     LRESULT ShownFocus() const {
         return list_->Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
     }
-    RECT RowRect(int row) const {
-        RECT rect{};
-        rect.left = LVIR_BOUNDS;
-        list_->Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&rect));
-        return rect;
-    }
+    RECT RowRect(int row) const { return PlaceOfRow(*list_, row); }
     Point Inside(int row) const {
         const RECT rect = RowRect(row);
         return {rect.left + 30, (rect.top + rect.bottom) / 2};

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/shown_list.h"
 #include "ui/list_view_fixture.h"
 #include "ui/subclasser.h"
 
@@ -216,18 +217,11 @@ TEST_F(ListViewTest, AClearedListIsEmptyAndCanBeFilledAgain) {
 }
 
 TEST_F(ListViewTest, OneHeaderShowsTheSortArrow) {
-    const auto format = [this](int column) {
-        HDITEMW item{};
-        item.mask = HDI_FORMAT;
-        const Window header(reinterpret_cast<HWND>(list_->Send(LVM_GETHEADER)));
-        header.Send(HDM_GETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
-        return item.fmt & (HDF_SORTUP | HDF_SORTDOWN);
-    };
     list_->ShowSortArrow(1, /*descending=*/false);
-    EXPECT_EQ(format(1), HDF_SORTUP);
+    EXPECT_EQ(SortArrowOf(*list_, 1), HDF_SORTUP);
     list_->ShowSortArrow(2, /*descending=*/true);
-    EXPECT_EQ(format(1), 0);
-    EXPECT_EQ(format(2), HDF_SORTDOWN);
+    EXPECT_EQ(SortArrowOf(*list_, 1), 0);
+    EXPECT_EQ(SortArrowOf(*list_, 2), HDF_SORTDOWN);
 }
 
 TEST_F(ListViewTest, ColumnWidthsAreReadAndWritten) {

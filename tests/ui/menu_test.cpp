@@ -5,6 +5,7 @@
 
 #include "platform/program_error.h"
 #include "support/menu_captions.h"
+#include "support/open_windows.h"
 #include "support/pump.h"
 #include "support/test_form.h"
 
@@ -184,7 +185,7 @@ TEST_F(MenuTest, APopupOpensAtThePointerWhenAskedTo) {
     RECT shown_at{};
     form_.on_message = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
         if (message == WM_ENTERIDLE) {
-            ::GetWindowRect(::FindWindowW(L"#32768", nullptr), &shown_at);
+            ::GetWindowRect(OpenPopup(), &shown_at);
             ::EndMenu();
         }
         return std::nullopt;
