@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/timer_queue.h"
+#include "support/manual_clock.h"
 
 namespace tidemark {
 namespace {
@@ -16,15 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr std::uint64_t kStep = 25;  // milliseconds
-
-// A clock that moves only when told.
-class ManualHost final : public TimerQueueHost {
-  public:
-    [[nodiscard]] std::uint64_t Now() override { return now; }
-    void WakeAt(std::uint64_t /*time*/) noexcept override {}
-
-    std::uint64_t now = 1000;
-};
 
 class SplashFadeTest : public testing::Test, public FadingWindow {
   protected:
@@ -44,7 +36,7 @@ class SplashFadeTest : public testing::Test, public FadingWindow {
     }
 
     void Tick() {
-        host_.now += kStep;
+        clock_.now += kStep;
         timers_.RunDue();
     }
 
@@ -60,8 +52,8 @@ class SplashFadeTest : public testing::Test, public FadingWindow {
         opacities_.clear();
     }
 
-    ManualHost host_;
-    TimerQueue timers_{host_};
+    ManualClock clock_;
+    TimerQueue timers_{clock_};
     std::vector<int> opacities_;
     int unloaded_ = 0;
     int alpha_at_unload_ = -1;
@@ -78,14 +70,14 @@ TEST_F(SplashFadeTest, NothingMovesBeforeAFadeIsAskedFor) {
 }
 
 TEST_F(SplashFadeTest, StepsEvery25Milliseconds) {
-    const std::uint64_t start = host_.now;
+    const std::uint64_t start = clock_.now;
     fade_->FadeIn();
     EXPECT_EQ(timers_.NextDue(), start + 25);
     Tick();
     EXPECT_EQ(timers_.NextDue(), start + 50);
     TickUntilOpaque();
     fade_->FadeOut();
-    EXPECT_EQ(timers_.NextDue(), host_.now + 25);
+    EXPECT_EQ(timers_.NextDue(), clock_.now + 25);
 }
 
 TEST_F(SplashFadeTest, FadesInWithinFourTicksAndStops) {

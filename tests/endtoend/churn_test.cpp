@@ -11,6 +11,7 @@
 #include "support/poll_until.h"
 #include "support/process_resources.h"
 #include "support/remote_process.h"
+#include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {

@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "endtoend/engine_on_windows.h"
+#include "support/expect_no_leaks.h"
 #include "support/process_resources.h"
+#include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {
@@ -60,12 +62,7 @@ TEST_F(Endurance, ThousandsOfStampsLeaveHandlesObjectsWindowsAndMemoryAsTheyWere
         }
     }
 
-    const ProcessResources after = ResourcesNow();
-    EXPECT_EQ(after.handles, before.handles);
-    EXPECT_EQ(after.gdi_objects, before.gdi_objects);
-    EXPECT_EQ(after.user_objects, before.user_objects);
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_LT(after.memory, before.memory + kMemoryMargin);
+    ExpectNoLeaks(before, kMemoryMargin);
 }
 
 // The one deliberate exception: what fails after it was opened stays open. As it then cannot be

@@ -11,7 +11,7 @@
 #include "endtoend/engine_on_windows.h"
 #include "platform/win32/wide_text.h"
 #include "support/poll_until.h"
-#include "support/process_resources.h"
+#include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {

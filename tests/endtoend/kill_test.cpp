@@ -1,6 +1,5 @@
 // The program is killed in the middle of things: its settings are whole afterwards, and it starts.
 
-#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -9,7 +8,7 @@
 #include "platform/win32/registry_settings_store.h"
 #include "settings/mod_options.h"
 #include "support/poll_until.h"
-#include "support/process_resources.h"
+#include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {

@@ -1,9 +1,9 @@
 #include <cstddef>
-#include <cstdlib>
 
 #include "engine/engine_fixture.h"
 #include "engine/tidemark_item_collection.h"
 #include "lists/list_model.h"
+#include "support/size_from_environment.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
@@ -48,8 +48,7 @@ class EnduranceTest : public EngineTest {
 
 // TIDEMARK_STAMPS sets how many.
 TEST_F(EnduranceTest, ThousandsOfStampsLeaveNothingBehind) {
-    const char* const wanted = std::getenv("TIDEMARK_STAMPS");
-    const int stamps = wanted != nullptr ? std::atoi(wanted) : 1500;
+    const int stamps = SizeFromEnvironment("TIDEMARK_STAMPS", 1500);
     constexpr int kItems = 3;
     system.volume.Lock("C:\\a\\b\\3");
     int done = 0;

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <random>
 #include <set>
@@ -10,6 +9,7 @@
 #include "engine/engine_fixture.h"
 #include "engine/tidemark_item_collection.h"
 #include "lists/list_model.h"
+#include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {
@@ -264,15 +264,10 @@ void RunSeed(std::uint32_t seed) {
 
 // TIDEMARK_STORM_SEEDS sets how many seeds are run; TIDEMARK_STORM_FIRST with which to begin.
 TEST(ReentrancyStorm, RandomCommandsAtRandomPumpPointsLeaveEverythingConsistent) {
-    const auto number = [](const char* name, std::uint32_t otherwise) {
-        const char* text = std::getenv(name);
-        return text != nullptr ? static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10))
-                               : otherwise;
-    };
-    const std::uint32_t first = number("TIDEMARK_STORM_FIRST", 1);
-    const std::uint32_t seeds = number("TIDEMARK_STORM_SEEDS", 1000);
-    for (std::uint32_t seed = first; seed < first + seeds && !testing::Test::HasFailure(); ++seed) {
-        RunSeed(seed);
+    const int first = SizeFromEnvironment("TIDEMARK_STORM_FIRST", 1);
+    const int seeds = SizeFromEnvironment("TIDEMARK_STORM_SEEDS", 1000);
+    for (int seed = first; seed < first + seeds && !testing::Test::HasFailure(); ++seed) {
+        RunSeed(static_cast<std::uint32_t>(seed));
     }
 }
 

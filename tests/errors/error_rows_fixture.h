@@ -8,20 +8,10 @@
 #include <vector>
 
 #include "errors/error_rows.h"
+#include "lists/fakes.h"
 #include "platform/memory/memory_system.h"
 
 namespace tidemark {
-
-// Yields an icon for every path that exists.
-class IconsOfExistingPaths final : public PictureStore {
-  public:
-    explicit IconsOfExistingPaths(FileSystemObject& file_system) : file_system_(file_system) {}
-
-    bool AddSmallIcon(const std::string& path) override { return PathExists(file_system_, path); }
-
-  private:
-    FileSystemObject& file_system_;
-};
 
 // Writes down what is shown.
 class RecordedDisplay final : public ErrorsDisplay {
@@ -78,7 +68,7 @@ class ErrorRowsFixture : public testing::Test {
     }
 
     MemorySystem system{};
-    IconsOfExistingPaths icons{system.file_system};
+    FakePictures icons{system.file_system};
     KeyedImageList images{icons};
     RecordedDisplay display{};
     std::shared_ptr<ErrorRows> rows = ErrorRows::Create(system.Parts(), images, display);

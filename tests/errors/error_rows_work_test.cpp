@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "errors/error_rows.h"
+#include "errors/error_rows_fixture.h"
 #include "lists/counting_file_system.h"
 #include "lists/fakes.h"
 #include "platform/memory/memory_system.h"
@@ -18,12 +19,6 @@ namespace {
 
 using testing::Each;
 using testing::ElementsAre;
-
-class NoDisplay final : public ErrorsDisplay {
-  public:
-    void SetStatusText(const std::string& /*text*/) override {}
-    void SetListRedraw(bool /*on*/) override {}
-};
 
 class ErrorRowsWorkTest : public testing::Test {
   protected:
@@ -76,7 +71,7 @@ class ErrorRowsWorkTest : public testing::Test {
     CountingLocale locale_{};
     FakePictures pictures_{files_};
     KeyedImageList images_{pictures_};
-    NoDisplay display_{};
+    RecordedDisplay display_{};
     std::shared_ptr<ErrorRows> rows_ = ErrorRows::Create(
         {system_.files, file_system_, system_.pump.Timers(), system_.pump, locale_}, images_,
         display_);

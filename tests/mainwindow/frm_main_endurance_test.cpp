@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "mainwindow/main_window_fixture.h"
+#include "support/expect_no_leaks.h"
 #include "support/process_resources.h"
+#include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {
@@ -53,12 +55,7 @@ TEST_F(MainWindowEndurance, StampsLeaveHandlesObjectsWindowsMenusAndMemoryAsThey
             return;
         }
     }
-    const ProcessResources after = ResourcesNow();
-    EXPECT_EQ(after.handles, before.handles);
-    EXPECT_EQ(after.gdi_objects, before.gdi_objects);
-    EXPECT_EQ(after.user_objects, before.user_objects);
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_LT(after.memory, before.memory + kMemoryMargin);
+    ExpectNoLeaks(before, kMemoryMargin);
 }
 
 }  // namespace

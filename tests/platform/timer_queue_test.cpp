@@ -7,35 +7,22 @@
 #include <vector>
 
 #include "support/function_sink.h"
+#include "support/manual_clock.h"
 
 namespace tidemark {
 namespace {
-
-// A clock that moves only when told, and the last wake-up asked for.
-class ManualHost final : public TimerQueueHost {
-  public:
-    [[nodiscard]] std::uint64_t Now() override { return now; }
-    void WakeAt(std::uint64_t time) noexcept override {
-        wake_at = time;
-        ++requests;
-    }
-
-    std::uint64_t now = 1000;
-    std::optional<std::uint64_t> wake_at;
-    int requests = 0;
-};
 
 class TimerQueueTest : public testing::Test {
   protected:
     // Moves the clock as a system timer would: from wake-up to wake-up.
     void Advance(std::uint64_t milliseconds) {
-        const std::uint64_t end = host_.now + milliseconds;
-        while (host_.wake_at && *host_.wake_at <= end) {
-            host_.now = std::max(host_.now, *host_.wake_at);
-            host_.wake_at.reset();
+        const std::uint64_t end = clock_.now + milliseconds;
+        while (clock_.wake_at && *clock_.wake_at <= end) {
+            clock_.now = std::max(clock_.now, *clock_.wake_at);
+            clock_.wake_at.reset();
             queue_.RunDue();
         }
-        host_.now = end;
+        clock_.now = end;
     }
 
     std::unique_ptr<TimerObject> Armed(ITimerObjectSink& sink, std::uint32_t interval,
@@ -47,20 +34,20 @@ class TimerQueueTest : public testing::Test {
         return timer;
     }
 
-    ManualHost host_;
-    TimerQueue queue_{host_};
+    ManualClock clock_;
+    TimerQueue queue_{clock_};
     std::string log_;
 };
 
 TEST_F(TimerQueueTest, ATimerStartsDisabledAndAsksForNothing) {
     const auto timer = queue_.NewTimer(TickKind::kLong);
     EXPECT_FALSE(timer->Enabled());
-    EXPECT_EQ(host_.requests, 0);
+    EXPECT_EQ(clock_.requests, 0);
     EXPECT_EQ(queue_.NextDue(), std::nullopt);
 }
 
 TEST_F(TimerQueueTest, TicksComeOnceEachTimeTheIntervalHasPassed) {
-    FunctionSink sink([&] { log_ += std::to_string(host_.now) + " "; });
+    FunctionSink sink([&] { log_ += std::to_string(clock_.now) + " "; });
     const auto timer = Armed(sink, 50);
     Advance(49);
     EXPECT_EQ(log_, "");
@@ -74,10 +61,10 @@ TEST_F(TimerQueueTest, ALateTickIsNotMadeUpFor) {
     int ticks = 0;
     FunctionSink sink([&] { ++ticks; });
     const auto timer = Armed(sink, 50);
-    host_.now += 1000;
+    clock_.now += 1000;
     queue_.RunDue();
     EXPECT_EQ(ticks, 1);
-    EXPECT_EQ(queue_.NextDue(), host_.now + 50);
+    EXPECT_EQ(queue_.NextDue(), clock_.now + 50);
 }
 
 TEST_F(TimerQueueTest, DisablingInTheFirstTickMakesItOneShot) {
@@ -135,7 +122,7 @@ TEST_F(TimerQueueTest, TicksRunByDueTimeAndThenInArmingOrder) {
     const auto first = Armed(b, 50);
     const auto second = Armed(c, 50, TickKind::kBrief);
     const auto third = Armed(d, 50);
-    host_.now += 80;
+    clock_.now += 80;
     queue_.RunDue();
     EXPECT_EQ(log_, "bcda");
 }
@@ -206,16 +193,16 @@ TEST_F(TimerQueueTest, TimersThatArmEachOtherDoNotKeepOneRunGoingForEver) {
     });
     ping = Armed(sink, 1);
     pong = Armed(sink, 1);
-    host_.now += 10;
+    clock_.now += 10;
     queue_.RunDue();
     EXPECT_EQ(ticks, 1);
-    EXPECT_EQ(queue_.NextDue(), host_.now + 1);
+    EXPECT_EQ(queue_.NextDue(), clock_.now + 1);
 }
 
 // Ticks that let messages run, as a walk over folders does: each wakes the queue inside itself.
 class NestingTimers {
   public:
-    NestingTimers(TimerQueue& queue, ManualHost& host, int count) : queue_(queue), host_(host) {
+    NestingTimers(TimerQueue& queue, ManualClock& clock, int count) : queue_(queue), clock_(clock) {
         for (int i = 0; i < count; ++i) {
             sinks_.push_back(std::make_unique<FunctionSink>([this, i] { Tick(i); }));
             timers_.push_back(queue.NewTimer(TickKind::kLong));
@@ -233,21 +220,21 @@ class NestingTimers {
     void Tick(int index) {
         timers_[static_cast<std::size_t>(index)]->SetEnabled(false);
         deepest = std::max(deepest, ++depth);
-        host_.wake_at.reset();
+        clock_.wake_at.reset();
         queue_.RunDue();
         --depth;
         order.push_back(index);
     }
 
     TimerQueue& queue_;
-    ManualHost& host_;
+    ManualClock& clock_;
     std::vector<std::unique_ptr<FunctionSink>> sinks_;
     std::vector<std::unique_ptr<TimerObject>> timers_;
 };
 
 TEST_F(TimerQueueTest, FiveThousandNestingTicksAllRunWithinTheBound) {
-    NestingTimers timers(queue_, host_, 5000);
-    host_.now += 50;
+    NestingTimers timers(queue_, clock_, 5000);
+    clock_.now += 50;
     queue_.RunDue();
     EXPECT_EQ(timers.order.size(), 5000U);
     EXPECT_EQ(timers.deepest, TimerQueue::kMaxLongDepth);
@@ -270,15 +257,15 @@ TEST_F(TimerQueueTest, ATickHeldBackByTheBoundAsksForItsWakeUpWhenTheStackUnwind
             } else {
                 timers.back()->SetEnabled(true);
             }
-            host_.now += 50;
-            host_.wake_at.reset();
+            clock_.now += 50;
+            clock_.wake_at.reset();
             queue_.RunDue();
             if (i + 1 == TimerQueue::kMaxLongDepth) {
-                asked_at_the_bound = host_.wake_at;
+                asked_at_the_bound = clock_.wake_at;
                 EXPECT_FALSE(held_back_ran);
                 EXPECT_EQ(queue_.NextDue(), std::nullopt);
             } else if (i + 2 == TimerQueue::kMaxLongDepth) {
-                asked_after_it = host_.wake_at;
+                asked_after_it = clock_.wake_at;
             }
         }));
     }
@@ -292,7 +279,7 @@ TEST_F(TimerQueueTest, ATickHeldBackByTheBoundAsksForItsWakeUpWhenTheStackUnwind
         timers.back()->SetInterval(50);
     }
     timers.front()->SetEnabled(true);
-    host_.now += 50;
+    clock_.now += 50;
     queue_.RunDue();
     EXPECT_EQ(asked_at_the_bound, std::nullopt);
     EXPECT_NE(asked_after_it, std::nullopt);
@@ -317,12 +304,12 @@ TEST_F(TimerQueueTest, LongTicksOnHoldStayDueWhileBriefOnesRun) {
     EXPECT_EQ(brief_ticks, 3);
     EXPECT_EQ(long_ticks, 0);
     brief->SetEnabled(false);
-    host_.wake_at.reset();
+    clock_.wake_at.reset();
     EXPECT_EQ(queue_.NextDue(), std::nullopt) << "a held tick asks for no wake-up";
 
     outer.reset();
-    ASSERT_NE(host_.wake_at, std::nullopt);
-    EXPECT_LE(*host_.wake_at, host_.now);
+    ASSERT_NE(clock_.wake_at, std::nullopt);
+    EXPECT_LE(*clock_.wake_at, clock_.now);
     Advance(0);
     EXPECT_EQ(long_ticks, 2);
 }
@@ -356,7 +343,7 @@ TEST_F(TimerQueueTest, BriefTicksRunOnTopOfAStackFullOfLongOnes) {
             timers[static_cast<std::size_t>(i)]->SetEnabled(false);
             ++long_ticks;
             if (long_ticks == TimerQueue::kMaxLongDepth) {
-                host_.now += 400;
+                clock_.now += 400;
                 queue_.RunDue();
                 EXPECT_EQ(brief_ticks, 1);
                 EXPECT_EQ(long_ticks, TimerQueue::kMaxLongDepth);
@@ -366,7 +353,7 @@ TEST_F(TimerQueueTest, BriefTicksRunOnTopOfAStackFullOfLongOnes) {
         }));
         timers.push_back(Armed(*sinks.back(), 50));
     }
-    host_.now += 50;
+    clock_.now += 50;
     queue_.RunDue();
     EXPECT_EQ(brief_ticks, 1);
     EXPECT_EQ(long_ticks, TimerQueue::kMaxLongDepth + 1);
@@ -377,12 +364,12 @@ TEST_F(TimerQueueTest, APeriodicBriefTickThatLetsMessagesRunIsBoundedToo) {
     int deepest = 0;
     FunctionSink sink([&] {
         deepest = std::max(deepest, ++depth);
-        host_.now += 50;
+        clock_.now += 50;
         queue_.RunDue();
         --depth;
     });
     const auto timer = Armed(sink, 50, TickKind::kBrief);
-    host_.now += 50;
+    clock_.now += 50;
     queue_.RunDue();
     EXPECT_EQ(deepest, TimerQueue::kMaxBriefDepth);
 }
@@ -392,11 +379,11 @@ TEST_F(TimerQueueTest, LongTicksThatAreNotAllowedStayDueWhileBriefOnesRun) {
     FunctionSink refresh([&] { log_ += "brief "; });
     const auto long_timer = Armed(work, 50);
     const auto brief_timer = Armed(refresh, 60, TickKind::kBrief);
-    host_.now += 60;
+    clock_.now += 60;
     queue_.RunDue(TimerQueue::Allowed::kBriefOnly);
     EXPECT_EQ(log_, "brief ");
-    ASSERT_TRUE(host_.wake_at.has_value());
-    EXPECT_LE(*host_.wake_at, host_.now) << "what was held back asks again at once";
+    ASSERT_TRUE(clock_.wake_at.has_value());
+    EXPECT_LE(*clock_.wake_at, clock_.now) << "what was held back asks again at once";
     queue_.RunDue();
     EXPECT_EQ(log_, "brief long ");
 }
@@ -410,12 +397,12 @@ TEST_F(TimerQueueTest, AnExceptionPassesThroughAndTheTicksBehindItStillCome) {
     FunctionSink next([&] { log_ += 'n'; });
     failing = Armed(sink, 50);
     const auto behind = Armed(next, 50);
-    host_.now += 50;
-    host_.wake_at.reset();
+    clock_.now += 50;
+    clock_.wake_at.reset();
     EXPECT_THROW(queue_.RunDue(), std::runtime_error);
     EXPECT_EQ(log_, "");
-    ASSERT_TRUE(host_.wake_at);
-    EXPECT_LE(*host_.wake_at, host_.now);
+    ASSERT_TRUE(clock_.wake_at);
+    EXPECT_LE(*clock_.wake_at, clock_.now);
     Advance(0);
     EXPECT_EQ(log_, "n");
 }
@@ -424,7 +411,7 @@ TEST_F(TimerQueueTest, ExceptionsDoNotUseUpTheNestingDepth) {
     FunctionSink sink([&] { throw std::runtime_error("tick"); });
     const auto timer = Armed(sink, 50);
     for (int i = 0; i < 3 * TimerQueue::kMaxLongDepth; ++i) {
-        host_.now += 50;
+        clock_.now += 50;
         EXPECT_THROW(queue_.RunDue(), std::runtime_error);
     }
 }
@@ -432,12 +419,12 @@ TEST_F(TimerQueueTest, ExceptionsDoNotUseUpTheNestingDepth) {
 TEST_F(TimerQueueTest, AnEarlierWakeUpReplacesALaterOneAndALaterOneIsNotAskedFor) {
     FunctionSink sink([] {});
     const auto slow = Armed(sink, 400);
-    EXPECT_EQ(host_.wake_at, 1400U);
+    EXPECT_EQ(clock_.wake_at, 1400U);
     const auto quick = Armed(sink, 50);
-    EXPECT_EQ(host_.wake_at, 1050U);
+    EXPECT_EQ(clock_.wake_at, 1050U);
     const auto between = Armed(sink, 100);
-    EXPECT_EQ(host_.wake_at, 1050U);
-    EXPECT_EQ(host_.requests, 2);
+    EXPECT_EQ(clock_.wake_at, 1050U);
+    EXPECT_EQ(clock_.requests, 2);
 }
 
 TEST_F(TimerQueueTest, AWakeUpThatIsTooEarlyRunsNothingAndIsAskedForAgain) {
@@ -447,7 +434,7 @@ TEST_F(TimerQueueTest, AWakeUpThatIsTooEarlyRunsNothingAndIsAskedForAgain) {
     { const auto quick = Armed(sink, 50); }
     Advance(50);
     EXPECT_EQ(ticks, 0);
-    EXPECT_EQ(host_.wake_at, 1400U);
+    EXPECT_EQ(clock_.wake_at, 1400U);
     Advance(350);
     EXPECT_EQ(ticks, 1);
 }
@@ -459,15 +446,15 @@ TEST_F(TimerQueueTest, AHundredThousandTimersAskTheSystemForNextToNothing) {
     timers.reserve(kCount);
     FunctionSink sink([&] { ++ticks; });
     for (std::size_t i = 0; i < kCount; ++i) {
-        host_.now += static_cast<std::uint64_t>(i % 97 == 0);
+        clock_.now += static_cast<std::uint64_t>(i % 97 == 0);
         timers.push_back(Armed(sink, 50 + static_cast<std::uint32_t>(i % 13)));
     }
     // From the far end, which a queue that searches its entries would not finish in time.
     timers.resize(kCount / 2);
-    host_.now += 100;
+    clock_.now += 100;
     queue_.RunDue();
     EXPECT_EQ(ticks, kCount / 2);
-    EXPECT_LE(host_.requests, 20);
+    EXPECT_LE(clock_.requests, 20);
 }
 
 }  // namespace

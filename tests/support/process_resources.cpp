@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -109,11 +108,6 @@ ProcessResources ResourcesNow() {
     ::K32GetProcessMemoryInfo(::GetCurrentProcess(), &memory, sizeof memory);
     now.memory = memory.PagefileUsage;
     return now;
-}
-
-int SizeFromEnvironment(const char* name, int short_form) {
-    const char* const text = std::getenv(name);
-    return text != nullptr ? std::atoi(text) : short_form;
 }
 
 }  // namespace tidemark

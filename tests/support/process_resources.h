@@ -15,8 +15,4 @@ struct ProcessResources {
 };
 [[nodiscard]] ProcessResources ResourcesNow();
 
-// A number from the environment, with which the long form of a test is asked for; else the short
-// form's.
-[[nodiscard]] int SizeFromEnvironment(const char* name, int short_form);
-
 }  // namespace tidemark
