@@ -8,9 +8,9 @@
 #include <set>
 
 #include "endtoend/end_to_end.h"
-#include "platform/win32/registry_settings_store.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "settings/stored_text.h"
 #include "support/com_apartment.h"
 #include "support/poll_until.h"
 #include "support/remote_errors_window.h"
@@ -92,11 +92,6 @@ class CommandsEndToEnd : public EndToEnd {
     [[nodiscard]] bool WaitForRows(int rows) const {
         return PollUntil(kWait, [&] { return List().Rows() == rows; });
     }
-    [[nodiscard]] static bool WaitForStored(const char* key, bool on) {
-        const std::string text = on ? "True" : "False";
-        return PollUntil(
-            kWait, [&] { return RegistrySettingsStore().ReadText(key, "(missing)") == text; });
-    }
     void ExpectErrorsWindow() const {
         const RemoteErrorsWindow errors(*program_, kWait);
         errors.Close();
@@ -170,13 +165,8 @@ class CommandsEndToEnd : public EndToEnd {
         }
         return {};
     }
-    static RECT PlaceOf(const RemoteWindow& window) {
-        RECT place{};
-        ::GetWindowRect(window.Handle(), &place);
-        return place;
-    }
     [[nodiscard]] bool PanelIsAboveList() const {
-        return PlaceOf(program_->cmdStamp()).bottom <= PlaceOf(List()).top;
+        return PlaceOf(program_->cmdStamp().Handle()).bottom <= PlaceOf(List().Handle()).top;
     }
 
   public:
@@ -325,27 +315,28 @@ void CommandsEndToEnd::TheThreeRemovals() {
 void CommandsEndToEnd::TheViewArrangesTheWindow() {
     EXPECT_TRUE(PanelIsAboveList());
     Choose('v', kControlsOnBottom);
-    EXPECT_TRUE(PollUntil(
-        kWait, [this] { return PlaceOf(List()).bottom <= PlaceOf(program_->cmdStamp()).top; }));
-    EXPECT_TRUE(WaitForStored("ControlsOnTop", false));
+    EXPECT_TRUE(PollUntil(kWait, [this] {
+        return PlaceOf(List().Handle()).bottom <= PlaceOf(program_->cmdStamp().Handle()).top;
+    }));
+    EXPECT_TRUE(WaitForStored("ControlsOnTop", "False"));
     Choose('v', kControlsOnTop);
     EXPECT_TRUE(PollUntil(kWait, [this] { return PanelIsAboveList(); }));
-    EXPECT_TRUE(WaitForStored("ControlsOnTop", true));
+    EXPECT_TRUE(WaitForStored("ControlsOnTop", "True"));
 
     EXPECT_FALSE(program_->chkCreated().Visible());
-    const LONG list_top = PlaceOf(List()).top;
+    const LONG list_top = PlaceOf(List().Handle()).top;
     Choose('v', kDateCreated);
-    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(List()).top > list_top; }));
+    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(List().Handle()).top > list_top; }));
     EXPECT_TRUE(program_->chkCreated().Visible());
     EXPECT_TRUE(program_->dtDateCreated().Visible());
     EXPECT_TRUE(program_->dtTimeCreated().Visible());
     Choose('v', kDateCreated);
-    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(List()).top == list_top; }));
+    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(List().Handle()).top == list_top; }));
     EXPECT_FALSE(program_->dtDateCreated().Visible());
 
     for (const bool on : {true, false}) {
         Choose('v', kAlwaysOnTop);
-        EXPECT_TRUE(WaitForStored("AlwaysOnTop", on));
+        EXPECT_TRUE(WaitForStored("AlwaysOnTop", TextFromTruth(on)));
     }
 }
 
@@ -361,7 +352,7 @@ void CommandsEndToEnd::EachOptionTurnsOverAndResetSetsThemBack() {
                    {kShowErrors, "ShowErrorsAutomatically", true}};
     for (const auto& option : options) {
         Choose('o', option.item);
-        EXPECT_TRUE(WaitForStored(option.key, !option.at_first)) << option.key;
+        EXPECT_TRUE(WaitForStored(option.key, TextFromTruth(!option.at_first))) << option.key;
     }
     for (const int answer : {IDNO, IDYES}) {
         Choose('o', kReset);
@@ -369,7 +360,8 @@ void CommandsEndToEnd::EachOptionTurnsOverAndResetSetsThemBack() {
                   "Set default visuals and options?");
         ASSERT_TRUE(program_->AnswerBox(answer, kWait));
         for (const auto& option : options) {
-            EXPECT_TRUE(WaitForStored(option.key, option.at_first == (answer == IDYES)))
+            EXPECT_TRUE(
+                WaitForStored(option.key, TextFromTruth(option.at_first == (answer == IDYES))))
                 << option.key;
         }
     }

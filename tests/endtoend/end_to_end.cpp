@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/win32/registry_settings_store.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
 #include "support/local_time.h"
+#include "support/poll_until.h"
 
 namespace tidemark {
 namespace {
@@ -78,6 +80,11 @@ void EndToEnd::StampAll(const RemoteTidemark& program) {
 void EndToEnd::Close(const RemoteTidemark& program) {
     program.Main().Close();
     EXPECT_EQ(program.Process().WaitForExit(kWait), 0U);
+}
+
+bool EndToEnd::WaitForStored(const char* key, const std::string& text) {
+    return PollUntil(kWait,
+                     [&] { return RegistrySettingsStore().ReadText(key, "(missing)") == text; });
 }
 
 void EndToEnd::EndSession(const RemoteTidemark& program) {

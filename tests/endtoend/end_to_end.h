@@ -67,6 +67,8 @@ class EndToEnd : public testing::Test {
     static void StampAll(const RemoteTidemark& program);
     // Closes the window and expects the program to end well.
     static void Close(const RemoteTidemark& program);
+    // Waits until the program has stored the text under the key of an option.
+    [[nodiscard]] static bool WaitForStored(const char* key, const std::string& text);
     // Tells the program that the user's session ends, and expects it to end well.
     static void EndSession(const RemoteTidemark& program);
 

@@ -20,25 +20,19 @@ class SettingsEndToEnd : public EndToEnd {
     [[nodiscard]] std::string Stored(const char* key) const {
         return store_.ReadText(key, "(missing)");
     }
-    // Waits until the program has stored the text under the key.
-    [[nodiscard]] bool WaitForStored(const char* key, const std::string& text) const {
-        return PollUntil(kWait, [&] { return Stored(key) == text; });
-    }
-
     static void Choose(const RemoteTidemark& program, char menu, int item) {
         ASSERT_TRUE(program.ChooseFromMenu(menu, item, kWait));
     }
 
-    static Bounds PlaceOf(const RemoteTidemark& program) {
-        RECT rect{};
-        ::GetWindowRect(program.Main().Handle(), &rect);
+    static Bounds BoundsOf(const RemoteTidemark& program) {
+        const RECT rect = PlaceOf(program.Main().Handle());
         return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
     }
     // Moves the window, and tells it that the user has let go of it.
     static void MoveByUser(const RemoteTidemark& program, const Bounds& bounds) {
         ::SetWindowPos(program.Main().Handle(), nullptr, bounds.left, bounds.top, bounds.width,
                        bounds.height, SWP_NOZORDER | SWP_NOACTIVATE);
-        ASSERT_TRUE(PollUntil(kWait, [&] { return PlaceOf(program) == bounds; }));
+        ASSERT_TRUE(PollUntil(kWait, [&] { return BoundsOf(program) == bounds; }));
         program.Main().Send(WM_EXITSIZEMOVE);
     }
     [[nodiscard]] std::string Twips(int pixels) const {
@@ -99,17 +93,14 @@ TEST_F(SettingsEndToEnd, OptionsWidthsPlaceAndSizeAreFoundAgain) {
     EXPECT_EQ(Stored("2ColumnWidth"), "210");
 
     const RemoteTidemark program = Start("");
-    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(program) == place; }));
+    EXPECT_TRUE(PollUntil(kWait, [&] { return BoundsOf(program) == place; }));
     for (int column = 0; column < 3; ++column) {
         EXPECT_EQ(WidthOf(program, column), 200 + 10 * column);
     }
     EXPECT_TRUE(program.dtDateCreated().Visible());
     // The panel stands below the list.
-    RECT list{};
-    RECT stamp{};
-    ::GetWindowRect(program.lvwItems().Handle(), &list);
-    ::GetWindowRect(program.cmdStamp().Handle(), &stamp);
-    EXPECT_GE(stamp.top, list.bottom);
+    EXPECT_GE(PlaceOf(program.cmdStamp().Handle()).top,
+              PlaceOf(program.lvwItems().Handle()).bottom);
     // A second choice of each takes the option back from what was found in the store.
     Choose(program, 'o', kPrompt);
     EXPECT_TRUE(WaitForStored("PromptWhenDone", "True"));
@@ -123,7 +114,7 @@ TEST_F(SettingsEndToEnd, OptionsWidthsPlaceAndSizeAreFoundAgain) {
     EXPECT_TRUE(PollUntil(kWait, [&] { return WidthOf(program, 2) == 100; }));
     EXPECT_EQ(WidthOf(program, 0), 300);
     EXPECT_EQ(WidthOf(program, 1), 150);
-    EXPECT_EQ(PlaceOf(program), place);
+    EXPECT_EQ(BoundsOf(program), place);
     program.lvwItems().Send(LVM_SETCOLUMNWIDTH, 1, 155);
     EndSession(program);
     EXPECT_EQ(Stored("2ColumnWidth"), "155");
@@ -156,7 +147,7 @@ TEST_F(SettingsEndToEnd, BadTextsInTheStoreStopNothing) {
     EXPECT_EQ(WidthOf(program, 2), 250);
     const Bounds centred = {(::GetSystemMetrics(SM_CXSCREEN) - 640) / 2,
                             (::GetSystemMetrics(SM_CYSCREEN) - 480) / 2, 640, 480};
-    EXPECT_TRUE(PollUntil(kWait, [&] { return PlaceOf(program) == centred; }));
+    EXPECT_TRUE(PollUntil(kWait, [&] { return BoundsOf(program) == centred; }));
     Close(program);
 }
 

@@ -45,12 +45,6 @@ bool IsTopmost(HWND window) {
     return (::GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
 }
 
-RECT PlaceOf(HWND window) {
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    return place;
-}
-
 // What can be seen of a start, look by look.
 struct SeenStart {
     std::vector<int> opacities;  // of the splash, each once

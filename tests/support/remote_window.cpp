@@ -87,6 +87,12 @@ void RemoteWindow::Click() const {
     Post(BM_CLICK);
 }
 
+RECT PlaceOf(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    return place;
+}
+
 std::vector<RemoteWindow> TopLevelWindows(const RemoteProcess& process) {
     return Collect(process,
                    [](WNDENUMPROC each, LPARAM parameter) { ::EnumWindows(each, parameter); });

@@ -43,6 +43,9 @@ class RemoteWindow {
     HWND window_;
 };
 
+// Where a window is on the screen.
+[[nodiscard]] RECT PlaceOf(HWND window);
+
 // The visible or hidden top-level windows of a process.
 [[nodiscard]] std::vector<RemoteWindow> TopLevelWindows(const RemoteProcess& process);
 
