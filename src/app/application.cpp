@@ -3,7 +3,9 @@
 #include <commctrl.h>
 
 #include "app/app_path.h"
+#include "app/load_once.h"
 #include "app/startup.h"
+#include "app/startup_windows.h"
 #include "app/version.h"
 #include "app/version_text.h"
 #include "ui/last_resort.h"
@@ -34,10 +36,7 @@ Application::Application(Process& process)
       splash_(platform_.timers, Version()),
       main_window_(MainServices()),
       errors_window_(CommonServices()),
-      about_(Version()),
-      startup_splash_(splash_, main_window_),
-      startup_main_window_(main_window_),
-      startup_errors_window_(errors_window_) {
+      about_(Version()) {
     windows_.Add("frmSplash", splash_, [this] { splash_.Destroy(); });
     windows_.Add(kMainWindowName, main_window_, [this] { main_window_.Close(); });
     windows_.Add("frmErrors", errors_window_, [this] { errors_window_.Unload(); });
@@ -47,13 +46,33 @@ Application::Application(Process& process)
 Application::~Application() = default;
 
 int Application::Run() {
-    if (!Startup(PartsOfStartup()).Run()) {
+    if (!StartUp()) {
         return 0;
     }
     const int exit_code = RunMessageLoop();
     // Asked to quit from elsewhere: the windows, if they are still there, end as on Exit.
     shut_down_.ShutDown(/*unload_main=*/true);
     return exit_code;
+}
+
+bool Application::StartUp() {
+    SplashAtStartup splash(splash_, main_window_);
+    MainWindowAtStartup main_window(main_window_);
+    ErrorsWindowAtStartup errors_window(errors_window_);
+    Startup startup(
+        {.process = process_,
+         .pump = platform_.pump,
+         .boxes = boxes_,
+         .file_system = platform_.file_system,
+         .splash = splash,
+         .main_window = main_window,
+         .errors_window = errors_window,
+         .shut_down = shut_down_,
+         .initialise_common_controls = InitialiseCommonControls,
+         .register_app_path = [this](const std::string& exe_name, const std::string& folder) {
+             RegisterAppPath(machine_registry_, platform_.files, exe_name, folder);
+         }});
+    return startup.Run();
 }
 
 Win32PlatformHooks Application::Hooks() {
@@ -81,16 +100,11 @@ MainWindowServices Application::MainServices() {
                               bool topmost) { ShowErrors(errors, topmost); },
         .show_about = [this](bool topmost) { about_.ShowUntilClosed(main_window_, topmost); },
         .shut_down = [this](bool unload_main) { shut_down_.ShutDown(unload_main); },
-        .closed =
-            [this] {
-                if (startup_main_window_.Loaded()) {
-                    ::PostQuitMessage(0);
-                }
-            }};
+        .closed = [] { ::PostQuitMessage(0); }};
 }
 
 frmErrors& Application::LoadedErrorsWindow() {
-    startup_errors_window_.Load();
+    LoadOnce(errors_window_);
     return errors_window_;
 }
 
@@ -99,21 +113,6 @@ void Application::ShowErrors(const StampErrorList& errors, bool topmost) {
     SetTopmost(window, topmost);
     window.AddFromCollection(errors);
     window.Present();
-}
-
-StartupParts Application::PartsOfStartup() {
-    return {.process = process_,
-            .pump = platform_.pump,
-            .boxes = boxes_,
-            .file_system = platform_.file_system,
-            .splash = startup_splash_,
-            .main_window = startup_main_window_,
-            .errors_window = startup_errors_window_,
-            .shut_down = shut_down_,
-            .initialise_common_controls = InitialiseCommonControls,
-            .register_app_path = [this](const std::string& exe_name, const std::string& folder) {
-                RegisterAppPath(machine_registry_, platform_.files, exe_name, folder);
-            }};
 }
 
 }  // namespace tidemark

@@ -4,7 +4,6 @@
 #include "app/frm_splash.h"
 #include "app/loaded_forms.h"
 #include "app/shut_down.h"
-#include "app/startup_windows.h"
 #include "controls/ole_session.h"
 #include "controls/popup_menu_system.h"
 #include "errors/frm_errors.h"
@@ -35,7 +34,8 @@ class Application {
     [[nodiscard]] Win32PlatformHooks Hooks();
     [[nodiscard]] ListWindowServices CommonServices();
     [[nodiscard]] MainWindowServices MainServices();
-    [[nodiscard]] StartupParts PartsOfStartup();
+    // False when the program has been shut down on the way.
+    [[nodiscard]] bool StartUp();
     // The errors window, loaded (not shown) if it is not yet.
     frmErrors& LoadedErrorsWindow();
     void ShowErrors(const StampErrorList& errors, bool topmost);
@@ -57,9 +57,6 @@ class Application {
     frmMain main_window_;
     frmErrors errors_window_;
     frmAbout about_;
-    SplashAtStartup startup_splash_;
-    MainWindowAtStartup startup_main_window_;
-    ErrorsWindowAtStartup startup_errors_window_;
 };
 
 }  // namespace tidemark

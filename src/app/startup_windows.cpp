@@ -1,27 +1,13 @@
 #include "app/startup_windows.h"
 
+#include "app/load_once.h"
 #include "platform/program_error.h"
 #include "ui/topmost.h"
 
 namespace tidemark {
-namespace {
-
-template <typename Load>
-void LoadForm(Form& form, Load&& load) {
-    try {
-        load();
-    } catch (...) {
-        form.Destroy();
-        throw;
-    }
-}
-
-}  // namespace
 
 void SplashAtStartup::Load() {
-    if (!splash_.Exists()) {
-        LoadForm(splash_, [this] { splash_.Form_Load(); });
-    }
+    LoadOnce(splash_);
 }
 
 void SplashAtStartup::ShowAboveMainWindow() {
@@ -38,11 +24,7 @@ void SplashAtStartup::SetTopmost(bool on) {
 }
 
 void MainWindowAtStartup::Load() {
-    if (!Loaded()) {
-        loaded_ = false;
-        LoadForm(main_window_, [this] { main_window_.Form_Load(); });
-        loaded_ = true;
-    }
+    LoadOnce(main_window_);
 }
 
 void MainWindowAtStartup::InitializeDisplay() {
@@ -81,9 +63,7 @@ frmMain& MainWindowAtStartup::LoadedWindow() const {
 }
 
 void ErrorsWindowAtStartup::Load() {
-    if (!errors_window_.Exists()) {
-        LoadForm(errors_window_, [this] { errors_window_.Form_Load(); });
-    }
+    LoadOnce(errors_window_);
 }
 
 void ErrorsWindowAtStartup::MoveTo(Point place) {

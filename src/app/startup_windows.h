@@ -10,8 +10,7 @@
 
 namespace tidemark {
 
-// The program's windows, as start-up sees them. The forms are not owned. A form whose loading fails
-// half-way is not loaded, so that loading it can be tried again.
+// The program's windows, as start-up sees them. The forms are not owned.
 
 class SplashAtStartup final : public StartupSplash {
   public:
@@ -36,7 +35,7 @@ class MainWindowAtStartup final : public StartupMainWindow {
     explicit MainWindowAtStartup(frmMain& main_window) : main_window_(main_window) {}
 
     void Load() override;
-    [[nodiscard]] bool Loaded() const override { return loaded_ && main_window_.Exists(); }
+    [[nodiscard]] bool Loaded() const override { return main_window_.Exists(); }
     void InitializeDisplay() override;
     void LoadPosition(bool reset) override;
     [[nodiscard]] bool AlwaysOnTopChecked() const override;
@@ -50,7 +49,6 @@ class MainWindowAtStartup final : public StartupMainWindow {
     [[nodiscard]] frmMain& LoadedWindow() const;
 
     frmMain& main_window_;
-    bool loaded_ = false;
 };
 
 class ErrorsWindowAtStartup final : public StartupErrorsWindow {

@@ -2,6 +2,8 @@
 
 #include "mainwindow/frm_main.h"
 
+#include <utility>
+
 #include "mainwindow/layout.h"
 #include "mainwindow/main_menu.h"
 #include "mainwindow/status_display.h"
@@ -59,6 +61,7 @@ void frmMain::Form_Load() {
     oTimer = services_.common.platform.timers.NewTimer(TickKind::kBrief);
     oTimer->SetSink(this);
     oTimer->SetInterval(kPollInterval);
+    loaded_ = true;
 }
 
 void frmMain::CreateControls() {
@@ -190,7 +193,9 @@ void frmMain::Form_QueryUnload() {
 }
 
 void frmMain::OnDestroy() {
-    services_.closed();
+    if (std::exchange(loaded_, false)) {
+        services_.closed();
+    }
 }
 
 }  // namespace tidemark

@@ -46,7 +46,7 @@ struct MainWindowServices {
     std::function<void(const StampErrorList& errors, bool topmost)> show_errors;
     std::function<void(bool topmost)> show_about;  // until the user closes it
     std::function<void(bool unload_main)> shut_down;
-    std::function<void()> closed;  // the window is going; the program may end
+    std::function<void()> closed;  // the loaded window is going; the program may end
 };
 
 // The program's working window: the list of items, the pickers, Stamp and Cancel, and the poll
@@ -186,6 +186,7 @@ class frmMain final : public Form,
     OleDragDropForwarder list_drag_{list_drag_events_};
     std::unique_ptr<DropTarget> list_target_;
     ColumnSort sort_;
+    bool loaded_ = false;              // Form_Load has done all of its work
     bool bRestoringPlacement = false;  // what moves the window now is not the user
     bool bRightButtonDown = false;
     bool bStampRequested = false;  // the end of this stamp is still to be handled

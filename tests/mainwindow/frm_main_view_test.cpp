@@ -3,6 +3,8 @@
 
 #include "engine/engine_fixture.h"
 #include "mainwindow/main_window_fixture.h"
+#include "platform/program_error.h"
+#include "support/refused_windows.h"
 
 namespace tidemark {
 namespace {
@@ -38,6 +40,19 @@ class MainWindowView : public MainWindowTest {
         return Window(::GetWindow(control.Handle(), GW_HWNDPREV)).Text();
     }
 };
+
+TEST_F(MainWindowView, AWindowLoadedHalfWayGoesUnnoticedAndCanBeLoadedAgain) {
+    {
+        const RefusedWindows no_lists(WC_LISTVIEWW);
+        EXPECT_THROW(Main().Form_Load(), ProgramError);
+        EXPECT_EQ(no_lists.Count(), 1);
+    }
+    Main().Destroy();
+    EXPECT_EQ(closed_, 0);
+    Load();
+    Main().Close();
+    EXPECT_EQ(closed_, 1);
+}
 
 TEST_F(MainWindowView, OptionsOfAFirstRunShowOneRowOnTop) {
     Load();
