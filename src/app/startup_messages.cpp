@@ -1,8 +1,5 @@
 #include "app/startup_messages.h"
 
-#include <exception>
-#include <new>
-
 namespace tidemark {
 
 std::string MissingRuntimeText() {
@@ -21,20 +18,6 @@ std::string MissingRuntimeText() {
 std::string StartupErrorText(const ProgramError& error) {
     return "Error: " + std::to_string(error.Number()) + "\n" + error.Description() +
            "\n\nSource: main";
-}
-
-ProgramError CurrentError() {
-    try {
-        throw;
-    } catch (const ProgramError& error) {
-        return error;
-    } catch (const std::bad_alloc&) {
-        return {error_number::kOutOfMemory, "Out of memory"};
-    } catch (const std::exception& error) {
-        return {error_number::kInternalError, error.what()};
-    } catch (...) {
-        return {error_number::kInternalError, "Internal error"};
-    }
 }
 
 }  // namespace tidemark

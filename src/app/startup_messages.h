@@ -16,8 +16,4 @@ inline constexpr const char* kMissingRuntimeCaption = "tidemark";
 inline constexpr const char* kStartupErrorCaption = "Orrery RTE Startup Error";
 [[nodiscard]] std::string StartupErrorText(const ProgramError& error);
 
-// The exception being handled, with a number where it has none of its own. To be called from a
-// catch block.
-[[nodiscard]] ProgramError CurrentError();
-
 }  // namespace tidemark

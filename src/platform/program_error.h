@@ -20,6 +20,11 @@ class ProgramError : public std::runtime_error {
     std::int32_t number_;
 };
 
+// The exception being handled, as the program tells of it: one that has no number of its own gets
+// one of those below. To be called from a catch block. Throws std::bad_alloc where there is no
+// memory for the words.
+[[nodiscard]] ProgramError CurrentError();
+
 // Numbers of the errors the program raises itself; users find them in the messages.
 namespace error_number {
 inline constexpr std::int32_t kInvalidArgument = 5;

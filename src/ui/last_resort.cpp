@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <deque>
-#include <exception>
+#include <new>
 #include <utility>
 
 #include "platform/program_error.h"
@@ -39,15 +39,14 @@ State& Shared() {
 }
 
 LastResortReport DescribeCurrent(HWND owner) {
-    try {
-        throw;
-    } catch (const ProgramError& error) {
-        return {owner, error.Number(), error.Description()};
-    } catch (const std::exception& error) {
-        return {owner, std::nullopt, error.what()};
-    } catch (...) {
-        return {owner, std::nullopt, "Unknown error"};
-    }
+    const ProgramError error = CurrentError();
+    return {owner, error.Number(), error.Description()};
+}
+
+// In the words of such an error, for which there is no memory now.
+void ShowOutOfMemory(HWND window) noexcept {
+    ::MessageBoxW(OwnerOfBox(window), L"Error: 7\nOut of memory", L"tidemark",
+                  MB_OK | MB_ICONERROR);
 }
 
 void ShowInTurn(LastResortReport report) {
@@ -63,10 +62,12 @@ void ShowInTurn(LastResortReport report) {
         return;
     }
     while (!state.waiting.empty()) {
-        // A copy: the reporter may be replaced, and the queue may grow, while a box is up.
-        const LastResortReporter show = state.reporter ? state.reporter : ShowReport;
         try {
+            // Copies: the reporter may be replaced, and the queue may grow, while a box is up.
+            const LastResortReporter show = state.reporter ? state.reporter : ShowReport;
             show(LastResortReport(state.waiting.front()));
+        } catch (const std::bad_alloc&) {
+            ShowOutOfMemory(state.waiting.front().owner);
         } catch (...) {
             // A reporter that fails has no one left to tell; the next report still gets its turn.
             ::MessageBeep(MB_ICONERROR);
@@ -78,15 +79,14 @@ void ShowInTurn(LastResortReport report) {
 }  // namespace
 
 std::string LastResortReport::Text() const {
-    return number ? "Error: " + std::to_string(*number) + "\n" + description : description;
+    return "Error: " + std::to_string(number) + "\n" + description;
 }
 
 void ReportToLastResort(HWND owner) noexcept {
     try {
         ShowInTurn(DescribeCurrent(owner));
     } catch (...) {
-        // Out of memory while describing an error: the fixed text needs none.
-        ::MessageBoxW(OwnerOfBox(owner), L"Out of memory.", L"tidemark", MB_OK | MB_ICONERROR);
+        ShowOutOfMemory(owner);
     }
 }
 

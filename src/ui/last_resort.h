@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "platform/win32/windows.h"
@@ -11,8 +10,8 @@ namespace tidemark {
 
 // An exception that reached the boundary between the program and the system.
 struct LastResortReport {
-    HWND owner = nullptr;                // the window it happened in; may be gone by now
-    std::optional<std::int32_t> number;  // of a ProgramError
+    HWND owner = nullptr;     // the window it happened in; may be gone by now
+    std::int32_t number = 0;  // this and the description as CurrentError gives them
     std::string description;
 
     // The text shown to the user.
@@ -24,7 +23,8 @@ using LastResortReporter = std::function<void(const LastResortReport&)>;
 // Reports the exception being handled; to be called from a catch block at the edge of a window
 // procedure or a callback. Nothing escapes, and the program goes on. While one report is shown,
 // new ones wait their turn, and repeats of the one shown or of one waiting are dropped: a failing
-// paint must not bury the user in boxes.
+// paint must not bury the user in boxes. Where there is no memory to tell of an error, it tells of
+// that, without waiting and with a text of its own.
 void ReportToLastResort(HWND owner) noexcept;
 
 // Replaces what shows a report, and returns what did so before. The program's own shows a message

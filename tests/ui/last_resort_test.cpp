@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 
 #include "platform/program_error.h"
@@ -49,16 +50,16 @@ TEST_F(LastResort, TheSameErrorLaterIsReportedAgain) {
 
 TEST_F(LastResort, AProgramErrorIsShownWithNumberAndDescription) {
     EXPECT_EQ((LastResortReport{nullptr, 35602, "key taken"}).Text(), "Error: 35602\nkey taken");
-    EXPECT_EQ((LastResortReport{nullptr, std::nullopt, "plain"}).Text(), "plain");
 }
 
-TEST_F(LastResort, OtherExceptionsAreReportedByWhatTheySay) {
+TEST_F(LastResort, OtherExceptionsAreReportedInTheProgramsWords) {
     Guarded(nullptr, [] { throw std::runtime_error("plain"); });
     Guarded(nullptr, [] { throw 7; });
-    ASSERT_EQ(recorder_.reports.size(), 2U);
-    EXPECT_FALSE(recorder_.reports[0].number.has_value());
-    EXPECT_EQ(recorder_.reports[0].description, "plain");
-    EXPECT_EQ(recorder_.reports[1].description, "Unknown error");
+    Guarded(nullptr, [] { throw std::bad_alloc(); });
+    ASSERT_EQ(recorder_.reports.size(), 3U);
+    EXPECT_EQ(recorder_.reports[0].Text(), "Error: 51\nplain");
+    EXPECT_EQ(recorder_.reports[1].Text(), "Error: 51\nInternal error");
+    EXPECT_EQ(recorder_.reports[2].Text(), "Error: 7\nOut of memory");
 }
 
 TEST_F(LastResort, GuardedGivesTheFallbackOnlyOnFailure) {
@@ -118,6 +119,24 @@ TEST_F(LastResort, TheProgramsOwnReporterShowsABoxOverTheWindow) {
     EXPECT_EQ(answerer.caption, "tidemark");
     EXPECT_EQ(answerer.text, "Error: 6\nÜberlauf");
     EXPECT_EQ(answerer.owner, form_.Handle());
+}
+
+TEST_F(LastResort, AReportForWhichThereIsNoMemoryTellsThatAndTheNextOneHasItsTurn) {
+    form_.SetVisible(true);
+    int shown = 0;
+    const auto before = SetLastResortReporter([&](const LastResortReport& /*report*/) {
+        if (++shown == 1) {
+            throw std::bad_alloc();
+        }
+    });
+    const BoxAnswerer answerer(IDOK);
+    form_.Send(kFail);
+    EXPECT_EQ(answerer.caption, "tidemark");
+    EXPECT_EQ(answerer.text, "Error: 7\nOut of memory");
+    EXPECT_EQ(answerer.owner, form_.Handle());
+    form_.Send(kFail);
+    EXPECT_EQ(shown, 2);
+    SetLastResortReporter(before);
 }
 
 }  // namespace
