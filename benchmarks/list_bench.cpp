@@ -55,9 +55,12 @@ class ListRound {
                     }));
     }
 
+    // As the user does: in the window.
     void SelectEvery(std::size_t step, std::size_t end) {
+        LVITEMW selected{};
+        selected.state = selected.stateMask = LVIS_SELECTED;
         for (std::size_t i = 0; i < end; i += step) {
-            main_.rows.SetSelected(i, true);
+            main_.lvwItems.Send(LVM_SETITEMSTATE, i, reinterpret_cast<LPARAM>(&selected));
         }
         RunPendingMessages();
     }

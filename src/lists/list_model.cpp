@@ -54,11 +54,6 @@ const ListRow& ListModel::At(std::size_t position) const {
     return *slots_.at(position);
 }
 
-std::size_t ListModel::PositionOf(const ListRow& row) const {
-    CloseGaps();
-    return row.slot_;
-}
-
 const ListRow* ListModel::Find(const std::string& key) const {
     const auto found = Look(key);
     return found == rows_by_key_.end() ? nullptr : found->second;
@@ -159,15 +154,6 @@ void ListModel::ClearSelection() {
     }
 }
 
-void ListModel::SetSelected(std::size_t position, bool selected) {
-    if (At(position).selected != selected) {
-        NoteSelected(position, position, selected);
-        if (observer_ != nullptr) {
-            observer_->SelectionChanged();
-        }
-    }
-}
-
 void ListModel::NoteSelected(std::size_t first, std::size_t last, bool selected) {
     CloseGaps();
     for (std::size_t i = first; i <= last && i < slots_.size(); ++i) {
@@ -183,15 +169,6 @@ const ListRow* ListModel::Current() const {
 std::size_t ListModel::CurrentPosition() const {
     CloseGaps();
     return current_slot_ < slots_.size() ? current_slot_ : kNoPosition;
-}
-
-void ListModel::SetCurrent(std::size_t position) {
-    if (CurrentPosition() != position) {
-        current_slot_ = position;
-        if (observer_ != nullptr) {
-            observer_->SelectionChanged();
-        }
-    }
 }
 
 void ListModel::NoteCurrent(std::size_t position) {

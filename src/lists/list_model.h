@@ -38,7 +38,7 @@ class ListModelObserver {
     virtual void RowChanged(std::size_t position) = 0;  // a text or the icon of one row
     virtual void RowAppended() = 0;                     // after all rows there were
     virtual void RowsChanged() = 0;                     // rows went or moved
-    virtual void SelectionChanged() = 0;                // or the current row; by the program
+    virtual void SelectionChanged() = 0;                // by the program
     virtual void SmallIconsAttached() = 0;
     virtual void EmptyStateChanged() = 0;
 
@@ -63,7 +63,6 @@ class ListModel {
 
     [[nodiscard]] std::size_t Count() const { return rows_by_key_.size(); }
     [[nodiscard]] const ListRow& At(std::size_t position) const;  // display order, 0-based
-    [[nodiscard]] std::size_t PositionOf(const ListRow& row) const;
 
     // Keys are lower-cased before they are looked up or stored. A returned row stays where it is
     // in memory until it is removed. Find returns null for an unknown key.
@@ -81,20 +80,18 @@ class ListModel {
         Writable(row).item_number = number;
     }
 
-    // Selection. The first three tell the observer; NoteSelected (both ends included) is for a
-    // window that reports what the user did, and tells nobody.
+    // Selection. The first two tell the observer; NoteSelected (both ends included) is for a window
+    // that reports what the user did, and tells nobody.
     void SelectAll();
     void ClearSelection();
-    void SetSelected(std::size_t position, bool selected);
     void NoteSelected(std::size_t first, std::size_t last, bool selected);
     [[nodiscard]] std::size_t SelectedCount() const { return selected_count_; }
 
     // The row that the keyboard acts on; kNoPosition and null when there is none. When it is
-    // removed, the row that takes its place becomes current, or the new last row. SetCurrent tells
-    // the observer; NoteCurrent is for the window.
+    // removed, the row that takes its place becomes current, or the new last row. NoteCurrent is
+    // for a window, as above.
     [[nodiscard]] const ListRow* Current() const;
     [[nodiscard]] std::size_t CurrentPosition() const;
-    void SetCurrent(std::size_t position);
     void NoteCurrent(std::size_t position);
 
     // Sorts once by the text of a column (0 = text, 1 and 2 = sub-items), letter case ignored and

@@ -124,7 +124,7 @@ TEST_P(AwkwardNamesTest, IsReadFromTheFileDialogAndFoundForItsFolder) {
     buffer.append(2, '\0');
     EXPECT_EQ(PathsFromFileDialog(buffer).front(), file);
     AddDropped({file});
-    list.SetSelected(0, true);
+    list.NoteSelected(0, 0, true);
     EXPECT_EQ(ContainingFolderCommand(&list, system.file_system),
               "explorer ,\"" + list.At(0).key + "\",/select");
 }

@@ -93,7 +93,7 @@ TEST_F(ListHelpersTest, ARowWithoutAPictureOfItsOwnShowsTheFirst) {
 TEST_F(ListHelpersTest, SelectAllKeepsTheCurrentRowAndClearDeselectsEveryRow) {
     list_.Add("a", "a");
     list_.Add("b", "b");
-    list_.SetCurrent(1);
+    list_.NoteCurrent(1);
     SelectAllRows(list_);
     EXPECT_EQ(SelectedRowCount(list_), 2U);
     EXPECT_EQ(list_.CurrentPosition(), 1U);
@@ -107,12 +107,12 @@ TEST_F(ListHelpersTest, TheSelectedRowIsTheCurrentOneElseTheFirstSelected) {
         list_.Add(key, key);
     }
     EXPECT_EQ(SelectedRow(list_), nullptr);
-    list_.SetCurrent(0);
+    list_.NoteCurrent(0);
     EXPECT_EQ(SelectedRow(list_), nullptr);
-    list_.SetSelected(1, true);
-    list_.SetSelected(2, true);
+    list_.NoteSelected(1, 1, true);
+    list_.NoteSelected(2, 2, true);
     EXPECT_EQ(SelectedRow(list_), &list_.At(1));
-    list_.SetCurrent(2);
+    list_.NoteCurrent(2);
     EXPECT_EQ(SelectedRow(list_), &list_.At(2));
 }
 

@@ -107,7 +107,7 @@ TEST_F(ListModelTest, RowsStayWhereTheyAreInMemory) {
         list_.Add("more" + std::to_string(i), "");
     }
     EXPECT_EQ(list_.Find("a"), row);
-    EXPECT_EQ(list_.PositionOf(*row), 0U);
+    EXPECT_EQ(&list_.At(0), row);
 }
 
 // Far more removals than a pass each would allow in a test's time.
@@ -132,7 +132,6 @@ TEST_F(ListModelTest, ObserversHearOnlyOfRealChanges) {
     list_.SetSubItem(row, 0, "");
     list_.SetSmallIcon(row, 0);
     list_.ClearSelection();
-    list_.SetSelected(1, false);
     list_.SetHoldsItems(false);
     list_.Sort(0, /*descending=*/false);
     list_.Remove("unknown");
@@ -169,7 +168,7 @@ TEST_F(ListModelTest, TheSelectionIsCountedThroughEveryChange) {
     Fill({"a", "b", "c", "d"});
     list_.SelectAll();
     EXPECT_EQ(list_.SelectedCount(), 4U);
-    list_.SetSelected(0, false);
+    list_.NoteSelected(0, 0, false);
     list_.Remove("b");
     EXPECT_EQ(list_.SelectedCount(), 2U);
     list_.NoteSelected(0, 2, true);
@@ -189,17 +188,15 @@ TEST_F(ListModelTest, WhatAWindowReportsIsNotToldBack) {
     list_.NoteSelected(0, 1, true);
     list_.NoteCurrent(1);
     EXPECT_THAT(listener_.told, IsEmpty());
-    list_.SetCurrent(1);
-    EXPECT_THAT(listener_.told, IsEmpty());
-    list_.SetCurrent(0);
-    EXPECT_THAT(listener_.told, ElementsAre("selection"));
+    EXPECT_EQ(list_.SelectedCount(), 2U);
+    EXPECT_EQ(list_.CurrentPosition(), 1U);
 }
 
 TEST_F(ListModelTest, SelectionAndCurrentRowMoveWithTheirRowsWhenSorted) {
     Fill({"c", "a", "b"});
-    list_.SetSelected(0, true);
-    list_.SetSelected(2, true);
-    list_.SetCurrent(2);
+    list_.NoteSelected(0, 0, true);
+    list_.NoteSelected(2, 2, true);
+    list_.NoteCurrent(2);
     list_.Sort(0, /*descending=*/false);
     EXPECT_THAT(Texts(), ElementsAre("a", "b", "c"));
     EXPECT_THAT(SelectedTexts(), ElementsAre("b", "c"));
@@ -209,14 +206,14 @@ TEST_F(ListModelTest, SelectionAndCurrentRowMoveWithTheirRowsWhenSorted) {
 TEST_F(ListModelTest, TheRowThatTakesARemovedRowsPlaceBecomesCurrent) {
     Fill({"a", "b", "c", "d"});
     EXPECT_EQ(list_.Current(), nullptr);
-    list_.SetCurrent(1);
+    list_.NoteCurrent(1);
     list_.Remove("a");
     EXPECT_EQ(list_.Current()->text, "b");
     list_.Remove("c");
     list_.Remove("b");
     EXPECT_EQ(list_.Current()->text, "d");
     list_.Add("e", "e");
-    list_.SetCurrent(1);
+    list_.NoteCurrent(1);
     list_.Remove("e");
     EXPECT_EQ(list_.Current()->text, "d");
     list_.Remove("d");

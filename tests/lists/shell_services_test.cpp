@@ -47,25 +47,25 @@ TEST_F(ShellServicesTest, CommandIsEmptyWithoutAListOrASelection) {
     EXPECT_EQ(Command(), "");
     AddFile(R"(c:\a.txt)");
     EXPECT_EQ(Command(), "");
-    list_.SetCurrent(0);
+    list_.NoteCurrent(0);
     EXPECT_EQ(Command(), "");
 }
 
 TEST_F(ShellServicesTest, CommandKeepsAPathWithBlanksWhole) {
     AddFile(R"(c:\my files\a b.txt)");
-    list_.SetSelected(0, true);
+    list_.NoteSelected(0, 0, true);
     EXPECT_EQ(Command(), R"(explorer ,"c:\my files\a b.txt",/select)");
 }
 
 TEST_F(ShellServicesTest, CommandForAFolderHasTheSameForm) {
     AddFolder(R"(c:\photos\)");
-    list_.SetSelected(0, true);
+    list_.NoteSelected(0, 0, true);
     EXPECT_EQ(Command(), R"(explorer ,"c:\photos\",/select)");
 }
 
 TEST_F(ShellServicesTest, CommandIsEmptyForAPathDeletedAfterItWasListed) {
     AddFile(R"(c:\a.txt)");
-    list_.SetSelected(0, true);
+    list_.NoteSelected(0, 0, true);
     file_system_.files.clear();
     EXPECT_EQ(Command(), "");
 }
@@ -75,7 +75,7 @@ TEST_F(ShellServicesTest, CommandTakesTheRowTheKeyboardActsOn) {
     AddFile(R"(c:\b)");
     AddFile(R"(c:\c)");
     list_.SelectAll();
-    list_.SetCurrent(1);
+    list_.NoteCurrent(1);
     EXPECT_EQ(Command(), R"(explorer ,"c:\b",/select)");
 }
 
@@ -83,9 +83,9 @@ TEST_F(ShellServicesTest, CommandTakesTheFirstSelectedRowWhenTheCurrentOneIsNotS
     AddFile(R"(c:\a)");
     AddFile(R"(c:\b)");
     AddFile(R"(c:\c)");
-    list_.SetSelected(1, true);
-    list_.SetSelected(2, true);
-    list_.SetCurrent(0);
+    list_.NoteSelected(1, 1, true);
+    list_.NoteSelected(2, 2, true);
+    list_.NoteCurrent(0);
     EXPECT_EQ(Command(), R"(explorer ,"c:\b",/select)");
 }
 
@@ -108,8 +108,8 @@ TEST_F(ShellServicesTest, UnselectedRowsDoNotCount) {
     AddFile(R"(c:\a\1)");
     AddFile(R"(c:\b\1)");
     AddFile(R"(c:\a\2)");
-    list_.SetSelected(0, true);
-    list_.SetSelected(2, true);
+    list_.NoteSelected(0, 0, true);
+    list_.NoteSelected(2, 2, true);
     EXPECT_TRUE(OneFolder());
 }
 
@@ -160,7 +160,7 @@ TEST_F(ShellServicesTest, SelectedPathsThatExistAreGivenInListOrder) {
     AddFile(R"(c:\a\gone)");
     EXPECT_TRUE(ExistingSelectedPaths(list_, file_system_).empty());
     list_.SelectAll();
-    list_.SetSelected(1, false);
+    list_.NoteSelected(1, 1, false);
     file_system_.files.erase(R"(c:\a\gone)");
     EXPECT_EQ(ExistingSelectedPaths(list_, file_system_),
               (std::vector<std::string>{R"(c:\a\2)", R"(c:\b\)"}));

@@ -150,7 +150,7 @@ TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpe
     Load();
     const std::string path = FileInBoth("a.txt");
     List({path});
-    Main().rows.SetSelected(0, true);
+    SelectRow(Main().rows.At(0).key);
     std::vector<std::string> captions;
     ModalDriver driver({[&captions] {
                             captions = CaptionsOf(OpenMenu());

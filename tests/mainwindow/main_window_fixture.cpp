@@ -1,5 +1,6 @@
 #include "mainwindow/main_window_fixture.h"
 
+#include "support/row_state.h"
 #include "ui/message_loop.h"
 
 namespace tidemark {
@@ -113,9 +114,14 @@ void MainWindowTest::Finish() {
 }
 
 void MainWindowTest::SelectRow(const std::string& key, bool selected) {
-    const ListRow* row = window_->rows.Find(key);
-    ASSERT_NE(row, nullptr) << key;
-    window_->rows.SetSelected(window_->rows.PositionOf(*row), selected);
+    const ListModel& rows = window_->rows;
+    std::size_t position = 0;
+    while (position < rows.Count() && rows.At(position).key != key) {
+        ++position;
+    }
+    ASSERT_LT(position, rows.Count()) << key;
+    ChangeRowState(window_->lvwItems, position, LVIS_SELECTED, selected);
+    ASSERT_EQ(rows.At(position).selected, selected) << key;
 }
 
 std::vector<std::string> MainWindowTest::RowTexts() const {

@@ -8,6 +8,7 @@
 
 #include "platform/memory/memory_user_locale.h"
 #include "support/pump.h"
+#include "support/row_state.h"
 #include "support/shown_list.h"
 #include "support/test_form.h"
 #include "ui/list_view.h"
@@ -39,6 +40,8 @@ class ListViewTest : public testing::Test {
         return list_->Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row),
                            static_cast<LPARAM>(state)) != 0;
     }
+    void Select(std::size_t row) const { ChangeRowState(*list_, row, LVIS_SELECTED, true); }
+    void MakeCurrent(std::size_t row) const { ChangeRowState(*list_, row, LVIS_FOCUSED, true); }
     LRESULT ShownFocus() const {
         return list_->Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
     }

@@ -15,7 +15,7 @@ using testing::IsEmpty;
 TEST_F(ListViewTest, ArrowKeysSelectAndMoveTheCurrentRow) {
     Fill(5);
     list_->Focus();
-    model_.SetCurrent(0);
+    MakeCurrent(0);
     Key(VK_DOWN);
     EXPECT_THAT(Selected(), ElementsAre("row 1"));
     EXPECT_EQ(model_.CurrentPosition(), 1U);
@@ -180,7 +180,7 @@ TEST_F(ListViewTest, AHeldRightButtonMovesOnlyBeyondTheDragDistance) {
 
 TEST_F(ListViewTest, TheContextKeyTellsWhereTheCurrentRowIs) {
     Fill(5);
-    model_.SetCurrent(2);
+    MakeCurrent(2);
     std::vector<Point> told;
     list_->on_context_key = [&](Point at) { told.push_back(at); };
     list_->Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list_->Handle()), -1);
@@ -199,7 +199,7 @@ TEST_F(ListViewTest, TheContextKeyStaysInTheListWhenTheCurrentRowIsScrolledAway)
         told.push_back({client.x, client.y});
     };
     const auto press = [this](std::size_t current, LPARAM shown) {
-        model_.SetCurrent(current);
+        MakeCurrent(current);
         list_->Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(shown), FALSE);
         list_->Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list_->Handle()), -1);
     };

@@ -44,8 +44,8 @@ TEST_F(ListViewTest, ATextLongerThanAnyPathOfOldIsShownWhole) {
 
 TEST_F(ListViewTest, RowsThatWereThereBeforeTheWindowAreShown) {
     Fill(3);
-    model_.SetSelected(1, true);
-    model_.SetCurrent(2);
+    Select(1);
+    MakeCurrent(2);
     TestForm other;
     ListView list(model_, images_);
     list.Create(other, {}, {{"Name", 100}});
@@ -148,7 +148,7 @@ TEST_F(ListViewTest, AnAppendedRowInSightIsPainted) {
 
 TEST_F(ListViewTest, SelectAllSelectsEveryRowAndKeepsTheCurrentOne) {
     Fill(10'000);
-    model_.SetCurrent(7);
+    MakeCurrent(7);
     model_.SelectAll();
     EXPECT_EQ(list_->Send(LVM_GETSELECTEDCOUNT), 10'000);
     EXPECT_EQ(ShownFocus(), 7);
@@ -159,11 +159,14 @@ TEST_F(ListViewTest, SelectAllSelectsEveryRowAndKeepsTheCurrentOne) {
     EXPECT_EQ(ShownFocus(), 7);
 }
 
-TEST_F(ListViewTest, SelectionByTheProgramIsShownRowByRow) {
+TEST_F(ListViewTest, TheSelectionOfRowsThatMovedIsShownRowByRow) {
     Fill(10);
     for (const std::size_t i : {1U, 3U, 5U, 6U, 7U, 8U, 9U}) {
-        model_.SetSelected(i, true);
+        Select(i);
     }
+    model_.Sort(0, /*descending=*/true);
+    EXPECT_THAT(Selected(),
+                ElementsAre("row 9", "row 8", "row 7", "row 6", "row 5", "row 3", "row 1"));
     for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(ShownState(i, LVIS_SELECTED), model_.At(static_cast<std::size_t>(i)).selected)
             << i;
@@ -173,9 +176,9 @@ TEST_F(ListViewTest, SelectionByTheProgramIsShownRowByRow) {
 
 TEST_F(ListViewTest, SortingCarriesSelectionAndCurrentRowAlong) {
     Fill(10);
-    model_.SetSelected(2, true);
-    model_.SetSelected(4, true);
-    model_.SetCurrent(4);
+    Select(2);
+    Select(4);
+    MakeCurrent(4);
     EXPECT_EQ(ShownFocus(), 4);
     model_.Sort(0, /*descending=*/true);
     EXPECT_EQ(Cell(0, 0), "row 9");
@@ -196,7 +199,7 @@ TEST_F(ListViewTest, RemovedRowsTakeTheirSelectionWithThem) {
     EXPECT_EQ(list_->Send(LVM_GETSELECTEDCOUNT), 500);
     EXPECT_EQ(Cell(1, 0), "row 3");
     model_.ClearSelection();
-    model_.SetSelected(499, true);
+    Select(499);
     EXPECT_TRUE(ShownState(499, LVIS_SELECTED));
     model_.Remove(Name(999));
     EXPECT_EQ(Count(), 499);
