@@ -122,11 +122,11 @@ class FolderWalk {
         }
         path_ += TrimNull(entry_.name);
         if (!folder) {
-            visitor_.VisitFile(path_);
+            visitor_.VisitFile(path_, entry_.attributes);
             return false;
         }
         path_ += '\\';
-        visitor_.VisitFolder(path_);
+        visitor_.VisitFolder(path_, entry_.attributes);
         return true;
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "platform/platform.h"
@@ -14,9 +15,10 @@ class FolderVisitor {
     // Asked on entry to each folder, the first included: false leaves it unlisted, and the walk
     // goes on in the folder that holds it.
     [[nodiscard]] virtual bool MayEnter() = 0;
-    // Full path of a file, or of a folder ("\" at its end) that is about to be entered.
-    virtual void VisitFile(const std::string& path) = 0;
-    virtual void VisitFolder(const std::string& path) = 0;
+    // Full path of a file, or of a folder ("\" at its end) that is about to be entered, and its
+    // attributes as they were listed.
+    virtual void VisitFile(const std::string& path, std::uint32_t attributes) = 0;
+    virtual void VisitFolder(const std::string& path, std::uint32_t attributes) = 0;
 
   protected:
     ~FolderVisitor() = default;

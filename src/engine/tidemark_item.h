@@ -135,8 +135,15 @@ class TidemarkItem final : public ITimerObjectSink,
     void CountFolder(const std::string& folder, Walk& walk);
     void RunStamp();
     void StampFolder(const std::string& folder, Walk& walk);
-    void TryStampPath(const std::string& path);
-    [[nodiscard]] std::optional<StampFailure> StampPath(const std::string& path);
+    // The attributes are those that the path was listed with, kUnlisted when it was not.
+    void TryStampPath(const std::string& path, std::uint32_t attributes);
+    [[nodiscard]] std::optional<StampFailure> StampPath(const std::string& path,
+                                                        std::uint32_t attributes);
+    [[nodiscard]] std::optional<StampFailure> ClearReadOnly(const std::string& path);
+    [[nodiscard]] FileHandle Open(const std::string& path);
+    // kInvalidFile also when there may be an attribute to clear.
+    [[nodiscard]] FileHandle OpenUnlessReadOnly(const std::string& path, std::uint32_t attributes);
+    [[nodiscard]] bool IsFolder(FileHandle file, const std::string& path);
     [[nodiscard]] std::optional<StampFailure> SetTimes(FileHandle file, const std::string& path);
     [[nodiscard]] std::optional<StampFailure> LocalDateToFileTime(double date, FileTime& time);
     // The failure of the call that left the code.

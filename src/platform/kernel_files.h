@@ -30,7 +30,7 @@ inline constexpr std::uint32_t kDirectory = 0x10;
 inline constexpr std::uint32_t kArchive = 0x20;
 inline constexpr std::uint32_t kNormal = 0x80;
 inline constexpr std::uint32_t kReparsePoint = 0x400;
-// What ReadAttributes returns when it fails: every bit set.
+// What reading attributes returns when it fails: every bit set.
 inline constexpr std::uint32_t kInvalid = 0xFFFFFFFF;
 }  // namespace file_attribute
 
@@ -91,6 +91,9 @@ class KernelFiles {
     // failure. The caller closes the handle with CloseFile.
     [[nodiscard]] virtual FileHandle OpenForTimes(const std::string& path,
                                                   std::uint32_t flags_and_attributes) = 0;
+    // Attribute bits of what was opened, which is where a link leads to; file_attribute::kInvalid on
+    // failure. Takes a small part of what ReadAttributes does.
+    [[nodiscard]] virtual std::uint32_t ReadAttributesOf(FileHandle file) = 0;
     // Each sets one time, in system time, and leaves the other two as they are. The times 0 and -1
     // ask for no change and leave this one as it is, too; earlier ones are refused
     // (kInvalidParameter).

@@ -190,6 +190,31 @@ TEST_P(KernelFilesContract, ReadOnlyIsSetAndClearedByAttributes) {
     EXPECT_EQ(files_.ReadAttributes(file) & file_attribute::kReadOnly, 0U);
 }
 
+TEST_P(KernelFilesContract, AnOpenEntryHasTheAttributesOfItsPath) {
+    const std::string file = NewFile("a.txt");
+    const std::string folder = NewFolder("sub");
+    ASSERT_TRUE(files_.WriteAttributes(folder, file_attribute::kReadOnly));
+    for (const std::string& path : {file, folder, folder + "\\"}) {
+        const FileHandle open = Open(path);
+        ASSERT_NE(open, kInvalidFile) << path;
+        const std::uint32_t attributes = files_.ReadAttributesOf(open);
+        EXPECT_EQ(files_.LastError(), system_error::kSuccess) << path;
+        EXPECT_EQ(attributes, files_.ReadAttributes(path)) << path;
+        EXPECT_TRUE(files_.CloseFile(open)) << path;
+    }
+}
+
+TEST_P(KernelFilesContract, AnOpenFileShowsAnAttributeThatIsSetMeanwhile) {
+    const std::string file = NewFile("a.txt");
+    const FileHandle open = Open(file);
+    ASSERT_NE(open, kInvalidFile);
+    EXPECT_EQ(files_.ReadAttributesOf(open) & file_attribute::kReadOnly, 0U);
+    EXPECT_TRUE(files_.WriteAttributes(file, file_attribute::kReadOnly));
+    EXPECT_NE(files_.ReadAttributesOf(open) & file_attribute::kReadOnly, 0U);
+    EXPECT_TRUE(files_.WriteAttributes(file, file_attribute::kNormal));
+    EXPECT_TRUE(files_.CloseFile(open));
+}
+
 TEST_P(KernelFilesContract, AReadOnlyFileCannotBeOpened) {
     if (const std::string reason = system_->ReadOnlyFilesOpenAllTheSame(); !reason.empty()) {
         GTEST_SKIP() << reason;
@@ -323,6 +348,8 @@ TEST_P(KernelFilesContract, HandlesThatAreNoneAreRefused) {
     EXPECT_FALSE(files_.SetLastWriteTime(closed, kChosen));
     EXPECT_EQ(files_.LastError(), system_error::kInvalidHandle);
     EXPECT_FALSE(files_.SetCreationTime(closed, kChosen));
+    EXPECT_EQ(files_.LastError(), system_error::kInvalidHandle);
+    EXPECT_EQ(files_.ReadAttributesOf(closed), file_attribute::kInvalid);
     EXPECT_EQ(files_.LastError(), system_error::kInvalidHandle);
     EXPECT_FALSE(files_.CloseFile(closed));
     EXPECT_EQ(files_.LastError(), system_error::kInvalidHandle);

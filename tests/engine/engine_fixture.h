@@ -5,8 +5,10 @@
 
 #include <chrono>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "engine/tidemark_item.h"
 #include "platform/memory/memory_system.h"
@@ -88,11 +90,42 @@ class EngineTest : public testing::Test {
         return text;
     }
 
+    // Every call made, with its path and arguments: "OpenForTimes C:\a 2000080".
+    std::vector<std::string> Calls() {
+        std::vector<std::string> calls;
+        for (const KernelCallRecord& call : system.files.Calls()) {
+            std::string text = NameOf(call.call);
+            if (!call.path.empty()) {
+                text += " " + call.path;
+            }
+            if (call.argument != 0) {
+                char hex[16];
+                std::snprintf(hex, sizeof hex, " %x", call.argument);
+                text += hex;
+            }
+            if (call.time == modified_time) {
+                text += " modified";
+            } else if (call.time == created_time) {
+                text += " created";
+            } else if (call.time == modified_local) {
+                text += " local modified";
+            } else if (call.time == created_local) {
+                text += " local created";
+            } else if (call.time.ticks != 0) {
+                text += " another time";
+            }
+            calls.push_back(text);
+        }
+        return calls;
+    }
+
     MemorySystem system;
     const double modified = DayNumber(2021, 3, 2, 13, 45);
     const FileTime modified_time = SystemTime(2021, 3, 2, 13, 45);
     const double created_date = DayNumber(1999, 12, 31, 23, 59);
     const FileTime created_time = SystemTime(1999, 12, 31, 23, 59);
+    const FileTime modified_local = SystemTime(2021, 3, 2, 13, 45, 0);
+    const FileTime created_local = SystemTime(1999, 12, 31, 23, 59, 0);
     const FileTime untouched = kMemoryBuildTime;
 };
 

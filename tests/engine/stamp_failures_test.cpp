@@ -21,7 +21,7 @@ class StampFailuresTest : public EngineTest {
 
 TEST_F(StampFailuresTest, AVanishedEntryWithReadOnlyClearingReportsTheAttributeWrite) {
     const auto item = NewItem("C:\\top");
-    system.files.Before({KernelCall::kReadAttributes, "C:\\top\\a.txt", 0},
+    system.files.Before({KernelCall::kOpenForTimes, "C:\\top\\a.txt", 1},
                         [&] { system.volume.Remove("C:\\top\\a.txt"); });
     StampToTheEnd(*item, 0, /*remove_read_only=*/true);
     EXPECT_EQ(Describe(*item->StampErrors()),

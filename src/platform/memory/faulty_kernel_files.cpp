@@ -8,9 +8,10 @@ namespace tidemark {
 
 const char* NameOf(KernelCall call) {
     constexpr std::array<const char*, kKernelCallCount> kNames = {
-        "SearchFirst",     "SearchNext",        "SearchClose",      "ReadAttributes",
-        "WriteAttributes", "OpenForTimes",      "SetLastWriteTime", "SetCreationTime",
-        "CloseFile",       "LocalToSystemTime", "MessageText",      "IsNtFamily"};
+        "SearchFirst",     "SearchNext",   "SearchClose",       "ReadAttributes",
+        "WriteAttributes", "OpenForTimes", "ReadAttributesOf",  "SetLastWriteTime",
+        "SetCreationTime", "CloseFile",    "LocalToSystemTime", "MessageText",
+        "IsNtFamily"};
     return kNames[static_cast<std::size_t>(call)];
 }
 
@@ -127,6 +128,12 @@ FileHandle FaultyKernelFiles::OpenForTimes(const std::string& path,
         file_paths_[static_cast<std::uintptr_t>(file)] = path;
     }
     return file;
+}
+
+std::uint32_t FaultyKernelFiles::ReadAttributesOf(FileHandle file) {
+    return Make({KernelCall::kReadAttributesOf, FilePath(file), 0, {}},
+                std::uint32_t{file_attribute::kInvalid},
+                [&] { return files_.ReadAttributesOf(file); });
 }
 
 bool FaultyKernelFiles::SetLastWriteTime(FileHandle file, FileTime time) {

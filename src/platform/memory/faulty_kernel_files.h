@@ -19,6 +19,7 @@ enum class KernelCall {
     kReadAttributes,
     kWriteAttributes,
     kOpenForTimes,
+    kReadAttributesOf,
     kSetLastWriteTime,
     kSetCreationTime,
     kCloseFile,
@@ -26,7 +27,7 @@ enum class KernelCall {
     kMessageText,
     kIsNtFamily,
 };
-inline constexpr std::size_t kKernelCallCount = 12;
+inline constexpr std::size_t kKernelCallCount = 13;
 [[nodiscard]] const char* NameOf(KernelCall call);
 
 // One call as it was made. A call that takes a handle has the path the handle was made with.
@@ -76,6 +77,7 @@ class FaultyKernelFiles final : public KernelFiles {
     std::uint32_t ReadAttributes(const std::string& path) override;
     bool WriteAttributes(const std::string& path, std::uint32_t attributes) override;
     FileHandle OpenForTimes(const std::string& path, std::uint32_t flags_and_attributes) override;
+    std::uint32_t ReadAttributesOf(FileHandle file) override;
     bool SetLastWriteTime(FileHandle file, FileTime time) override;
     bool SetCreationTime(FileHandle file, FileTime time) override;
     bool CloseFile(FileHandle file) override;

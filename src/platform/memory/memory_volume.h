@@ -73,6 +73,7 @@ class MemoryVolume final : public KernelFiles {
     std::uint32_t ReadAttributes(const std::string& path) override;
     bool WriteAttributes(const std::string& path, std::uint32_t attributes) override;
     FileHandle OpenForTimes(const std::string& path, std::uint32_t flags_and_attributes) override;
+    std::uint32_t ReadAttributesOf(FileHandle file) override;
     bool SetLastWriteTime(FileHandle file, FileTime time) override;
     bool SetCreationTime(FileHandle file, FileTime time) override;
     bool CloseFile(FileHandle file) override;

@@ -158,6 +158,16 @@ FileHandle MemoryVolume::OpenForTimes(const std::string& path, std::uint32_t fla
     return FileHandle{next_handle_++};
 }
 
+std::uint32_t MemoryVolume::ReadAttributesOf(FileHandle file) {
+    const auto found = files_.find(static_cast<std::uintptr_t>(file));
+    if (found == files_.end()) {
+        Fail(kInvalidHandle);
+        return file_attribute::kInvalid;
+    }
+    Succeed();
+    return found->second->attributes;
+}
+
 bool MemoryVolume::SetTime(FileHandle file, FileTime time, FileTime MemoryTimes::*which) {
     const auto found = files_.find(static_cast<std::uintptr_t>(file));
     if (found == files_.end()) {

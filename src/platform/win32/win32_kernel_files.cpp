@@ -105,6 +105,15 @@ FileHandle Win32KernelFiles::OpenForTimes(const std::string& path,
     return file == INVALID_HANDLE_VALUE ? kInvalidFile : FromSystemHandle<FileHandle>(file);
 }
 
+std::uint32_t Win32KernelFiles::ReadAttributesOf(FileHandle file) {
+    FILE_BASIC_INFO info{};
+    const bool read = Captured([&] {
+                          return ::GetFileInformationByHandleEx(AsSystemHandle(file), FileBasicInfo,
+                                                                &info, sizeof info);
+                      }) != FALSE;
+    return read ? info.FileAttributes : file_attribute::kInvalid;
+}
+
 bool Win32KernelFiles::SetLastWriteTime(FileHandle file, FileTime time) {
     const FILETIME write = AsSystemFileTime(time);
     return Captured([&] {

@@ -16,6 +16,7 @@ class Win32KernelFiles final : public KernelFiles {
     bool WriteAttributes(const std::string& path, std::uint32_t attributes) override;
     [[nodiscard]] FileHandle OpenForTimes(const std::string& path,
                                           std::uint32_t flags_and_attributes) override;
+    [[nodiscard]] std::uint32_t ReadAttributesOf(FileHandle file) override;
     bool SetLastWriteTime(FileHandle file, FileTime time) override;
     bool SetCreationTime(FileHandle file, FileTime time) override;
     bool CloseFile(FileHandle file) override;
