@@ -8,8 +8,7 @@ namespace {
 
 class FloorWalk {
   public:
-    FloorWalk(const std::wstring& folder, const FILETIME* time, bool read_attributes)
-        : path_(folder), time_(time), read_attributes_(read_attributes) {
+    FloorWalk(const std::wstring& folder, const FILETIME* time) : path_(folder), time_(time) {
         path_.reserve(4096);
     }
 
@@ -54,10 +53,6 @@ class FloorWalk {
     }
 
     void Stamp() {
-        if (read_attributes_ &&
-            (::GetFileAttributesW(path_.c_str()) & FILE_ATTRIBUTE_READONLY) != 0) {
-            GiveUp("an entry is read-only, or cannot be read");
-        }
         const HANDLE file =
             ::CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                           FILE_FLAG_BACKUP_SEMANTICS | FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -71,20 +66,19 @@ class FloorWalk {
 
     std::wstring path_;
     const FILETIME* time_;
-    bool read_attributes_;
     std::int64_t entries_ = 0;
 };
 
 }  // namespace
 
 std::int64_t FloorCount(const std::wstring& folder) {
-    return FloorWalk(folder, nullptr, /*read_attributes=*/false).Run();
+    return FloorWalk(folder, nullptr).Run();
 }
 
-std::int64_t FloorStamp(const std::wstring& folder, bool read_attributes) {
+std::int64_t FloorStamp(const std::wstring& folder) {
     constexpr FILETIME stamp{static_cast<DWORD>(kFloorStampTime & 0xFFFFFFFF),
                              static_cast<DWORD>(kFloorStampTime >> 32)};
-    return FloorWalk(folder, &stamp, read_attributes).Run();
+    return FloorWalk(folder, &stamp).Run();
 }
 
 }  // namespace tidemark

@@ -15,8 +15,7 @@ inline constexpr std::int64_t kFloorStampTime = 132'000'000'000'000'000;
 // whose name begins with a dot are left out.
 [[nodiscard]] std::int64_t FloorCount(const std::wstring& folder);
 
-// Opens each of them, sets Last-Modified and then Created, and closes it. `read_attributes` has the
-// attributes of each read by its path first.
-[[nodiscard]] std::int64_t FloorStamp(const std::wstring& folder, bool read_attributes = false);
+// Opens each of them, sets Last-Modified and then Created, and closes it.
+[[nodiscard]] std::int64_t FloorStamp(const std::wstring& folder);
 
 }  // namespace tidemark

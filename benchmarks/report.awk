@@ -105,24 +105,14 @@ function worst_row(what, name, format,    m, line) {
     print line
 }
 
-# The same growth without a target.
-function growth_note(what, above, below,    m, line, a, b) {
-    line = "| " what " | - |"
+# Ours against what is compared with, in turns; without a limit, nothing is to be met.
+function scale_row(what, name, limit,    m, line, key, value) {
+    line = "| " what " | " (limit ? "at most " limit "x" : "-") " |"
     for (m = 1; m <= 2; ++m) {
-        a = median(modes[m] SUBSEP above)
-        b = median(modes[m] SUBSEP below)
-        line = line " " (a == "none" || b == "none" || b == 0 ? "not measured" : \
-            sprintf("%.2fx (%.4g against %.4g)", a / b, a, b)) " | |"
-    }
-    print line
-}
-
-# The same work against something else than its target.
-function against_row(what, above, below,    m, line, value) {
-    line = "| " what " | - |"
-    for (m = 1; m <= 2; ++m) {
-        value = median_ratio(modes[m] SUBSEP above, modes[m] SUBSEP below)
-        line = line " " (value == "none" ? "not measured" : sprintf("%.2fx", value)) " | |"
+        key = modes[m] SUBSEP name
+        value = median_ratio(key ".ours", key ".base")
+        line = line " " (value == "none" ? "not measured" : sprintf("%.2fx (%.4g against %.4g)", value, \
+            median(key ".ours"), median(key ".base"))) " | " (limit ? met(value, limit) " " : "") "|"
     }
     print line
 }

@@ -1,4 +1,8 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
 
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/floor.h"
@@ -10,8 +14,10 @@
 namespace tidemark {
 namespace {
 
-// Small trees are walked so often that a turn has this many entries.
+// Small trees are walked so often that a turn has this many entries, and take more turns: a single
+// walk is so short that whatever else the machine does weighs on it.
 constexpr std::int32_t kEntriesOfATurn = 10'000;
+constexpr int kTurnsOfSmallTrees = 5;
 // The pause of an item's timer before each walk, which the floor makes too: a processor that has
 // rested is slower at first.
 constexpr DWORD kPause = 50;  // milliseconds
@@ -29,7 +35,11 @@ class ScaleTree {
         times_ = std::max(1, kEntriesOfATurn / entries_);
     }
 
-    void Turn() {
+    [[nodiscard]] bool IsSmall() const { return times_ > 1; }
+
+    // `side` ends the names of the figures.
+    void Turn(const std::string& tree, const std::string& side) {
+        figures_ = tree + "." + side;
         double floor = 0;
         for (int i = 0; i < times_; ++i) {
             ::Sleep(kPause);
@@ -59,12 +69,13 @@ class ScaleTree {
 
     // Microseconds for each entry.
     void Print(const std::string& work, double milliseconds) {
-        PrintFigure("scale." + work + "." + name_, milliseconds * 1000.0 / times_ / entries_);
+        PrintFigure("scale." + work + "." + figures_, milliseconds * 1000.0 / times_ / entries_);
     }
 
     RealSystem& system_;
     RealWindow window_;
     std::string name_;
+    std::string figures_;
     std::wstring wide_path_;
     std::shared_ptr<TidemarkItem> item_;
     std::int32_t entries_ = 0;  // the tree's own folder included
@@ -74,11 +85,22 @@ class ScaleTree {
 
 }  // namespace
 
+// Each turn of a tree comes right after one of the first tree, which it is compared with: a machine
+// may be twice as fast a minute later.
 void ScaleBench(const BenchArguments& arguments) {
     RealSystem system;
+    const std::string& base = arguments.trees.at(0);
     for (int round = 0; round < arguments.rounds; ++round) {
-        for (const std::string& path : arguments.trees) {
-            ScaleTree(system, path).Turn();
+        for (std::size_t i = 1; i < arguments.trees.size(); ++i) {
+            const std::string& path = arguments.trees[i];
+            const std::string name = NameOfTree(path);
+            int turns = 1;
+            for (int turn = 0; turn < turns; ++turn) {
+                ScaleTree(system, base).Turn(name, "base");
+                ScaleTree tree(system, path);
+                tree.Turn(name, "ours");
+                turns = tree.IsSmall() ? kTurnsOfSmallTrees : 1;
+            }
         }
     }
 }

@@ -77,8 +77,6 @@ void WalkBench(const BenchArguments& arguments) {
     for (int round = 0; round < arguments.rounds; ++round) {
         TimeFloor("stamp-clearing.floor", entries, [&] { return FloorStamp(wide_tree); });
         engine.TimeStamp("stamp-clearing", kStampDate, /*clear_read_only=*/true, /*sync=*/false);
-        TimeFloor("stamp-clearing.reading", entries,
-                  [&] { return FloorStamp(wide_tree, /*read_attributes=*/true); });
         TimeFloor("stamp-syncing.floor", entries, [&] { return FloorStamp(wide_tree); });
         engine.TimeStamp("stamp-syncing", 0, /*clear_read_only=*/false, /*sync=*/true);
     }
