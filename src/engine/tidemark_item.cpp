@@ -107,10 +107,10 @@ class TidemarkItem::StampVisitor final : public FolderVisitor {
 };
 
 std::shared_ptr<TidemarkItem> TidemarkItem::Create(const Platform& platform) {
-    return std::shared_ptr<TidemarkItem>(new TidemarkItem(platform));
+    return std::make_shared<TidemarkItem>(ByCreate(), platform);
 }
 
-TidemarkItem::TidemarkItem(const Platform& platform)
+TidemarkItem::TidemarkItem(ByCreate /*by_create*/, const Platform& platform)
     : platform_(platform), oTimer(platform.timers.NewTimer(TickKind::kLong)) {
     oTimer->SetInterval(kTimerMilliseconds);
 }

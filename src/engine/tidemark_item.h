@@ -20,9 +20,15 @@ namespace tidemark {
 // until its own work is off the stack.
 class TidemarkItem final : public ITimerObjectSink,
                            public std::enable_shared_from_this<TidemarkItem> {
+    struct ByCreate {
+        explicit ByCreate() = default;
+    };
+
   public:
     // A new item without a path. The platform's parts outlive the item.
     [[nodiscard]] static std::shared_ptr<TidemarkItem> Create(const Platform& platform);
+    // For Create alone, which has one piece of memory made for the item and its count of owners.
+    TidemarkItem(ByCreate by_create, const Platform& platform);
     ~TidemarkItem();
     TidemarkItem(const TidemarkItem&) = delete;
     TidemarkItem& operator=(const TidemarkItem&) = delete;
@@ -127,8 +133,6 @@ class TidemarkItem final : public ITimerObjectSink,
     class WalkScope;
     class CountVisitor;
     class StampVisitor;
-
-    explicit TidemarkItem(const Platform& platform);
 
     void ArmTimer();
     void RunCount();

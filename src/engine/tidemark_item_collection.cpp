@@ -266,7 +266,12 @@ void TidemarkItemCollection::Clear(ListModel* list) {
     for (const std::shared_ptr<TidemarkItem>& item : *this) {
         item->CancelCount();
         item->CancelStamp();
-        RemoveItemRow(*item, list);
+    }
+    if (list != nullptr && Count() != 0) {
+        list->RemoveIf([this](const ListRow& row) { return ItemOf(row) != nullptr; });
+        if (list->Count() == 0) {
+            list->SetHoldsItems(false);
+        }
     }
     numbers_by_key_.clear();
     // Destroyed last, when the collection is whole again.

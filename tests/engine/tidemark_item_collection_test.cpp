@@ -234,6 +234,15 @@ TEST_F(CollectionTest, ClearCancelsEveryItemAndTakesItsRow) {
     EXPECT_THAT(Paths(), ElementsAre("C:\\top\\"));
 }
 
+TEST_F(CollectionTest, ClearLeavesRowsThatStandForNoItem) {
+    items.Add("C:\\top", &list, &images);
+    list.Add("another", "another");
+    items.Clear(&list);
+    ASSERT_EQ(list.Count(), 1U);
+    EXPECT_EQ(list.At(0).text, "another");
+    EXPECT_TRUE(list.HoldsItems());
+}
+
 TEST_F(CollectionTest, ClearWithoutAListLeavesTheRows) {
     items.Add("C:\\top", &list, &images);
     items.Clear(nullptr);
