@@ -21,9 +21,10 @@ place=(340 300 600 300)
 errors_place=(400 400 720 220)
 themes='HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager'
 
-# start PATH...: starts the program on paths of the Wine drive.
+# start PATH...: starts the program on paths of the Wine drive, and in it, which is where its window
+# to choose files looks first.
 start() {
-    wine "$program" "$@" </dev/null >"$room/program.log" 2>&1 8>&- &
+    (cd "$drive" && exec wine "$program" "$@") </dev/null >"$room/program.log" 2>&1 8>&- &
 }
 
 # start_afresh PATH...: with the options of a first run, and waits until the window stands.
@@ -147,12 +148,10 @@ mkdir -p "$images"
 cat >"$page" <<'END'
 # Screenshots
 
-The program's windows, its menus and the popups of its list as they stand, taken from the program
-itself under Wine by `tools/screenshots.sh`. Two kinds are not here: the system's dialogs in which
-files and folders are chosen, and the popup of the errors list, which has the shell's entries below
-one of the program's as the one of a selected item has. Fonts, icons and the shell's entries are
-Wine's. The layout is in pixels, for the fonts of Windows, which are narrower: with Wine's, "Last
-Modified:" reaches from the window's edge to the picker.
+The program's windows, its menus and popups as they stand, and the system's own in which files and
+folders are chosen, taken from the program itself under Wine by `tools/screenshots.sh`. Fonts, icons
+and the shell's entries are Wine's. The layout is in pixels, for the fonts of Windows, which are
+narrower: with Wine's, "Last Modified:" reaches from the window's edge to the picker.
 END
 
 chapter "Start"
@@ -224,12 +223,23 @@ pose box
 pose answer 6 # Yes
 pose errors "${errors_place[@]}"
 picture errors "The errors of a stamp; items without errors have left the list."
+pose errors-popup 1
+picture popup-error "The popup of an error: the shell's entries below the program's own."
+pose close-menu
 pose close
 start_afresh
 pose choose h 0
 pose about
 picture about "About the program."
 pose close-about
+pose choose f 1
+pose box
+picture choose-files "The system's window to choose files."
+pose answer 2 # Cancel
+pose choose f 2
+pose box
+picture choose-folder "The system's window to choose a folder."
+pose answer 2 # Cancel
 pose choose o 6
 pose box
 picture reset-options "The question before all options are reset."

@@ -96,9 +96,7 @@ void Select(const Arguments& rows) {
 }
 
 // Presses the right button on a row, or below all of them.
-void Popup(const std::string& row) {
-    const RemoteTidemark program;
-    const RemoteListView list = program.lvwItems();
+void Popup(const RemoteTidemark& program, const RemoteListView& list, const std::string& row) {
     const RemoteMemory memory(program.Process(), sizeof(RECT));
     RECT place{};
     place.left = LVIR_LABEL;
@@ -191,7 +189,16 @@ const std::map<std::string, std::function<void(const Arguments&)>>& Commands() {
              Expect(RemoteTidemark().ChooseFromMenu(item.at(0).at(0), Number(item.at(1)), kWait),
                     "the choice");
          }},
-        {"popup", [](const Arguments& row) { Popup(row.at(0)); }},  // ROW, or -1
+        {"popup",  // ROW, or -1
+         [](const Arguments& row) {
+             const RemoteTidemark program;
+             Popup(program, program.lvwItems(), row.at(0));
+         }},
+        {"errors-popup",  // ROW, or -1
+         [](const Arguments& row) {
+             const RemoteTidemark program;
+             Popup(program, RemoteErrorsWindow(program, kWait).lvwErrors(), row.at(0));
+         }},
         {"close-menu", [](const Arguments&) { CloseMenu(); }},
         {"stamp", [](const Arguments&) { RemoteTidemark().cmdStamp().Click(); }},
         {"progress", [](const Arguments& percent) { Progress(percent.at(0)); }},
