@@ -2,7 +2,6 @@
 
 #include <shobjidl.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>

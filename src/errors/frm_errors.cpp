@@ -7,6 +7,7 @@
 #include "errors/errors_layout.h"
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
+#include "platform/input_bits.h"
 #include "settings/mod_options.h"
 
 namespace tidemark {

@@ -4,6 +4,7 @@
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
 #include "mainwindow/frm_main.h"
+#include "platform/input_bits.h"
 
 namespace tidemark {
 namespace {

@@ -10,14 +10,14 @@
 
 #include "lists/list_model.h"
 #include "platform/geometry.h"
-#include "platform/input_bits.h"
 #include "ui/control.h"
 #include "ui/image_list.h"
 
 namespace tidemark {
 
 struct MouseEvent {
-    int button = 0;  // the one pressed or released; while moving, the bits of those held
+    // Of platform/input_bits.h: the one pressed or released; while moving, those held.
+    int button = 0;
 };
 
 struct ListColumn {

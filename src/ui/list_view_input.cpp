@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/input_bits.h"
 #include "platform/raise.h"
 #include "ui/last_resort.h"
 

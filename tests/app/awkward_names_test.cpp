@@ -1,4 +1,3 @@
-#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>

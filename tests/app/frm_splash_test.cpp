@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -15,7 +14,6 @@
 namespace tidemark {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsSubsetOf;
 
 class FrmSplashTest : public testing::Test {

@@ -1,3 +1,4 @@
+#include <functional>
 #include <utility>
 
 #include "contract/platform_under_test.h"

@@ -1,4 +1,5 @@
 #include <deque>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <utility>

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
 #include "platform/memory/memory_screen.h"

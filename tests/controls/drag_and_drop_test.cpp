@@ -2,6 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
+
 #include "controls/file_drag_source.h"
 #include "controls/ole_dropper.h"
 #include "support/drag_source.h"

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <map>
 
 #include "controls/memory_property_bag.h"
 #include "platform/program_error.h"

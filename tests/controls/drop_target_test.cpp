@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 

@@ -1,8 +1,7 @@
 #include "controls/fake_shell.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
+#include <cstring>
 
 #include "support/menu_captions.h"
 

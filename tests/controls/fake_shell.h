@@ -6,12 +6,12 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "controls/popup_menu_system.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/com_ptr.h"
-#include "platform/win32/wide_text.h"
 
 namespace tidemark {
 

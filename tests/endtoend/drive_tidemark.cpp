@@ -9,9 +9,11 @@
 //
 // Exits with 0 when all of that happened.
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <optional>
 #include <string>
 #include <vector>

@@ -4,8 +4,10 @@
 //
 // Each command returns when what it asks for stands on the screen, with 0; else with 1.
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <memory>
 
 #include "endtoend/end_to_end.h"

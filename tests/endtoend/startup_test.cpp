@@ -21,7 +21,6 @@ namespace tidemark {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::ElementsAre;
 using testing::IsSubsetOf;
 
 constexpr const wchar_t* kOptions = L"Software\\Tidemark\\Options";

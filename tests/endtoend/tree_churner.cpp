@@ -4,7 +4,7 @@
 //
 //   tree_churner FOLDER EVENT PROCESS-ID
 
-#include <cstdlib>
+#include <cwchar>
 #include <string>
 
 #include "platform/win32/windows.h"

@@ -1,3 +1,6 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -6,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "engine/engine_fixture.h"
 #include "engine/tidemark_item_collection.h"
 #include "lists/list_model.h"
+#include "platform/memory/memory_system.h"
 #include "support/size_from_environment.h"
 
 namespace tidemark {

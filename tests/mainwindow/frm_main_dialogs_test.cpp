@@ -3,11 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 
 #include "controls/ole_session.h"
 #include "mainwindow/main_window_fixture.h"
 #include "mainwindow/send_to_shortcut.h"
+#include "platform/input_bits.h"
 #include "platform/win32/wide_text.h"
 #include "support/menu_captions.h"
 #include "support/modal_driver.h"

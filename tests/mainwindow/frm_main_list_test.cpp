@@ -1,16 +1,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "controls/drop_files.h"
 #include "controls/fake_shell.h"
-#include "controls/ole_session.h"
 #include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
+#include "platform/input_bits.h"
 #include "support/com_testing.h"
 #include "support/fake_drag_data.h"
 #include "support/menu_captions.h"
 #include "support/modal_driver.h"
 #include "support/open_windows.h"
+#include "support/pump.h"
 #include "support/shown_status.h"
 
 namespace tidemark {

@@ -4,7 +4,6 @@
 #include "controls/ole_session.h"
 #include "mainwindow/main_window_fixture.h"
 #include "platform/win32/com_object.h"
-#include "platform/win32/wide_text.h"
 #include "support/menu_captions.h"
 
 namespace tidemark {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "mainwindow/main_window_fixture.h"
 #include "platform/win32/win32_screen.h"
 #include "settings/mod_options.h"

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "engine/engine_fixture.h"
 #include "mainwindow/main_window_fixture.h"
 #include "platform/program_error.h"
@@ -9,7 +12,6 @@
 namespace tidemark {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 class MainWindowView : public MainWindowTest {

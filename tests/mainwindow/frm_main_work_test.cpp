@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 #include "engine/engine_fixture.h"
 #include "mainwindow/main_window_fixture.h"
 #include "support/shown_status.h"

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-
 #include "platform/memory/memory_user_locale.h"
 
 namespace tidemark {

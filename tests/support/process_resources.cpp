@@ -1,7 +1,5 @@
 #include "support/process_resources.h"
 
-#include <array>
-#include <cstdint>
 #include <cstring>
 #include <vector>
 

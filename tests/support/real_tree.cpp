@@ -1,6 +1,7 @@
 #include "support/real_tree.h"
 
 #include <array>
+#include <exception>
 #include <functional>
 #include <stdexcept>
 

@@ -2,7 +2,6 @@
 
 #include <commctrl.h>
 
-#include "platform/win32/wide_text.h"
 #include "support/poll_until.h"
 
 namespace tidemark {

@@ -1,5 +1,6 @@
 #include "support/settings_guard.h"
 
+#include <exception>
 #include <stdexcept>
 
 #include "platform/win32/windows.h"

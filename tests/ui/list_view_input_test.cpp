@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/input_bits.h"
 #include "platform/program_error.h"
 #include "support/held_keys.h"
 #include "support/last_resort_recorder.h"

@@ -6,7 +6,6 @@
 #include "platform/program_error.h"
 #include "support/menu_captions.h"
 #include "support/open_windows.h"
-#include "support/pump.h"
 #include "support/test_form.h"
 
 namespace tidemark {

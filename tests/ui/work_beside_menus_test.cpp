@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "platform/win32/win32_platform.h"
 #include "support/modal_driver.h"
 #include "support/open_windows.h"
