@@ -73,11 +73,17 @@ void SetTime(const std::string& path, FileTime time) {
 
 RealTree::RealTree() {
     static int made = 0;
-    root_ = TemporaryFolder() + "tidemark-test-" + std::to_string(::GetCurrentProcessId()) + "-" +
-            std::to_string(++made);
-    if (!::CreateDirectoryW(SystemPath(root_).c_str(), nullptr)) {
-        Fail("making the folder", root_);
-    }
+    const std::string stem =
+        TemporaryFolder() + "tidemark-test-" + std::to_string(::GetCurrentProcessId()) + "-";
+    // An earlier process of the same number may have left a folder: files that it held open to its
+    // end stay.
+    do {
+        root_ = stem + std::to_string(++made);
+        if (::CreateDirectoryW(SystemPath(root_).c_str(), nullptr)) {
+            return;
+        }
+    } while (::GetLastError() == ERROR_ALREADY_EXISTS);
+    Fail("making the folder", root_);
 }
 
 RealTree::~RealTree() {
