@@ -328,32 +328,42 @@ void TidemarkItem::TryStampPath(const std::string& path, std::uint32_t attribute
 
 std::optional<TidemarkItem::StampFailure> TidemarkItem::StampPath(const std::string& path,
                                                                   std::uint32_t attributes) {
-    KernelFiles& files = platform_.files;
     FileHandle file = kInvalidFile;
     if (arguments_.RemoveReadOnlyAttribute) {
         file = OpenUnlessReadOnly(path, attributes);
-        if (file == kInvalidFile) {
-            if (std::optional<StampFailure> failure = ClearReadOnly(path)) {
-                return failure;
-            }
+    }
+    if (file == kInvalidFile) {
+        if (std::optional<StampFailure> failure = OpenByPath(path, file)) {
+            return failure;
         }
     }
     if (file == kInvalidFile) {
-        file = Open(path);
-    }
-    if (file == kInvalidFile) {
-        const std::uint32_t code = files.LastError();
-        // Outside the NT family a file that cannot be opened is left alone without a word.
-        if (path.ends_with('\\') || IsWinNT(files)) {
-            return SystemFailure(code);
-        }
         return std::nullopt;
     }
     // On failure the handle stays open until the program ends, one for each failed entry.
     if (std::optional<StampFailure> failure = SetTimes(file, path)) {
         return failure;
     }
-    files.CloseFile(file);
+    platform_.files.CloseFile(file);
+    return std::nullopt;
+}
+
+std::optional<TidemarkItem::StampFailure> TidemarkItem::OpenByPath(const std::string& path,
+                                                                   FileHandle& file) {
+    if (arguments_.RemoveReadOnlyAttribute) {
+        if (std::optional<StampFailure> failure = ClearReadOnly(path)) {
+            return failure;
+        }
+    }
+    file = Open(path);
+    if (file != kInvalidFile) {
+        return std::nullopt;
+    }
+    const std::uint32_t code = platform_.files.LastError();
+    // Outside the NT family a file that cannot be opened is left alone without a word.
+    if (path.ends_with('\\') || IsWinNT(platform_.files)) {
+        return SystemFailure(code);
+    }
     return std::nullopt;
 }
 
@@ -379,11 +389,12 @@ FileHandle TidemarkItem::Open(const std::string& path) {
                               IsWinNT(files) ? kOpenBackupSemantics | kOpenNormal : kOpenNormal);
 }
 
-// Most entries have no attribute to clear, and to learn that by the path costs a third of what all
-// the rest of a stamp does. So what was listed without the attribute is opened at once and asked by
-// its handle. Whatever is then not as expected is done from the start, by the path.
+// Most entries have no attribute to clear, and on Wine to learn that by the path costs a third of
+// what all the rest of a stamp does. So what was listed without the attribute is opened at once and
+// asked by its handle. Whatever is then not as expected is done from the start, by the path; so is
+// a link, whose handle has the attributes of where it leads to.
 FileHandle TidemarkItem::OpenUnlessReadOnly(const std::string& path, std::uint32_t attributes) {
-    if ((attributes & file_attribute::kReadOnly) != 0) {
+    if ((attributes & (file_attribute::kReadOnly | file_attribute::kReparsePoint)) != 0) {
         return kInvalidFile;
     }
     const FileHandle file = Open(path);
@@ -410,7 +421,7 @@ std::optional<TidemarkItem::StampFailure> TidemarkItem::SetTimes(FileHandle file
         if (auto failure = LocalDateToFileTime(arguments_.dateCreated, created)) {
             return failure;
         }
-    } else if (!arguments_.SyncFolderCreatedDate || !IsFolder(file, path) || path.front() == '.') {
+    } else if (!arguments_.SyncFolderCreatedDate || path.front() == '.' || !IsFolder(file, path)) {
         return std::nullopt;
     }
     if (!files.SetCreationTime(file, created)) {

@@ -143,6 +143,8 @@ class TidemarkItem final : public ITimerObjectSink,
     void TryStampPath(const std::string& path, std::uint32_t attributes);
     [[nodiscard]] std::optional<StampFailure> StampPath(const std::string& path,
                                                         std::uint32_t attributes);
+    // No failure and kInvalidFile: the file is to be left alone.
+    [[nodiscard]] std::optional<StampFailure> OpenByPath(const std::string& path, FileHandle& file);
     [[nodiscard]] std::optional<StampFailure> ClearReadOnly(const std::string& path);
     [[nodiscard]] FileHandle Open(const std::string& path);
     // kInvalidFile also when there may be an attribute to clear.

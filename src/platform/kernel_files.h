@@ -91,8 +91,8 @@ class KernelFiles {
     // failure. The caller closes the handle with CloseFile.
     [[nodiscard]] virtual FileHandle OpenForTimes(const std::string& path,
                                                   std::uint32_t flags_and_attributes) = 0;
-    // Attribute bits of what was opened, which is where a link leads to; file_attribute::kInvalid on
-    // failure. Takes a small part of what ReadAttributes does.
+    // Attribute bits of what was opened, which is where a link leads to; file_attribute::kInvalid
+    // on failure. On Wine this costs a small part of what ReadAttributes does.
     [[nodiscard]] virtual std::uint32_t ReadAttributesOf(FileHandle file) = 0;
     // Each sets one time, in system time, and leaves the other two as they are. The times 0 and -1
     // ask for no change and leave this one as it is, too; earlier ones are refused

@@ -1,5 +1,6 @@
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "engine/engine_fixture.h"
 #include "engine/fault_matrix.h"
@@ -91,6 +92,7 @@ TEST_F(ClearReadOnlyTest, WhatWasListedWithoutTheAttributeIsAskedOnceItIsOpen) {
     EXPECT_THAT(Calls(), Not(Contains("ReadAttributes C:\\top\\a.txt")));
     EXPECT_THAT(Calls(), Contains("ReadAttributesOf C:\\top\\a.txt"));
     EXPECT_EQ(system.files.CallCount(KernelCall::kOpenForTimes), 2U);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kWriteAttributes), 0U);
     EXPECT_TRUE(IsStamped("C:\\top\\a.txt"));
 }
 
@@ -111,6 +113,7 @@ TEST_F(ClearReadOnlyTest, AFileThatBecameReadOnlyAfterItWasListedIsCleared) {
     StampToTheEnd(*item, 0, /*remove_read_only=*/true);
     EXPECT_TRUE(IsStamped("C:\\top\\a.txt"));
     EXPECT_EQ(system.volume.AttributesOf("C:\\top\\a.txt"), file_attribute::kArchive);
+    EXPECT_EQ(system.volume.OpenFileCount(), 0U);
     EXPECT_THAT(*item->StampErrors(), IsEmpty());
 }
 
@@ -159,6 +162,24 @@ TEST_F(ClearReadOnlyTest, OfALinkItsOwnAttributeIsCleared) {
             EXPECT_THAT(*item->StampErrors(), IsEmpty());
         }
     }
+}
+
+TEST_F(ClearReadOnlyTest, ALinkThatBecameReadOnlyAfterItWasListedIsCleared) {
+    system.volume.AddFolder("C:\\target");
+    system.volume.AddFolderLink("C:\\top\\link", "C:\\target");
+    bool set = false;
+    for (const KernelCall first : {KernelCall::kReadAttributes, KernelCall::kOpenForTimes}) {
+        system.files.Before({first, "C:\\top\\link\\", 1}, [this, &set] {
+            if (!std::exchange(set, true)) {
+                system.volume.WriteAttributes("C:\\top\\link", file_attribute::kReadOnly);
+            }
+        });
+    }
+    const auto item = NewItem("C:\\top");
+    StampToTheEnd(*item, 0, /*remove_read_only=*/true);
+    EXPECT_TRUE(set);
+    EXPECT_EQ(system.volume.ReadAttributes("C:\\top\\link") & file_attribute::kReadOnly, 0U);
+    EXPECT_TRUE(IsStamped("C:\\target"));
 }
 
 TEST_F(ClearReadOnlyTest, AFileInUseIsOneRecordAndLosesTheAttribute) {

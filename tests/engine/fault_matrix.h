@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct Options {
     bool created = false;
     bool remove_read_only = false;
     bool sync_folders = false;
+    bool entries_read_only = false;  // at first; only when that is to be cleared
 };
 
 inline std::vector<Options> AllOptions() {
@@ -29,7 +31,10 @@ inline std::vector<Options> AllOptions() {
     for (const bool created : {false, true}) {
         for (const bool remove_read_only : {false, true}) {
             for (const bool sync_folders : {false, true}) {
-                all.push_back({created, remove_read_only, sync_folders});
+                all.push_back({created, remove_read_only, sync_folders, false});
+                if (remove_read_only) {
+                    all.push_back({created, remove_read_only, sync_folders, true});
+                }
             }
         }
     }
@@ -55,7 +60,14 @@ inline const std::vector<Entry>& FileEntries() {
     return kEntries;
 }
 
-// The calls that stamping one entry makes, in their order.
+// Whether an entry is opened before its attributes are asked for: it was listed without the one to
+// clear. The first of all is the item's own, which was not listed.
+inline bool IsOpenedFirst(std::size_t at, const Options& options) {
+    return options.remove_read_only && !options.entries_read_only && at != 0;
+}
+
+// The steps of stamping one entry, in their order. What an open entry answers about its attributes
+// only spares the first two.
 enum class Step {
     kReadAttributes,
     kWriteAttributes,
@@ -98,21 +110,23 @@ class Expected {
   public:
     Expected(const std::vector<Fault>& faults, std::size_t at, const Entry& entry,
              const Options& options)
-        : faults_(faults), at_(at), read_only(options.remove_read_only) {
+        : faults_(faults), at_(at), read_only(options.entries_read_only) {
         record = Run(entry, options);
     }
 
-    // How many of the faults the entry came to.
-    [[nodiscard]] std::size_t ReachedCount() const { return reached_; }
+    // How many of the faults the entry came to, and how many calls of it failed with them.
+    [[nodiscard]] std::size_t ReachedCount() const { return reached_.size(); }
+    [[nodiscard]] std::size_t FailureCount() const { return failures_; }
 
   private:
     const std::vector<Fault>& faults_;
     std::size_t at_;
-    std::size_t reached_ = 0;
+    std::set<Step> reached_;
+    std::size_t failures_ = 0;
 
   public:
     std::optional<std::uint32_t> record;
-    bool read_only;  // afterwards; at first everything is when that is to be cleared
+    bool read_only;  // afterwards
     bool modified = false;
     bool created = false;
     bool left_open = false;
@@ -121,17 +135,19 @@ class Expected {
     std::optional<std::uint32_t> Hit(Step step) {
         for (const Fault& fault : faults_) {
             if (fault.entry == at_ && fault.step == step) {
-                ++reached_;
+                reached_.insert(step);
+                ++failures_;
                 return fault.code;
             }
         }
         return std::nullopt;
     }
 
-    std::optional<std::uint32_t> Run(const Entry& entry, const Options& options) {
-        if (options.remove_read_only) {
-            // Attributes that cannot be read are written back all the same, and that is what fails.
-            const bool unknown = Hit(Step::kReadAttributes).has_value();
+    // Clears the attribute if need be and opens the entry.
+    std::optional<std::uint32_t> RunByPath(const Entry& entry, const Options& options) {
+        // Attributes that cannot be read are written back all the same, and that is what fails.
+        const bool unknown = options.remove_read_only && Hit(Step::kReadAttributes);
+        if (unknown || (options.remove_read_only && read_only)) {
             if (const auto code = Hit(Step::kWriteAttributes)) {
                 if (static_cast<std::int32_t>(*code) > 0) {
                     return code;
@@ -145,8 +161,16 @@ class Expected {
         if (const auto code = Hit(Step::kOpen)) {
             return code;
         }
-        if (read_only && !entry.folder) {
-            return system_error::kAccessDenied;
+        return read_only && !entry.folder ? std::optional(system_error::kAccessDenied)
+                                          : std::nullopt;
+    }
+
+    std::optional<std::uint32_t> Run(const Entry& entry, const Options& options) {
+        const bool open = IsOpenedFirst(at_, options) && !Hit(Step::kOpen);
+        if (!open) {
+            if (const auto code = RunByPath(entry, options)) {
+                return code;
+            }
         }
         left_open = true;
         if (const auto code = Hit(Step::kConvertModified)) {
@@ -187,7 +211,7 @@ inline std::vector<std::size_t> FailingEntries(bool folder_item) {
                         : std::vector<std::size_t>{0, 3, 4, 7};
 }
 
-// Each call that stamping makes, failing with each code at each of the FailingEntries, under every
+// Each step of stamping, failing with each code at each of the FailingEntries, under every
 // combination of options. Each failure must become one record and stop nothing else.
 class FaultMatrixTest : public testing::Test {
   protected:
@@ -244,16 +268,18 @@ class FaultMatrixTest : public testing::Test {
         const std::vector<Entry>& entries = folder_item ? FolderEntries() : FileEntries();
         std::vector<Expected> expected;
         std::size_t reached = 0;
+        std::size_t failures = 0;
         for (std::size_t i = 0; i < entries.size(); ++i) {
             expected.emplace_back(faults, i, entries[i], options);
             reached += expected.back().ReachedCount();
+            failures += expected.back().FailureCount();
         }
         if (reached != faults.size()) {
             return false;
         }
         MemorySystem system;
         system.files.SetRecording(false);
-        Build(system, options.remove_read_only);
+        Build(system, options.entries_read_only);
         for (const Fault& fault : faults) {
             Inject(system, fault, entries[fault.entry]);
         }
@@ -263,7 +289,7 @@ class FaultMatrixTest : public testing::Test {
         system.pump.RunUntilIdle();
         Stamp(system, *item, options);
 
-        EXPECT_EQ(system.files.FailureCount(), faults.size());
+        EXPECT_EQ(system.files.FailureCount(), failures);
         Check(system, *item, entries, options, expected);
         return true;
     }
@@ -309,7 +335,8 @@ class FaultMatrixTest : public testing::Test {
     }
     static std::string Describe(const Options& options) {
         return std::string(options.created ? " created" : "") +
-               (options.remove_read_only ? " read-only" : "") +
+               (options.remove_read_only ? " clearing" : "") +
+               (options.entries_read_only ? " read-only" : "") +
                (options.sync_folders ? " sync" : "");
     }
 };

@@ -46,7 +46,7 @@ TEST_F(FaultMatrixTest, TwoFailuresAreAsGoodAsOne) {
             // All combinations of options in a full run, else two for each pair, each in its turn.
             for (std::size_t i = 0; i < (RunsInFull() ? all_options.size() * kCodes.size() : 2);
                  ++i, ++turn) {
-                const Options& options = all_options[(turn * 3) % all_options.size()];
+                const Options& options = all_options[(turn * 5) % all_options.size()];
                 std::vector<Fault> faults = {places[one], places[other]};
                 faults[0].code = kCodes[turn % kCodes.size()];
                 faults[1].code = kCodes[(turn * 7 + 4) % kCodes.size()];
@@ -72,7 +72,7 @@ TEST_F(FaultMatrixTest, WhenEveryEntryFailsEveryEntryHasItsRecord) {
             }
             const bool attributes = static_cast<Step>(step) <= Step::kWriteAttributes;
             SCOPED_TRACE(Describe(faults.front()));
-            EXPECT_TRUE(Run(faults, {true, attributes, false}, /*folder_item=*/true));
+            EXPECT_TRUE(Run(faults, {true, attributes, false, attributes}, /*folder_item=*/true));
         }
     }
 }

@@ -1,7 +1,9 @@
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "engine/engine_fixture.h"
+#include "engine/fault_matrix.h"
 
 namespace tidemark {
 namespace {
@@ -139,12 +141,17 @@ TEST_F(StampTest, SyncAsksTheOpenEntryWhetherItIsAFolder) {
 }
 
 TEST_F(StampTest, SyncAsksByThePathWhenTheOpenEntryDoesNotTell) {
-    system.files.Fail({KernelCall::kReadAttributesOf, {}, 0}, 5);
-    const auto item = NewItem("C:\\top");
-    StampToTheEnd(*item, 0, false, /*sync_folders=*/true);
-    EXPECT_EQ(Created("C:\\top\\sub"), modified_time);
-    EXPECT_EQ(Created("C:\\top\\a.txt"), untouched);
-    EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    for (const std::uint32_t code : fault_matrix::kCodes) {
+        SCOPED_TRACE(code);
+        system.volume.AddFolder("C:\\top\\folder of " + std::to_string(code));
+        system.files.ClearFaults();
+        system.files.Fail({KernelCall::kReadAttributesOf, {}, 0}, code);
+        const auto item = NewItem("C:\\top");
+        StampToTheEnd(*item, 0, false, /*sync_folders=*/true);
+        EXPECT_EQ(Created("C:\\top\\folder of " + std::to_string(code)), modified_time);
+        EXPECT_EQ(Created("C:\\top\\a.txt"), untouched);
+        EXPECT_THAT(*item->StampErrors(), IsEmpty());
+    }
 }
 
 TEST_F(StampTest, SyncGivesFoldersTheirLastModifiedAsCreatedAndFilesKeepTheirs) {
