@@ -233,6 +233,23 @@ void TidemarkItemCollection::RemoveItemRow(const TidemarkItem& item, ListModel* 
     }
 }
 
+// To look up each row by its text and to take it out by itself would be the larger part of emptying
+// a list.
+void TidemarkItemCollection::RemoveItemRows(ListModel& list) {
+    std::size_t position = 0;
+    while (position < list.Count() && ItemOf(list.At(position)) != nullptr) {
+        ++position;
+    }
+    if (position == list.Count()) {
+        list.Clear();
+        list.SetHoldsItems(false);
+        return;
+    }
+    for (const std::shared_ptr<TidemarkItem>& item : *this) {
+        RemoveItemRow(*item, &list);
+    }
+}
+
 void TidemarkItemCollection::Remove(const std::string& key, ListModel* list) {
     const std::shared_ptr<TidemarkItem> item = Item(key);
     if (item == nullptr) {
@@ -268,10 +285,7 @@ void TidemarkItemCollection::Clear(ListModel* list) {
         item->CancelStamp();
     }
     if (list != nullptr && Count() != 0) {
-        list->RemoveIf([this](const ListRow& row) { return ItemOf(row) != nullptr; });
-        if (list->Count() == 0) {
-            list->SetHoldsItems(false);
-        }
+        RemoveItemRows(*list);
     }
     numbers_by_key_.clear();
     // Destroyed last, when the collection is whole again.

@@ -161,6 +161,7 @@ class TidemarkItemCollection {
     void Take(const std::string& key);
     void ShowItemRow(TidemarkItem& item, ListModel* list, KeyedImageList* images);
     void RemoveItemRow(const TidemarkItem& item, ListModel* list);
+    void RemoveItemRows(ListModel& list);  // of all items
 
     Platform platform_;
     // Shared with the iterators under way.

@@ -100,29 +100,6 @@ bool ListModel::Remove(const std::string& key) {
     return true;
 }
 
-void ListModel::RemoveIf(const std::function<bool(const ListRow&)>& goes) {
-    CloseGaps();
-    const auto to_go = [&goes](const std::unique_ptr<ListRow>& row) { return goes(*row); };
-    // Mostly all rows go or none, and to take each out of the keys would be the larger part.
-    if (std::all_of(slots_.begin(), slots_.end(), to_go)) {
-        Clear();
-        return;
-    }
-    for (std::unique_ptr<ListRow>& row : slots_) {
-        if (to_go(row)) {
-            Select(*row, false);
-            rows_by_key_.erase(row->key);
-            row.reset();
-        }
-    }
-    if (slots_.size() != Count()) {
-        CloseGaps();
-        if (observer_ != nullptr) {
-            observer_->RowsChanged();
-        }
-    }
-}
-
 void ListModel::Clear() {
     const bool held_rows = Count() != 0;
     rows_by_key_.clear();

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -72,8 +71,6 @@ class ListModel {
     const ListRow& Add(const std::string& key, const std::string& text);
     // Unknown keys are ignored; true when a row went.
     bool Remove(const std::string& key);
-    // Removes the rows that are to go. `goes` may be asked more than once about a row.
-    void RemoveIf(const std::function<bool(const ListRow&)>& goes);
     void Clear();
 
     void SetText(const ListRow& row, const std::string& text);

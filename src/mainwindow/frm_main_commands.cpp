@@ -108,10 +108,10 @@ void frmMain::mnuFileRemoveSelected_Click() {
 void frmMain::mnuFileRemoveCompleted_Click() {
     std::vector<std::string> keys;
     for (std::size_t position = 0; position < rows.Count(); ++position) {
-        const std::string& key = rows.At(position).key;
-        const std::shared_ptr<TidemarkItem> item = oItems.Item(key);
-        if (item && item->StampComplete() && !item->HasErrors()) {
-            keys.push_back(key);
+        const ListRow& row = rows.At(position);
+        const TidemarkItem* const item = oItems.ItemOf(row);
+        if (item != nullptr && item->StampComplete() && !item->HasErrors()) {
+            keys.push_back(row.key);
         }
     }
     RemoveItems(keys);

@@ -164,45 +164,6 @@ TEST_F(ListModelTest, AWriteAmongRemovalsStillReachesTheObserver) {
     EXPECT_EQ(listener_.told.back(), "row 1");
 }
 
-TEST_F(ListModelTest, RowsThatAreToGoAreRemovedInOnePassAndTheOthersKeepTheirOrder) {
-    Fill({"a", "b", "c", "d", "e"});
-    list_.Remove("a");
-    list_.SelectAll();
-    list_.NoteCurrent(1);
-    Listen();
-    list_.RemoveIf([](const ListRow& row) { return row.key == "c" || row.key == "e"; });
-    EXPECT_THAT(listener_.told, ElementsAre("rows"));
-    EXPECT_THAT(SelectedTexts(), ElementsAre("b", "d"));
-    EXPECT_EQ(list_.Count(), 2U);
-    EXPECT_EQ(list_.SelectedCount(), 2U);
-    EXPECT_EQ(list_.CurrentPosition(), 1U);
-    EXPECT_EQ(list_.Find("c"), nullptr);
-    EXPECT_EQ(list_.Find("d"), &list_.At(1));
-}
-
-TEST_F(ListModelTest, WhenNoRowIsToGoNobodyIsTold) {
-    Fill({"a", "b"});
-    Listen();
-    list_.RemoveIf([](const ListRow& /*row*/) { return false; });
-    EXPECT_THAT(listener_.told, testing::IsEmpty());
-    EXPECT_EQ(list_.Count(), 2U);
-}
-
-TEST_F(ListModelTest, WhenEveryRowIsToGoTheListIsAsAfterClear) {
-    Fill({"a", "b"});
-    list_.SelectAll();
-    list_.NoteCurrent(1);
-    Listen();
-    list_.RemoveIf([](const ListRow& /*row*/) { return true; });
-    list_.RemoveIf([](const ListRow& /*row*/) { return true; });
-    EXPECT_THAT(listener_.told, ElementsAre("rows"));
-    EXPECT_EQ(list_.Count(), 0U);
-    EXPECT_EQ(list_.SelectedCount(), 0U);
-    EXPECT_EQ(list_.Current(), nullptr);
-    Fill({"a"});
-    EXPECT_EQ(list_.Find("a"), &list_.At(0));
-}
-
 TEST_F(ListModelTest, TheSelectionIsCountedThroughEveryChange) {
     Fill({"a", "b", "c", "d"});
     list_.SelectAll();
