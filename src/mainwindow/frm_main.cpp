@@ -104,6 +104,7 @@ void frmMain::CreateControls() {
                      {.header = "Contains", .width = 300},
                      {.header = "Status", .width = 300}});
     OLEDropper1.Create(*this, {.style = kKeepsApart, .extended_style = WS_EX_CLIENTEDGE});
+    name_next(*this, lblProgress, "Progress");
     ProgressBar1.Create(*this, {.visible = false});
     // It must not paint over the progress bar.
     StatusBar1.Create(*this, {.text = "  Ready", .style = kKeepsApart});

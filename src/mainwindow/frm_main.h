@@ -105,7 +105,8 @@ class frmMain final : public Form,
     Button cmdStamp;
     ListModel rows;  // what lvwItems shows
     ImageList ImageList1;
-    Label lblItems;  // hidden
+    Label lblItems;     // hidden
+    Label lblProgress;  // hidden
     ListView lvwItems;
     OLEDropper OLEDropper1;    // stands in the list's place while the list is empty
     ProgressBar ProgressBar1;  // in front of the status bar's second panel

@@ -75,6 +75,11 @@ TEST_F(Accessibility, EveryTabStopHasANameOfItsOwn) {
                                                        "Stamp", "Items"));
 }
 
+TEST_F(Accessibility, TheProgressBarHasANameToo) {
+    Load();
+    EXPECT_EQ(NameOf(Main().ProgressBar1.Handle()), "Progress");
+}
+
 TEST_F(Accessibility, TheEmptyListSaysWhatToDoWithIt) {
     Load();
     const HWND label = ::GetWindow(Main().OLEDropper1.Handle(), GW_CHILD);
