@@ -204,6 +204,22 @@ TEST_P(KernelFilesContract, AnOpenEntryHasTheAttributesOfItsPath) {
     }
 }
 
+TEST_P(KernelFilesContract, AnOpenLinkHasTheAttributesOfWhereItLeadsTo) {
+    const std::string folder = NewFolder("target");
+    ASSERT_TRUE(files_.WriteAttributes(folder, file_attribute::kReadOnly));
+    const std::string link = Path("link");
+    if (!system_->MakeFolderLink(link, folder)) {
+        GTEST_SKIP() << "links to folders cannot be made here";
+    }
+    EXPECT_NE(files_.ReadAttributes(link) & file_attribute::kReparsePoint, 0U);
+    EXPECT_EQ(files_.ReadAttributes(link) & file_attribute::kReadOnly, 0U);
+    EXPECT_NE(List(system_->Folder()).at("link") & file_attribute::kReparsePoint, 0U);
+    const FileHandle open = Open(link);
+    ASSERT_NE(open, kInvalidFile);
+    EXPECT_EQ(files_.ReadAttributesOf(open), files_.ReadAttributes(folder));
+    EXPECT_TRUE(files_.CloseFile(open));
+}
+
 TEST_P(KernelFilesContract, AnOpenFileShowsAnAttributeThatIsSetMeanwhile) {
     const std::string file = NewFile("a.txt");
     const FileHandle open = Open(file);

@@ -15,6 +15,10 @@ class MemoryPlatformUnderTest final : public PlatformUnderTest {
     std::string Folder() const override { return "C:\\Temp\\contract"; }
     void MakeFolder(const std::string& path) override { system_.volume.AddFolder(path); }
     void MakeFile(const std::string& path) override { system_.volume.AddFile(path); }
+    bool MakeFolderLink(const std::string& path, const std::string& target) override {
+        system_.volume.AddFolderLink(path, target);
+        return true;
+    }
     void Lock(const std::string& path) override {
         system_.volume.Lock(path);
         locked_ = path;

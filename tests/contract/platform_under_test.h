@@ -24,6 +24,9 @@ class PlatformUnderTest {
     [[nodiscard]] virtual std::string Folder() const = 0;
     virtual void MakeFolder(const std::string& path) = 0;
     virtual void MakeFile(const std::string& path) = 0;
+    // A link to an existing folder; false where none can be made.
+    [[nodiscard]] virtual bool MakeFolderLink(const std::string& path,
+                                              const std::string& target) = 0;
     // Another program holds the file open and lets nobody else write, until told otherwise.
     virtual void Lock(const std::string& path) = 0;
     virtual void Unlock() = 0;

@@ -53,6 +53,14 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     std::string Folder() const override { return tree_.Root(); }
     void MakeFolder(const std::string& path) override { tree_.MakeFolder(Below(path)); }
     void MakeFile(const std::string& path) override { tree_.MakeFile(Below(path)); }
+    // Wine says that it has made one, and has not.
+    bool MakeFolderLink(const std::string& path, const std::string& target) override {
+        const std::wstring wide = SystemPath(path);
+        return ::CreateSymbolicLinkW(wide.c_str(), SystemPath(target).c_str(),
+                                     SYMBOLIC_LINK_FLAG_DIRECTORY |
+                                         SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) != 0 &&
+               ::GetFileAttributesW(wide.c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
     void Lock(const std::string& path) override { lock_.emplace(path); }
     void Unlock() override { lock_.reset(); }
     bool StartReading(const std::string& path) override {
