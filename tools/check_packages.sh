@@ -30,7 +30,14 @@ mkdir -p "$work"
 
 there() { [ -e "$1" ] || echo "missing: $1"; }
 gone() { [ ! -e "$1" ] || echo "still there: $1"; }
-gone_both() { [ ! -e "$1" ] && [ ! -e "$2" ]; }
+# uninstalled PATH KEY...: the path and the Start menu link are gone, and the keys, which go last.
+uninstalled() {
+    [ ! -e "$1" ] && [ ! -e "$start_menu" ] || return 1
+    local key
+    for key in "${@:2}"; do
+        ! run_wine 20 "$work/output" reg query "$key" || return 1
+    done
+}
 
 # expect_exit CODE PROGRAM [ARGUMENT...]
 expect_exit() {
@@ -71,7 +78,7 @@ uninstall() {
     local folder=$1
     shift
     expect_exit 0 "$folder/uninstall.exe" /S "$@"
-    wait_until 20 gone_both "$folder" "$start_menu" || echo "$folder is still there: $(ls "$folder")"
+    wait_until 20 uninstalled "$folder" "$uninstall_key" || echo "$folder is still there: $(ls "$folder")"
 }
 
 # make_file, then the program started on stamped.txt, then expect_stamp: the file has got a new time.
@@ -176,7 +183,8 @@ check_uninstall_leaves_nothing() {
     # Another copy's Send To entry is not this one's to delete.
     cp "$work/other.lnk" "$send_to"
     expect_exit 0 "$elsewhere/uninstall.exe" /S /SETTINGS=remove
-    wait_until 20 gone_both "$elsewhere/uninstall.exe" "$start_menu" || ls "$elsewhere"
+    wait_until 20 uninstalled "$elsewhere/uninstall.exe" "$uninstall_key" "$settings_key" ||
+        ls "$elsewhere"
     there "$elsewhere/mine.txt"
     there "$send_to"
     rm -rf "$elsewhere" "$send_to"
