@@ -208,10 +208,16 @@ windows_arguments() {
         sed 's/^/--extra-arg=-isystem/'
 }
 
-# What the work at hand or one of the last commits changed; everything where there is no history.
+# What the work at hand or one of the last commits changed, with the sources that include a changed
+# header; everything where there is no history.
 changed_lately() {
+    local file
     if git rev-parse --git-dir >/dev/null 2>&1; then
-        { git log -20 --name-only --format= -- src && git diff --name-only HEAD -- src; } | sort -u
+        { git log -20 --name-only --format= -- src && git diff --name-only HEAD -- src; } | sort -u |
+            while read -r file; do
+                echo "$file"
+                [[ $file != *.h ]] || grep -rlF "\"${file#src/}\"" src --include='*.cpp'
+            done | sort -u
     else
         listed '^src/'
     fi | sed "s,^,$top/,"
