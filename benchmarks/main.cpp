@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <string>
 #include <string_view>
 
 #include "benchmarks/benchmarks.h"

@@ -37,9 +37,9 @@ class ScaleTree {
 
     [[nodiscard]] bool IsSmall() const { return times_ > 1; }
 
-    // `side` ends the names of the figures.
-    void Turn(const std::string& tree, const std::string& side) {
-        figures_ = tree + "." + side;
+    // The figures are named after the tree that is compared and its side in that: "ours" or "base".
+    void Turn(const std::string& compared, const std::string& side) {
+        figures_ = compared + "." + side;
         double floor = 0;
         for (int i = 0; i < times_; ++i) {
             ::Sleep(kPause);
@@ -94,12 +94,10 @@ void ScaleBench(const BenchArguments& arguments) {
         for (std::size_t i = 1; i < arguments.trees.size(); ++i) {
             const std::string& path = arguments.trees[i];
             const std::string name = NameOfTree(path);
-            int turns = 1;
+            const int turns = ScaleTree(system, path).IsSmall() ? kTurnsOfSmallTrees : 1;
             for (int turn = 0; turn < turns; ++turn) {
                 ScaleTree(system, base).Turn(name, "base");
-                ScaleTree tree(system, path);
-                tree.Turn(name, "ours");
-                turns = tree.IsSmall() ? kTurnsOfSmallTrees : 1;
+                ScaleTree(system, path).Turn(name, "ours");
             }
         }
     }

@@ -15,8 +15,8 @@ END {
     print "The program's own classes do the work, on the real system and, where it says so, in the real window"
     print "with its poll armed; its windows are on a virtual display. What they are compared with is measured in"
     print "turns with them, again and again. A ratio is the median of those of single turns, a time the median"
-    print "of all turns, and of waits and cancels the worst of all. There are five turns of each,"
-    print "and more of what is short."
+    print "of all turns, and of waits and cancels the worst of all. There are five turns of each, and 25 of the"
+    print "tree of 1,000 entries."
     print ""
     print "\"Pinned\" has the program and Wine's server on one core, \"split\" the server on the other one, where a"
     print "call to it takes many times as long. The display's own work runs on any core. Files are on the disk"
@@ -42,8 +42,8 @@ END {
     for (i = 1; i in sizes; ++i) scale_row("stamping, us an entry: " named(sizes[i]), "scale.stamp." sizes[i], 1.2)
     for (i = 1; i in sizes; ++i) scale_row("the floor of counting, us an entry: " named(sizes[i]), "scale.floor." sizes[i])
     print ""
-    print "In folders of 100 files, but for the flat one. Each turn of a tree follows one of 10,000 entries, and"
-    print "the tree of 1,000 takes five times as many. The last rows are the listing calls alone."
+    print "In folders of 100 files, but for the flat one. Each turn of a tree follows one of 10,000 entries."
+    print "The last rows are the listing calls alone."
 
     head("How soon the window answers")
     plain_row("longest wait of a message while counting 20,000 files, ms", "wait.count", 30, "%.1f", 1)

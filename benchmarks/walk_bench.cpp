@@ -1,3 +1,7 @@
+#include <functional>
+#include <memory>
+#include <string>
+
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/floor.h"
 #include "benchmarks/measure.h"
