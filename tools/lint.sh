@@ -213,7 +213,7 @@ windows_arguments() {
 changed_lately() {
     local file
     if git rev-parse --git-dir >/dev/null 2>&1; then
-        { git log -20 --name-only --format= -- src && git diff --name-only HEAD -- src; } | sort -u |
+        { git log -20 --name-only --format= && git diff --name-only HEAD; } | grep ^src/ | sort -u |
             while read -r file; do
                 echo "$file"
                 [[ $file != *.h ]] || grep -rlF "\"${file#src/}\"" src --include='*.cpp'
@@ -223,21 +223,21 @@ changed_lately() {
     fi | sed "s,^,$top/,"
 }
 
-# Sources that compile natively are looked at as they compile there, the others as on Windows: of
-# these the ones that changed lately, for all of them take minutes (clang_tidy_of_all).
+# What changed lately, for all of them take minutes (clang_tidy_of_all).
 check_clang_tidy() { tidy < <(changed_lately); }
-check_clang_tidy_of_all() { tidy < <(sources_of windows); }
+check_clang_tidy_of_all() { tidy < <(listed '^src/' | sed "s,^,$top/,"); }
 
-# tidy: looks at the native sources and at those for Windows that standard input lists. What was found
-# clean is not looked at again until it, a header or the list of checks changes.
+# tidy: looks at the sources that standard input lists, those that compile natively as they compile
+# there and the others as on Windows. What was found clean is not looked at again until it, a header or
+# the list of checks changes.
 tidy() {
     local preset source stamp candidates native on_windows pending=()
     mapfile -t candidates
-    mapfile -t native < <(sources_of host)
-    mapfile -t on_windows < <(sources_of windows | grep -xF -f <(printf '%s\n' "${candidates[@]}") |
-        grep -vxF -f <(printf '%s\n' "${native[@]}"))
-    ((${#native[@]})) || echo "preset host compiles no sources of src"
+    [ -n "$(sources_of host)" ] || echo "preset host compiles no sources of src"
     [ -n "$(sources_of windows)" ] || echo "preset windows compiles no sources of src"
+    mapfile -t native < <(sources_of host | grep -xF -f <(printf '%s\n' "${candidates[@]}"))
+    mapfile -t on_windows < <(sources_of windows | grep -xF -f <(printf '%s\n' "${candidates[@]}") |
+        grep -vxF -f <(sources_of host))
     mkdir -p "$work/tidy"
     windows_arguments >"$work/tidy.windows"
     : >"$work/tidy.host"
