@@ -13,8 +13,10 @@ struct BenchArguments {
 
 // Counting and stamping one tree, engine and floor in turns.
 void WalkBench(const BenchArguments& arguments);
-// Time per entry in trees of different sizes, in microseconds.
+// Time per entry in each tree but the first, which they are compared with; in microseconds.
 void ScaleBench(const BenchArguments& arguments);
+// The same for the folders of the first tree, listed together and one of them alone.
+void SmallBench(const BenchArguments& arguments);
 // How long messages wait while the first tree is counted and stamped, and how soon a press of
 // Cancel ends the work on the second one.
 void AnswerBench(const BenchArguments& arguments);

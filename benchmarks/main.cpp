@@ -19,7 +19,7 @@ struct Benchmark {
 };
 
 constexpr Benchmark kBenchmarks[] = {
-    {"walk", WalkBench}, {"scale", ScaleBench},   {"answer", AnswerBench},
+    {"walk", WalkBench}, {"scale", ScaleBench},   {"small", SmallBench},   {"answer", AnswerBench},
     {"list", ListBench}, {"errors", ErrorsBench}, {"memory", MemoryBench},
 };
 

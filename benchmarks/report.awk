@@ -2,7 +2,7 @@
 # each target is met. A figure that is missing is said to be.
 #
 # awk -f benchmarks/report.awk -f benchmarks/tables.awk -v kind=full|quick -v room=FOLDER -v small=N
-#     -v large=N -v scaled='N ...' -v machine=TEXT figures
+#     -v large=N -v scaled='N ...' -v machine=TEXT [-v again='NAME ...' -v today=DATE] figures...
 #
 # FOLDER holds the versions of the peers; small, large and scaled name the trees measured.
 
@@ -130,8 +130,9 @@ function split_names(text, into) { split(text, into, " ") }
 
 # How the text names a tree.
 function named(tree) {
-    return tree == "flat-100000" ? "100,000 in one folder" : \
-        tree == "1000" ? "1,000" : tree == "100000" ? "100,000" : tree == "1000000" ? "1,000,000" : tree
+    return tree == "together" ? "1,000, ten folders in a row" : \
+        tree == "alone" ? "1,000, one folder after a rest" : \
+        tree == "flat-100000" ? "100,000 in one folder" : tree == "100000" ? "100,000" : tree == "1000000" ? "1,000,000" : tree
 }
 
 BEGIN {

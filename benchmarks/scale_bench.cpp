@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/floor.h"
@@ -14,49 +15,56 @@
 namespace tidemark {
 namespace {
 
-// Small trees are walked so often that a turn has this many entries, and take more turns: a single
-// walk is so short that whatever else the machine does weighs on it.
+// A tree is walked so often that a turn has this many entries.
 constexpr std::int32_t kEntriesOfATurn = 10'000;
+// Walks of small trees are so short that whatever else the machine does weighs on them.
 constexpr int kTurnsOfSmallTrees = 5;
 // The pause of an item's timer before each walk, which the floor makes too: a processor that has
 // rested is slower at first.
 constexpr DWORD kPause = 50;  // milliseconds
 
-class ScaleTree {
+// Folders that are listed together, counted and stamped one after the other.
+class ScaleTrees {
   public:
-    ScaleTree(RealSystem& system, const std::string& path)
-        : system_(system),
-          window_(system.Watched()),
-          name_(NameOfTree(path)),
-          wide_path_(WideFromUtf8(path + "\\")) {
-        window_.List({path});
-        item_ = *window_.Main().Items().begin();
-        entries_ = item_->FileCount() + item_->FolderCount();
+    ScaleTrees(RealSystem& system, const std::vector<std::string>& folders)
+        : system_(system), window_(system.Watched()), folders_(folders) {
+        window_.List(folders);
+        for (const std::shared_ptr<TidemarkItem>& item : window_.Main().Items()) {
+            entries_ += item->FileCount() + item->FolderCount();
+        }
         times_ = std::max(1, kEntriesOfATurn / entries_);
     }
 
-    [[nodiscard]] bool IsSmall() const { return times_ > 1; }
-
-    // The figures are named after the tree that is compared and its side in that: "ours" or "base".
+    // The figures are named after what is compared and the side in that: "ours" or "base".
     void Turn(const std::string& compared, const std::string& side) {
         figures_ = compared + "." + side;
-        double floor = 0;
-        for (int i = 0; i < times_; ++i) {
-            ::Sleep(kPause);
-            floor += TimeOf([this] { entries_found_ = FloorCount(wide_path_); });
-        }
-        if (entries_found_ != entries_ - 1) {
-            GiveUp(name_ + ": the floor found another number of entries");
-        }
-        Print("floor", floor);
+        Print("floor", Floor());
         Print("count", InTicks([this] { window_.Choose("mnuViewRefresh"); }));
         Print("stamp", InTicks([this] { window_.Main().cmdStamp_Click(); }));
-        if (!item_->StampComplete() || item_->HasErrors()) {
-            GiveUp(name_ + ": the stamp met errors");
+        for (const std::shared_ptr<TidemarkItem>& item : window_.Main().Items()) {
+            if (!item->StampComplete() || item->HasErrors()) {
+                GiveUp(item->RootItem() + ": the stamp met errors");
+            }
         }
     }
 
   private:
+    double Floor() {
+        double took = 0;
+        for (int i = 0; i < times_; ++i) {
+            auto found = static_cast<std::int64_t>(folders_.size());
+            ::Sleep(kPause);
+            for (const std::string& folder : folders_) {
+                const std::wstring path = WideFromUtf8(folder + "\\");
+                took += TimeOf([&] { found += FloorCount(path); });
+            }
+            if (found != entries_) {
+                GiveUp(figures_ + ": the floor found another number of entries");
+            }
+        }
+        return took;
+    }
+
     template <typename Command>
     double InTicks(Command start) {
         system_.Timers().Forget();
@@ -74,32 +82,39 @@ class ScaleTree {
 
     RealSystem& system_;
     RealWindow window_;
-    std::string name_;
+    std::vector<std::string> folders_;
     std::string figures_;
-    std::wstring wide_path_;
-    std::shared_ptr<TidemarkItem> item_;
-    std::int32_t entries_ = 0;  // the tree's own folder included
-    std::int64_t entries_found_ = 0;
+    std::int32_t entries_ = 0;  // the folders themselves included
     int times_ = 1;
 };
 
+// Each turn comes right after one of the base, which it is compared with: a machine may be twice as
+// fast a minute later.
+void Compare(RealSystem& system, const std::string& base, const std::vector<std::string>& folders,
+             const std::string& name) {
+    ScaleTrees(system, {base}).Turn(name, "base");
+    ScaleTrees(system, folders).Turn(name, "ours");
+}
+
 }  // namespace
 
-// Each turn of a tree comes right after one of the first tree, which it is compared with: a machine
-// may be twice as fast a minute later.
 void ScaleBench(const BenchArguments& arguments) {
     RealSystem system;
-    const std::string& base = arguments.trees.at(0);
     for (int round = 0; round < arguments.rounds; ++round) {
         for (std::size_t i = 1; i < arguments.trees.size(); ++i) {
-            const std::string& path = arguments.trees[i];
-            const std::string name = NameOfTree(path);
-            const int turns = ScaleTree(system, path).IsSmall() ? kTurnsOfSmallTrees : 1;
-            for (int turn = 0; turn < turns; ++turn) {
-                ScaleTree(system, base).Turn(name, "base");
-                ScaleTree(system, path).Turn(name, "ours");
-            }
+            const std::string& tree = arguments.trees[i];
+            Compare(system, arguments.trees.at(0), {tree}, NameOfTree(tree));
         }
+    }
+}
+
+void SmallBench(const BenchArguments& arguments) {
+    RealSystem system;
+    const std::string& base = arguments.trees.at(0);
+    const std::vector<std::string> folders = FoldersIn(base);
+    for (int turn = 0; turn < arguments.rounds * kTurnsOfSmallTrees; ++turn) {
+        Compare(system, base, folders, "together");
+        Compare(system, base, {folders.at(0)}, "alone");
     }
 }
 
