@@ -40,15 +40,14 @@ END {
 
     head("Time per entry as trees grow, against 10,000 entries")
     split_names(scaled, sizes)
-    for (i = 1; i in sizes; ++i) scale_row("counting, us an entry: " named(sizes[i]), "scale.count." sizes[i], sizes[i] == "alone" ? 0 : 1.2)
-    for (i = 1; i in sizes; ++i) scale_row("stamping, us an entry: " named(sizes[i]), "scale.stamp." sizes[i], sizes[i] == "alone" ? 0 : 1.2)
+    for (i = 1; i in sizes; ++i) scale_row("counting, us an entry: " named(sizes[i]), "scale.count." sizes[i], 1.2)
+    for (i = 1; i in sizes; ++i) scale_row("stamping, us an entry: " named(sizes[i]), "scale.stamp." sizes[i], 1.2)
     for (i = 1; i in sizes; ++i) scale_row("the floor of counting, us an entry: " named(sizes[i]), "scale.floor." sizes[i])
     print ""
     print "In folders of 100 files, but for the flat one. Each turn of a tree follows one of 10,000 entries. A"
     print "processor that has rested is slower for a while, which a walk of few milliseconds does not outlast: so"
-    print "the target of 1,000 entries is for ten folders of that size, listed together and walked one after the"
-    print "other, and what one of them takes alone, after the pause of its timer, stands beside it. The last rows"
-    print "are the listing calls alone, after the same pause."
+    print "ten folders of 1,000 entries are listed together and walked one after the other, and one of them alone,"
+    print "after the pause of its timer. The last rows are the listing calls alone, after the same pause."
 
     head("How soon the window answers")
     plain_row("longest wait of a message while counting 20,000 files, ms", "wait.count", 30, "%.1f", 1)
