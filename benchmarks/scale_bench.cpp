@@ -17,8 +17,6 @@ namespace {
 
 // A tree is walked so often that a turn has this many entries.
 constexpr std::int32_t kEntriesOfATurn = 10'000;
-// Walks of small trees are so short that whatever else the machine does weighs on them.
-constexpr int kTurnsOfSmallTrees = 5;
 // The pause of an item's timer before each walk, which the floor makes too: a processor that has
 // rested is slower at first.
 constexpr DWORD kPause = 50;  // milliseconds
@@ -112,7 +110,7 @@ void SmallBench(const BenchArguments& arguments) {
     RealSystem system;
     const std::string& base = arguments.trees.at(0);
     const std::vector<std::string> folders = FoldersIn(base);
-    for (int turn = 0; turn < arguments.rounds * kTurnsOfSmallTrees; ++turn) {
+    for (int round = 0; round < arguments.rounds; ++round) {
         Compare(system, base, folders, "together");
         Compare(system, base, {folders.at(0)}, "alone");
     }
