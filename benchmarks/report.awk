@@ -54,16 +54,27 @@ function head(title) {
     printf "\n## %s\n\n| what | target | pinned | | split | |\n|---|---|---|---|---|---|\n", title
 }
 
-# Ours against the floor, in turns.
-function ratio_row(what, name, limit,    mode, m, line, value) {
-    line = "| " what " | at most " limit "x |"
+# What is measured in turns against something else; without a limit, nothing is to be met. The format
+# is of the ratio and of both medians.
+function turns_row(what, above, below, limit, format,    m, line, value) {
+    line = "| " what " | " (limit ? "at most " limit "x" : "-") " |"
     for (m = 1; m <= 2; ++m) {
-        mode = modes[m]
-        value = median_ratio(mode SUBSEP name ".ours", mode SUBSEP name ".floor")
-        line = line " " (value == "none" ? "not measured" : sprintf("%.2fx (%.0f against %.0f ms)", value, \
-            median(mode SUBSEP name ".ours"), median(mode SUBSEP name ".floor"))) " | " met(value, limit) " |"
+        value = median_ratio(modes[m] SUBSEP above, modes[m] SUBSEP below)
+        line = line " " (value == "none" ? "not measured" : sprintf(format, value, \
+            median(modes[m] SUBSEP above), median(modes[m] SUBSEP below))) " | " \
+            (limit ? met(value, limit) " " : "") "|"
     }
     print line
+}
+
+# Ours against the floor.
+function ratio_row(what, name, limit) {
+    turns_row(what, name ".ours", name ".floor", limit, "%.2fx (%.0f against %.0f ms)")
+}
+
+# A tree against the one of 10,000 entries.
+function scale_row(what, name, limit) {
+    turns_row(what, name ".ours", name ".base", limit, "%.2fx (%.4g against %.4g)")
 }
 
 # A figure by itself, its median or (of what must never be exceeded) the worst of all rounds. The
@@ -105,18 +116,6 @@ function worst_row(what, name, format,    m, line) {
     print line
 }
 
-# Ours against what is compared with, in turns; without a limit, nothing is to be met.
-function scale_row(what, name, limit,    m, line, key, value) {
-    line = "| " what " | " (limit ? "at most " limit "x" : "-") " |"
-    for (m = 1; m <= 2; ++m) {
-        key = modes[m] SUBSEP name
-        value = median_ratio(key ".ours", key ".base")
-        line = line " " (value == "none" ? "not measured" : sprintf("%.2fx (%.4g against %.4g)", value, \
-            median(key ".ours"), median(key ".base"))) " | " (limit ? met(value, limit) " " : "") "|"
-    }
-    print line
-}
-
 function peer_row(what, name,    file, version) {
     file = room "/peer-" name
     version = "not installed"
@@ -132,7 +131,8 @@ function split_names(text, into) { split(text, into, " ") }
 function named(tree) {
     return tree == "together" ? "1,000, ten folders in a row" : \
         tree == "alone" ? "1,000, one folder after a rest" : \
-        tree == "flat-100000" ? "100,000 in one folder" : tree == "100000" ? "100,000" : tree == "1000000" ? "1,000,000" : tree
+        tree == "flat-100000" ? "100,000 in one folder" : \
+        tree == "100000" ? "100,000" : tree == "1000000" ? "1,000,000" : tree
 }
 
 BEGIN {
