@@ -45,6 +45,7 @@ class BrowseForFolderTest : public ::testing::Test {
         first_ = tree_.MakeFolder("first");
         second_ = tree_.MakeFolder("second \u6f6e");
         form_.SetVisible(true);
+        tree_.SettleAccessTimes();
     }
 
     static bool OkEnabled() { return ::IsWindowEnabled(::GetDlgItem(OpenDialog(), IDOK)) != FALSE; }

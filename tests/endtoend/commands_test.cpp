@@ -241,6 +241,7 @@ void CommandsEndToEnd::AddFolderListsWhatIsChosenAndNothingWhenCancelled() {
     EndDialog(*chooser, IDCANCEL);
     EXPECT_EQ(List().Rows(), 4);
 
+    tree_.SettleAccessTimes();
     Choose('f', kAddFolder);
     chooser = WaitForDialog();
     ASSERT_TRUE(chooser);

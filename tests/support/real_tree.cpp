@@ -1,15 +1,18 @@
 #include "support/real_tree.h"
 
 #include <array>
+#include <chrono>
 #include <exception>
 #include <functional>
 #include <stdexcept>
+#include <vector>
 
 #include "platform/win32/system_message.h"
 #include "platform/win32/system_path.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
 #include "support/local_time.h"
+#include "support/poll_until.h"
 
 namespace tidemark {
 namespace {
@@ -67,6 +70,33 @@ void SetTime(const std::string& path, FileTime time) {
         Fail("setting a time", path);
     }
     ::CloseHandle(file);
+}
+
+// Reads a folder. Whether the next time leaves its time of last access as it is: file systems note
+// reading only once after a change.
+bool ReadIsNoted(const std::string& folder) {
+    WIN32_FIND_DATAW data{};
+    const HANDLE search = ::FindFirstFileW(SystemPath(folder + "\\*").c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE) {
+        Fail("listing", folder);
+    }
+    while (::FindNextFileW(search, &data)) {
+    }
+    ::FindClose(search);
+
+    const HANDLE file = ::CreateFileW(SystemPath(folder).c_str(), FILE_READ_ATTRIBUTES,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    FILE_BASIC_INFO times{};
+    const bool told =
+        file != INVALID_HANDLE_VALUE &&
+        ::GetFileInformationByHandleEx(file, FileBasicInfo, &times, sizeof(times)) != FALSE;
+    if (!told) {
+        Fail("reading the times", folder);
+    }
+    ::CloseHandle(file);
+    return times.LastAccessTime.QuadPart > times.LastWriteTime.QuadPart &&
+           times.LastAccessTime.QuadPart > times.ChangeTime.QuadPart;
 }
 
 }  // namespace
@@ -138,6 +168,24 @@ void RealTree::MakeReadOnly(const std::string& below) {
 void RealTree::SetTimes(FileTime time) {
     Walk(root_, [time](const std::string& path, const TreeEntry&) { SetTime(path, time); });
     SetTime(root_, time);
+}
+
+void RealTree::SettleAccessTimes() const {
+    std::vector<std::string> folders;
+    Walk(root_, [&folders](const std::string& path, const TreeEntry& entry) {
+        if (entry.folder) {
+            folders.push_back(path);
+        }
+    });
+    for (std::string folder = root_; folder.find('\\') != std::string::npos;
+         folder.erase(folder.rfind('\\'))) {
+        folders.push_back(folder);
+    }
+    // A system that does not note reading at all changes no time either.
+    static_cast<void>(PollUntil(std::chrono::milliseconds(100), [&folders] {
+        std::erase_if(folders, ReadIsNoted);
+        return folders.empty();
+    }));
 }
 
 std::map<std::string, TreeEntry> RealTree::Entries() const {

@@ -37,6 +37,10 @@ class RealTree {
     void MakeReadOnly(const std::string& below);
     // Gives the root and everything in it this time as its last-write time.
     void SetTimes(FileTime time);
+    // Reads the folders of the tree and those above it until reading leaves their times of last
+    // access as they are. Wine's folder chooser takes a folder whose times have changed since it
+    // listed them for another one, and does not find it.
+    void SettleAccessTimes() const;
 
     // Everything below the root by its path from there, read anew.
     [[nodiscard]] std::map<std::string, TreeEntry> Entries() const;
