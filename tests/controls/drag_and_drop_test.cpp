@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <utility>
 
 #include "controls/file_drag_source.h"
 #include "controls/ole_dropper.h"
@@ -68,21 +69,34 @@ class DragAndDropTest : public ::testing::Test {
         PumpPending();
     }
 
-    POINT InForm(int x, int y) const {
-        POINT point{x, y};
-        ::ClientToScreen(form_->Handle(), &point);
-        return point;
+    // A point of the screen, asked for when it is used: for a moment after it has been shown, a
+    // window may not yet be where it stays.
+    using Place = std::function<POINT()>;
+
+    Place InForm(int x, int y) const {
+        return [this, x, y] {
+            POINT point{x, y};
+            ::ClientToScreen(form_->Handle(), &point);
+            return point;
+        };
     }
-    POINT InDropper(int x, int y) const { return InForm(x + 100, y + 100); }
-    POINT OnLabel() const {
+    Place InDropper(int x, int y) const { return InForm(x + 100, y + 100); }
+    Place OnLabel() const {
         const Bounds label = dropper_.Label1().Position();
         return InDropper(label.left + label.width / 2, label.top + label.height / 2);
+    }
+    // Each time a pixel from the last one, or the system would not tell of a move.
+    void MoveMouseAround(const Place& place) {
+        POINT at = place();
+        step_ = !step_;
+        at.x += step_ ? 1 : 0;
+        MoveMouseTo(at);
     }
 
     // Presses at a point until `started`; again after a while, for a press that a window that is
     // just going or coming swallowed.
-    ModalDriver::Step PressUntil(POINT at, bool right, std::function<bool()> started) {
-        return [this, at, right, started = std::move(started)] {
+    ModalDriver::Step PressUntil(Place at, bool right, std::function<bool()> started) {
+        return [this, at = std::move(at), right, started = std::move(started)] {
             if (started()) {
                 return true;
             }
@@ -90,8 +104,7 @@ class DragAndDropTest : public ::testing::Test {
                 if (press_again_at_ != 0) {
                     SendMouse(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
                 }
-                step_ = !step_;
-                MoveMouseTo({at.x + (step_ ? 1 : 0), at.y});
+                MoveMouseAround(at);
                 SendMouse(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
                 press_again_at_ = now + 2000;
             }
@@ -99,10 +112,9 @@ class DragAndDropTest : public ::testing::Test {
         };
     }
     // Moves to and fro around a point until it is reported as dragged over.
-    ModalDriver::Step MoveOver(POINT at) {
-        return [this, at] {
-            step_ = !step_;
-            MoveMouseTo({at.x + (step_ ? 1 : 0), at.y});
+    ModalDriver::Step MoveOver(Place at) {
+        return [this, at = std::move(at)] {
+            MoveMouseAround(at);
             return over_;
         };
     }
@@ -234,10 +246,13 @@ TEST_F(DragAndDropTest, FilesOfAnotherProcessAreDroppedOnTheLabel) {
     const DragSource source(
         "700 200 \"C:\\from afar\" C:\\\u6f6e \"C:\\\U0001F30A 100% &more, 'x'.\"");
     ASSERT_EQ(source.Caption(), "ready");
-    ModalDriver driver(
-        {PressUntil({750, 240}, false, [&] { return source.Caption() == "dragging"; }),
-         MoveOver(OnLabel()), Release(false)},
-        [] { SendMouse(MOUSEEVENTF_LEFTUP); });
+    ModalDriver driver({PressUntil(
+                            [] {
+                                return POINT{750, 240};
+                            },
+                            false, [&] { return source.Caption() == "dragging"; }),
+                        MoveOver(OnLabel()), Release(false)},
+                       [] { SendMouse(MOUSEEVENTF_LEFTUP); });
     EXPECT_TRUE(PumpUntil([&] { return source.Caption() == "done 1"; }, std::chrono::seconds(35)))
         << source.Caption();
     EXPECT_TRUE(driver.Done());
