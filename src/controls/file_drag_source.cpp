@@ -2,10 +2,14 @@
 
 #include <ole2.h>
 
+#include <optional>
+#include <utility>
+
 #include "controls/file_data_object.h"
 #include "controls/ole_session.h"
 #include "platform/win32/com_object.h"
 #include "platform/win32/com_ptr.h"
+#include "platform/win32/system_loop.h"
 #include "ui/last_resort.h"
 
 namespace tidemark {
@@ -15,13 +19,18 @@ class DropSource final : public ComObject<IDropSource> {
   public:
     DropSource(OleDragDropSink& source, std::int16_t button) : source_(&source), button_(button) {}
 
-    void Disconnect() { source_ = nullptr; }
+    void Disconnect() {
+        source_ = nullptr;
+        loop_.reset();
+    }
 
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape_pressed, DWORD key_state) override {
         switch (NextDragStep(escape_pressed != FALSE, key_state, button_)) {
             case DragStep::kDrop:
+                loop_.reset();
                 return DRAGDROP_S_DROP;
             case DragStep::kCancel:
+                loop_.reset();
                 return DRAGDROP_S_CANCEL;
             case DragStep::kContinue:
                 break;
@@ -45,6 +54,9 @@ class DropSource final : public ComObject<IDropSource> {
 
     OleDragDropSink* source_;
     std::int16_t button_;
+    // Until the button is let go. What the target does with the files then may take long, and
+    // waits for no mouse.
+    std::optional<SystemLoopScope> loop_{std::in_place};
 };
 
 }  // namespace

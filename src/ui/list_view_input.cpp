@@ -8,6 +8,7 @@
 
 #include "platform/input_bits.h"
 #include "platform/raise.h"
+#include "platform/win32/system_loop.h"
 #include "ui/last_resort.h"
 
 namespace tidemark {
@@ -29,6 +30,13 @@ Point PointOf(LPARAM lparam) {
     return {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
 }
 
+// The presses that the list may follow, until the button is up again, in a loop of its own: on a
+// scroll bar, to scroll; on its rows, to see whether they are to be dragged or framed.
+bool MayBeFollowed(UINT message) {
+    return message == WM_NCLBUTTONDOWN || message == WM_NCLBUTTONDBLCLK ||
+           message == WM_LBUTTONDOWN;
+}
+
 }  // namespace
 
 LRESULT ListView::OnOwnMessage(const WatchedMessage& message) {
@@ -39,6 +47,10 @@ LRESULT ListView::OnOwnMessage(const WatchedMessage& message) {
     });
     if (done) {
         return 0;
+    }
+    std::optional<SystemLoopScope> loop;
+    if (MayBeFollowed(message.message)) {
+        loop.emplace();
     }
     const LRESULT result = message.PassOn();
     // The message may have scrolled the list, or ended it.

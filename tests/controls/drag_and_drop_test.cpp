@@ -4,10 +4,12 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "controls/file_drag_source.h"
 #include "controls/ole_dropper.h"
+#include "platform/win32/system_loop.h"
 #include "support/drag_source.h"
 #include "support/modal_driver.h"
 #include "support/pump.h"
@@ -180,7 +182,10 @@ class DragFromHereTest : public DragAndDropTest, protected OleDragDropSink {
         log_.push_back("data " + std::to_string(format));
         data.SetFiles({"C:\\late"});
     }
-    void GiveFeedback(std::int32_t& effect, bool&) override { feedback_ |= effect; }
+    void GiveFeedback(std::int32_t& effect, bool&) override {
+        feedback_ |= effect;
+        in_loop_ = InSystemLoop();
+    }
     void CompleteDrag(std::int32_t& effect) override {
         log_.push_back("complete " + std::to_string(effect));
     }
@@ -198,6 +203,7 @@ class DragFromHereTest : public DragAndDropTest, protected OleDragDropSink {
     bool late_ = false;
     std::vector<std::string> log_;
     std::int32_t feedback_ = 0;
+    bool in_loop_ = false;
     std::int32_t effect_ = -1;
     bool ended_ = false;
 };
@@ -218,6 +224,17 @@ TEST_F(DragFromHereTest, FilesDraggedWithTheLeftButtonAreDroppedOnTheSurface) {
     EXPECT_EQ(dropped_, AwkwardPaths());
     EXPECT_EQ(effect_, kDropEffectCopy);
     EXPECT_EQ(over_at_.y, 12);
+}
+
+TEST_F(DragFromHereTest, TheDragKeepsItsMessagesUntilTheButtonIsLetGo) {
+    std::optional<bool> in_loop_at_drop;
+    dropper_.OLEDragDrop = [&](DragData&, std::int32_t&, std::int16_t, std::int16_t, float&,
+                               float&) { in_loop_at_drop = InSystemLoop(); };
+    RunDrag({PressUntil(InForm(30, 30), true, [this] { return Started(); }), MoveOver(OnLabel()),
+             Release(true)});
+    EXPECT_TRUE(in_loop_);
+    EXPECT_EQ(in_loop_at_drop, false);
+    EXPECT_FALSE(InSystemLoop());
 }
 
 TEST_F(DragFromHereTest, AFormatOfferedWithoutDataIsAskedForByTheTarget) {

@@ -9,7 +9,7 @@
 namespace tidemark {
 
 // The thread's message queue, let run from inside long work. A loop of the system's own, for an
-// open menu or a window being moved, keeps its messages.
+// open menu or a drag, keeps its messages.
 class Win32MessagePump final : public MessagePump {
   public:
     // `dispatch` is given each message and does with it what the message loop does (dialog keys,

@@ -73,7 +73,8 @@ void Win32TimerSource::Wake() {
     wake_up_set_ = false;
     try {
         // Long work would keep an open menu from its keys until the end of the work. It waits for
-        // the menu; the wake-up that it goes on asking for meanwhile costs nothing.
+        // the menu's end, as for that of any such loop; the wake-up that it goes on asking for
+        // meanwhile costs nothing.
         queue_.RunDue(InSystemLoop() ? TimerQueue::Allowed::kBriefOnly : TimerQueue::Allowed::kAll);
     } catch (...) {
         report_exception_();

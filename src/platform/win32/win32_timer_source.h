@@ -15,8 +15,8 @@ struct MessageWindowTraits {
 };
 
 // All timers of a thread on one system timer, which an unseen window receives. Ticks run wherever
-// the thread dispatches messages; long ones do not begin while a menu is open or a window is being
-// moved. To be made and destroyed on that thread.
+// the thread dispatches messages; long ones do not begin inside a loop of the system's own. To be
+// made and destroyed on that thread.
 class Win32TimerSource final : public TimerSource, private TimerQueueHost {
   public:
     // `report_exception` is called with a tick's exception being handled: none may leave the
