@@ -69,20 +69,11 @@ std::optional<std::wstring> Decode(UINT code_page, DWORD flags, std::string_view
     return wide;
 }
 
-// The code page of programs that do not choose one. This program's own is UTF-8, so CP_ACP would
-// not tell.
-UINT SystemCodePage() {
-    DWORD code_page = CP_ACP;
-    ::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
-                     reinterpret_cast<LPWSTR>(&code_page), sizeof code_page / sizeof(wchar_t));
-    return code_page;
-}
-
 // An 8-bit name is UTF-8 when it can be read as such: hardly any other text can.
 std::string DecodeNarrow(std::string_view name) {
     std::optional<std::wstring> wide = Decode(CP_UTF8, MB_ERR_INVALID_CHARS, name);
     if (!wide) {
-        wide = Decode(SystemCodePage(), 0, name);
+        wide = Decode(CP_ACP, 0, name);
     }
     return wide ? Utf8FromWide(*wide) : std::string(name);
 }

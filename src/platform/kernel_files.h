@@ -101,7 +101,8 @@ class KernelFiles {
     virtual bool SetCreationTime(FileHandle file, FileTime time) = 0;
     virtual bool CloseFile(FileHandle file) = 0;
 
-    // Converts a local file time to system time by the rules of the current time zone.
+    // Converts a local file time to system time by the difference that holds now, summer time
+    // included, whatever half of the year the time is in.
     virtual bool LocalToSystemTime(FileTime local, FileTime& system) = 0;
 
     // Text of a system error code in the user's language, as the system has it (it usually ends in

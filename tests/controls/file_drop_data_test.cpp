@@ -50,9 +50,7 @@ TEST_F(FileDropDataTest, NarrowNamesAreUtf8OrElseInTheSystemsCodePage) {
     data_->bytes = DropFilesBlock(20, false, "C:\\\xE4\0\0"sv);
     const auto paths = Read();
     ASSERT_EQ(paths.size(), 1U);
-    DWORD code_page = 0;
-    ::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
-                     reinterpret_cast<LPWSTR>(&code_page), sizeof code_page / sizeof(wchar_t));
+    const UINT code_page = ::GetACP();
     if (code_page != 1252) {
         GTEST_SKIP() << "the letter is known for code page 1252 only, not for " << code_page;
     }
