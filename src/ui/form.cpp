@@ -228,6 +228,11 @@ bool Form::PressForKey(const MSG& message, Control* focused) {
     if ((message.wParam != VK_RETURN && message.wParam != VK_ESCAPE) || WantsKey(message)) {
         return false;
     }
+    if ((HIWORD(message.lParam) & KF_REPEAT) != 0) {
+        // Held since an earlier press, maybe since one that closed a message box: pressing again
+        // would cancel what that press started, or start what nobody asked for.
+        return true;
+    }
     Button* button = cancel_button_;
     if (message.wParam == VK_RETURN) {
         auto* focused_button = dynamic_cast<Button*>(focused);

@@ -13,6 +13,7 @@
 #include "ui/menu.h"
 #include "ui/message_loop.h"
 #include "ui/panel.h"
+#include "ui/subclasser.h"
 // After the system's main header.
 #include <commctrl.h>
 
@@ -44,6 +45,15 @@ class Keyboard : public ::testing::Test {
         MSG press{::GetFocus(), message, key, 1, 0, {}};
         RouteMessage(press);
         PumpPending();
+    }
+
+    // The next key-down of a key that is held; true when the form takes it for itself.
+    bool Hold(UINT key) {
+        constexpr LPARAM kDownBefore = LPARAM{KF_REPEAT} << 16;
+        MSG repeat{::GetFocus(), WM_KEYDOWN, key, kDownBefore | 1, 0, {}};
+        const bool taken = form_.PreTranslate(repeat);
+        PumpPending();
+        return taken;
     }
 
     TestForm form_;
@@ -135,6 +145,41 @@ TEST_F(Keyboard, EscPressesTheCancelButtonOnlyWhileThereIsOne) {
     form_.SetCancelButton(nullptr);
     Press(VK_ESCAPE);
     EXPECT_EQ(stamps_, 1);
+}
+
+TEST_F(Keyboard, HoldingEnterOrEscPressesNothingAgain) {
+    Press(VK_RETURN);
+    ASSERT_EQ(stamps_, 1);
+    EXPECT_TRUE(Hold(VK_RETURN));
+    other_.Focus();
+    EXPECT_TRUE(Hold(VK_RETURN)) << "on a button, too";
+    EXPECT_EQ(others_, 0);
+    form_.SetCancelButton(&stamp_);
+    EXPECT_TRUE(Hold(VK_ESCAPE));
+    EXPECT_EQ(stamps_, 1);
+}
+
+TEST_F(Keyboard, OtherKeysRepeatWhileTheyAreHeld) {
+    Hold(VK_TAB);
+    EXPECT_TRUE(check_.HasFocus());
+    Hold(VK_TAB);
+    EXPECT_TRUE(stamp_.HasFocus());
+    int reached = 0;
+    Subclasser watch;
+    watch.WndProc = [&reached](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        ++reached;
+        return std::nullopt;
+    };
+    watch.RegisterMessages(stamp_.Handle(), {WM_KEYDOWN});
+    Hold(VK_DELETE);
+    EXPECT_EQ(reached, 1);
+    int seen = 0;
+    form_.on_key = [&seen](const KeyPress&) {
+        ++seen;
+        return true;
+    };
+    Hold(VK_DELETE);
+    EXPECT_EQ(seen, 1);
 }
 
 TEST_F(Keyboard, TheFormSeesEachKeyFirstWithItsModifiers) {
