@@ -6,6 +6,7 @@
 #include <commdlg.h>
 #include <shlobj.h>
 
+#include <string>
 #include <vector>
 
 #include "controls/browse_for_folder.h"
@@ -25,6 +26,27 @@ constexpr std::size_t kFileDialogBuffer = 1024;  // limits how many names one se
 constexpr std::size_t kBehindTheBuffer = 0x10000;
 
 static_assert(kFileDialogBufferTooSmall == FNERR_BUFFERTOOSMALL);
+
+// Gives the process its current folder back. The file dialog makes the folder that it shows the
+// current one: relative paths in the list would name other files from then on, and the folder could
+// not be renamed or deleted as long as the program runs.
+class CurrentFolderKept {
+  public:
+    CurrentFolderKept() : folder_(::GetCurrentDirectoryW(0, nullptr), L'\0') {
+        folder_.resize(::GetCurrentDirectoryW(static_cast<DWORD>(folder_.size()), folder_.data()));
+    }
+    ~CurrentFolderKept() { ::SetCurrentDirectoryW(folder_.c_str()); }
+    CurrentFolderKept(const CurrentFolderKept&) = delete;
+    CurrentFolderKept& operator=(const CurrentFolderKept&) = delete;
+
+  private:
+    std::wstring folder_;
+};
+
+bool ShowFileDialog(OPENFILENAMEW& dialog) {
+    const CurrentFolderKept current_folder;
+    return ::GetOpenFileNameW(&dialog) != FALSE;
+}
 
 }  // namespace
 
@@ -52,7 +74,7 @@ void frmMain::mnuFileAddFiles_Click() {
     dialog.nMaxFile = kFileDialogBuffer;
     dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                    OFN_NOREADONLYRETURN | OFN_EXPLORER;
-    const bool chosen = ::GetOpenFileNameW(&dialog) != FALSE;
+    const bool chosen = ShowFileDialog(dialog);
     const DWORD code = chosen ? 0 : ::CommDlgExtendedError();
     const FileDialogEnd end = EndOfFileDialog(code);
     if (end == FileDialogEnd::kFailed) {

@@ -32,12 +32,6 @@ using ::testing::IsEmpty;
 
 class MainWindowDialogs : public MainWindowTest {
   protected:
-    MainWindowDialogs() {
-        ::GetCurrentDirectoryW(static_cast<DWORD>(folder_before_.size()), folder_before_.data());
-    }
-    // The file dialog makes the folder that it shows this process's, which keeps it from going.
-    ~MainWindowDialogs() override { ::SetCurrentDirectoryW(folder_before_.data()); }
-
     // The place for names in the file dialog, once the dialog shows a folder.
     static HWND NameEdit() {
         const auto shows_folder = [](HWND child) { return ClassOf(child) == L"SHELLDLL_DefView"; };
@@ -87,9 +81,15 @@ class MainWindowDialogs : public MainWindowTest {
         return path;
     }
 
+    // The folder that relative paths are read from.
+    static std::wstring CurrentFolder() {
+        std::array<wchar_t, MAX_PATH> folder{};
+        ::GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data());
+        return folder.data();
+    }
+
     OleSession ole_;
     RealTree tree_;
-    std::array<wchar_t, MAX_PATH> folder_before_{};
 };
 
 TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
@@ -99,6 +99,15 @@ TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
     AddFiles({tree_.Root(), "\"a.txt\" \"b c.txt\""});
     EXPECT_THAT(RowTexts(), ElementsAre(a, b));
     EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+TEST_F(MainWindowDialogs, TheFileDialogLeavesTheCurrentFolderAsItWas) {
+    Load();
+    FileInBoth("a.txt");
+    const std::wstring before = CurrentFolder();
+    AddFiles({tree_.Root(), "\"a.txt\""});
+    ASSERT_EQ(RowTexts().size(), 1U);
+    EXPECT_EQ(CurrentFolder(), before);
 }
 
 TEST_F(MainWindowDialogs, MoreNamesThanTheFileDialogCanReturnAddNothingAndThatIsTold) {
