@@ -47,8 +47,10 @@ int ListView::ColumnWidth(std::size_t column) const {
 }
 
 void ListView::SetColumnWidth(std::size_t column, int width) {
-    if (ColumnWidth(column) != width) {
-        Send(LVM_SETCOLUMNWIDTH, column, width);
+    // The control takes a negative width for a wish to size the column by what it holds.
+    const int wanted = std::max(0, width);
+    if (ColumnWidth(column) != wanted) {
+        Send(LVM_SETCOLUMNWIDTH, column, wanted);
     }
 }
 

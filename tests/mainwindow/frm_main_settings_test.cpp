@@ -157,6 +157,15 @@ TEST_F(FrmMainSettings, PlaceWidthsAndOptionsAreFoundAgain) {
     EXPECT_TRUE(last_resort_.reports.empty());
 }
 
+TEST_F(FrmMainSettings, ANegativeStoredWidthIsWidenedAsAnyNarrowOne) {
+    for (const char* width : {"-1", "-2", "-5"}) {
+        settings_.WriteText("2ColumnWidth", width);
+        Start();
+        EXPECT_EQ(window_->lvwItems.ColumnWidth(1), 10) << width;
+        window_->Close();
+    }
+}
+
 TEST_F(FrmMainSettings, AlwaysOnTopMakesTheWindowTopmost) {
     Start();
     if (OwnsWindowsFromTheStart()) {
