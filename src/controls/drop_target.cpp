@@ -30,7 +30,8 @@ class DropTarget::Shim final : public ComObject<IDropTarget> {
         }
         const ComPtr<Shim> self(this);  // the sink may end the registration
         EndDrag();
-        data_ = std::make_shared<ReceivedDragData>(*data);
+        // Without it the sink is not asked, and the drag refused.
+        Guarded(window_, [&] { data_ = std::make_shared<ReceivedDragData>(*data); });
         Notify(key_state, point, *effect, drag_state::kEnter);
         if (IDropTargetHelper* helper = Helper()) {
             POINT screen{point.x, point.y};

@@ -6,12 +6,14 @@
 
 #include <functional>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "controls/drop_files.h"
 #include "platform/program_error.h"
 #include "support/com_testing.h"
 #include "support/drop_files_block.h"
+#include "support/failing_allocation.h"
 #include "support/last_resort_recorder.h"
 #include "support/test_form.h"
 
@@ -228,6 +230,25 @@ TEST_F(DropTargetTest, AnExceptionOfTheHostRefusesTheDropAndIsReported) {
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
     ASSERT_EQ(recorder.reports.size(), 2U);
     EXPECT_EQ(recorder.reports[0].description, "host failed");
+}
+
+TEST_F(DropTargetTest, ADragForWhichThereIsNoMemoryIsRefusedAndReported) {
+    LastResortRecorder recorder;
+    DWORD effect = DROPEFFECT_COPY;
+    HRESULT result = E_UNEXPECTED;
+    bool failed = false;
+    try {
+        const FailingAllocation no_memory;
+        result = target_->DragEnter(data_.Get(), MK_LBUTTON, {0, 0}, &effect);
+        failed = FailingAllocation::Failed();
+    } catch (const std::bad_alloc&) {
+        ADD_FAILURE() << "an exception reached the system";
+    }
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(result, S_OK);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+    EXPECT_THAT(sink_.calls, IsEmpty());
+    EXPECT_EQ(recorder.reports.size(), 1U);
 }
 
 TEST_F(DropTargetTest, MissingArgumentsAreRefused) {
