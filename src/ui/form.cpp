@@ -20,9 +20,16 @@ bool WantsKey(const MSG& message) {
     return (code & DLGC_WANTMESSAGE) != 0;
 }
 
-BOOL CALLBACK TellOfNewColours(HWND child, LPARAM /*unused*/) {
-    ::SendMessageW(child, WM_SYSCOLORCHANGE, 0, 0);
+BOOL CALLBACK SendTo(HWND control, LPARAM handed_on) {
+    const auto& message = *reinterpret_cast<const MSG*>(handed_on);
+    ::SendMessageW(control, message.message, message.wParam, message.lParam);
     return TRUE;
+}
+
+// Sends the message to every control of the window, also to those inside others.
+void HandOnToControls(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const MSG handed_on{window, message, wparam, lparam, 0, {}};
+    ::EnumChildWindows(window, SendTo, reinterpret_cast<LPARAM>(&handed_on));
 }
 
 bool Pressable(const Button* button) {
@@ -157,8 +164,10 @@ LRESULT Form::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
             return 0;
         }
         case WM_SYSCOLORCHANGE:
-            // Only top-level windows are told; the common controls keep the old colours otherwise.
-            ::EnumChildWindows(window, TellOfNewColours, 0);
+        case WM_SETTINGCHANGE:
+            // Only top-level windows are told. The common controls keep the old colours otherwise,
+            // and the pickers show dates in another form than they are read in.
+            HandOnToControls(window, message, wparam, lparam);
             return 0;
         case WM_GETFONT:
             return reinterpret_cast<LRESULT>(font_);

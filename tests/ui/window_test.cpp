@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "platform/program_error.h"
 #include "support/pump.h"
@@ -276,6 +278,26 @@ TEST(FormTest, NewSystemColoursReachEveryControlAlsoInsideAPanel) {
     watch.RegisterMessages(button.Handle(), {WM_SYSCOLORCHANGE});
     form.Send(WM_SYSCOLORCHANGE);
     EXPECT_EQ(told, 1);
+}
+
+TEST(FormTest, ChangedSettingsOfTheSystemReachEveryControlAlsoInsideAPanel) {
+    TestForm form;
+    Panel panel;
+    Button button;
+    panel.Create(form, {});
+    button.Create(panel, {.text = "b"});
+    std::vector<std::pair<WPARAM, LPARAM>> told;
+    Subclasser watch;
+    watch.WndProc = [&told](HWND, UINT, WPARAM wparam, LPARAM lparam) -> std::optional<LRESULT> {
+        told.emplace_back(wparam, lparam);
+        return std::nullopt;
+    };
+    watch.RegisterMessages(button.Handle(), {WM_SETTINGCHANGE});
+    const std::pair<WPARAM, LPARAM> change(SPI_SETNONCLIENTMETRICS,
+                                           reinterpret_cast<LPARAM>(L"intl"));
+    form.Send(WM_SETTINGCHANGE, change.first, change.second);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0], change);
 }
 
 TEST(FormTest, AModalFormDisablesItsOwnerUntilItIsGone) {
