@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "support/park_pointer.h"
 #include "support/real_tree.h"
 #include "support/remote_tidemark.h"
 #include "support/settings_guard.h"
@@ -61,6 +62,8 @@ void MakeManyFiles(RealTree& tree, int folders, int files_in_each);
 class EndToEnd : public testing::Test {
   protected:
     static constexpr std::chrono::seconds kWait{60};
+
+    EndToEnd() { ParkPointer(); }
 
     [[nodiscard]] static RemoteTidemark Start(const std::string& arguments);
     // Presses Stamp, waits for the end and keeps the list.

@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <ole2.h>
 
+#include "support/park_pointer.h"
 #include "ui/last_resort.h"
 
 namespace {
@@ -15,6 +16,10 @@ namespace {
 void FailOnReport(const tidemark::LastResortReport& report) {
     ADD_FAILURE() << "reached the last resort: " << report.Text();
 }
+
+class PointerParker final : public ::testing::EmptyTestEventListener {
+    void OnTestStart(const ::testing::TestInfo& /*test*/) override { tidemark::ParkPointer(); }
+};
 
 }  // namespace
 
@@ -28,6 +33,8 @@ int main(int argc, char** argv) {
     controls.dwICC = ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES;
     ::InitCommonControlsEx(&controls);
     tidemark::SetLastResortReporter(FailOnReport);
+    // The list of listeners owns what is in it.
+    ::testing::UnitTest::GetInstance()->listeners().Append(new PointerParker);
     const int result = RUN_ALL_TESTS();
     ::OleUninitialize();
     return result;

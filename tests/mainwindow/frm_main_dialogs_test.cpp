@@ -15,6 +15,7 @@
 #include "support/menu_captions.h"
 #include "support/modal_driver.h"
 #include "support/open_windows.h"
+#include "support/park_pointer.h"
 #include "support/real_tree.h"
 #include "support/refused_windows.h"
 #include "support/shell_link.h"
@@ -175,7 +176,8 @@ TEST_F(MainWindowDialogs, ARightClickOnRowsOfOneFolderShowsTheShellsMenuBelowOpe
                             return true;
                         }},
                        [] { ::EndMenu(); });
-    ::SetCursorPos(1200, 850);  // over the menu it would choose
+    // The menu opens at the pointer: in the corner only its border is below it.
+    ParkPointer();
     Main().lvwItems.on_mouse_down({.button = kRightButton});
     Main().lvwItems.on_mouse_up({.button = kRightButton});
     ASSERT_GT(captions.size(), 3U) << "the shell's entries are there";
