@@ -12,6 +12,7 @@
 #include "endtoend/end_to_end.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
+#include "support/paused_thread.h"
 #include "support/poll_until.h"
 #include "support/remote_errors_window.h"
 
@@ -38,31 +39,6 @@ std::string UpperCase(std::string text) {
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     return text;
 }
-
-// The thread of the program's windows, which runs only in between.
-class PausedThread {
-  public:
-    explicit PausedThread(HWND window)
-        : thread_(::OpenThread(THREAD_SUSPEND_RESUME, FALSE,
-                               ::GetWindowThreadProcessId(window, nullptr))) {
-        ::SuspendThread(thread_);
-    }
-    ~PausedThread() {
-        ::ResumeThread(thread_);
-        ::CloseHandle(thread_);
-    }
-    PausedThread(const PausedThread&) = delete;
-    PausedThread& operator=(const PausedThread&) = delete;
-
-    void RunABit() const {
-        ::ResumeThread(thread_);
-        ::Sleep(1);
-        ::SuspendThread(thread_);
-    }
-
-  private:
-    HANDLE thread_;
-};
 
 // Cells of one row.
 using Row = std::vector<std::string>;

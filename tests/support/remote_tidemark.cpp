@@ -112,10 +112,6 @@ bool RemoteTidemark::WaitForCounts(int rows, std::chrono::milliseconds limit) co
     });
 }
 
-bool RemoteTidemark::WaitForStamping(std::chrono::milliseconds limit) const {
-    return PollUntil(limit, [this] { return cmdStamp().Text() == "Cancel"; });
-}
-
 std::optional<RemoteWindow> RemoteTidemark::Shown(const std::wstring& class_name) const {
     for (const RemoteWindow& window : TopLevelWindows(*process_)) {
         if (window.Visible() && window.ClassName() == class_name) {

@@ -37,8 +37,6 @@ class RemoteTidemark {
 
     // Waits until the list has this many rows and none of them is being counted any more.
     [[nodiscard]] bool WaitForCounts(int rows, std::chrono::milliseconds limit) const;
-    // Waits until the Stamp button reads "Cancel".
-    [[nodiscard]] bool WaitForStamping(std::chrono::milliseconds limit) const;
     // Waits until a message box of the program is open; its text, or nothing after the time.
     [[nodiscard]] std::optional<std::string> WaitForBox(std::chrono::milliseconds limit) const;
     // Presses the button of the open message box that has this id (IDNO ...), and waits until the
