@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "platform/win32/win32_timer_source.h"
 #include "support/pump.h"
 #include "support/test_form.h"
+#include "ui/subclasser.h"
 
 namespace tidemark {
 namespace {
@@ -87,11 +89,18 @@ TEST_F(FrmSplashTest, FadesOutAndGoesWhileATraceIsStillToBeSeen) {
     splash_.SetVisible(true);
     splash_.FadeIn();
     ASSERT_TRUE(PumpUntil([&] { return splash_.Alpha() == 255; }));
+    int at_end = -1;
+    Subclasser watch;
+    watch.RegisterMessages(splash_.Handle(), {WM_DESTROY});
+    watch.WndProc = [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        at_end = OpacityOf(splash_);
+        return std::nullopt;
+    };
     splash_.FadeOut();
     const std::vector<int> seen = OpacitiesUntil(splash_, [&] { return !splash_.Exists(); });
     EXPECT_THAT(std::set<int>(seen.begin(), seen.end()),
                 IsSubsetOf({255, 223, 191, 159, 127, 95, 63, 31}));
-    EXPECT_EQ(seen.back(), 31);
+    EXPECT_EQ(at_end, 31);
     EXPECT_EQ(splash_.Alpha(), 31);
 }
 

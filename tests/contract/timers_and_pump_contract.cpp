@@ -80,7 +80,7 @@ TEST_P(TimersContract, ShorterIntervalsTickFirst) {
     std::string order;
     std::vector<std::unique_ptr<TimerObject>> timers;
     std::vector<std::unique_ptr<FunctionSink>> sinks;
-    for (const std::uint32_t interval : {120U, 20U, 70U}) {
+    for (const std::uint32_t interval : {320U, 20U, 170U}) {
         const std::size_t index = timers.size();
         sinks.push_back(std::make_unique<FunctionSink>([&, index, interval] {
             timers[index]->SetEnabled(false);
@@ -88,8 +88,8 @@ TEST_P(TimersContract, ShorterIntervalsTickFirst) {
         }));
         timers.push_back(Armed(*sinks.back(), interval));
     }
-    EXPECT_TRUE(system_->RunUntil([&] { return order.size() >= 10; }));
-    EXPECT_EQ(order, "20 70 120 ");
+    EXPECT_TRUE(system_->RunUntil([&] { return order.size() >= 11; }));
+    EXPECT_EQ(order, "20 170 320 ");
 }
 
 TEST_P(TimersContract, ADestroyedTimerTicksNoMore) {

@@ -10,6 +10,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "endtoend/end_to_end.h"
@@ -65,9 +66,17 @@ std::optional<SeenStart> WatchStart(const RemoteProcess& process, milliseconds l
     SeenStart seen;
     HWND splash = nullptr;
     std::optional<Clock::time_point> opaque;
-    std::optional<Clock::time_point> main_shown;
+    struct Between {
+        Clock::time_point after;
+        Clock::time_point by;
+    };
+    std::optional<Between> main_shown;
     std::optional<Clock::time_point> fading;
+    // What is seen has come about since the look before. Counted from there, a span may seem longer
+    // when looks come late, but never shorter than it was.
+    Clock::time_point this_look = Clock::now();
     const bool gone = PollUntil(limit, [&] {
+        const Clock::time_point look_before = std::exchange(this_look, Clock::now());
         at_each_look();
         if (splash == nullptr) {
             const auto found = FindWindowOf(process, L"frmSplash");
@@ -82,18 +91,21 @@ std::optional<SeenStart> WatchStart(const RemoteProcess& process, milliseconds l
         if (!::IsWindow(splash)) {
             return true;
         }
+        // Looked for before the opacity, which may have become full by the time of another look.
+        const auto main = seen.main == nullptr ? FindWindowOf(process, L"frmMain") : std::nullopt;
+        const bool main_comes = main && main->Visible();
         BYTE opacity = 0;
         if (::GetLayeredWindowAttributes(splash, nullptr, &opacity, nullptr) &&
             (seen.opacities.empty() || seen.opacities.back() != opacity)) {
             seen.opacities.push_back(opacity);
         }
         if (opacity == 255 && !opaque) {
-            opaque = Clock::now();
+            opaque = look_before;
         }
         if (seen.main == nullptr) {
-            if (const auto main = FindWindowOf(process, L"frmMain"); main && main->Visible()) {
+            if (main_comes) {
                 seen.main = main->Handle();
-                main_shown = Clock::now();
+                main_shown = {.after = look_before, .by = Clock::now()};
                 seen.main_before_opaque = !opaque;
             }
         } else {
@@ -108,9 +120,9 @@ std::optional<SeenStart> WatchStart(const RemoteProcess& process, milliseconds l
     if (!gone || !opaque || !main_shown) {
         return std::nullopt;
     }
-    seen.opaque_to_main = std::chrono::duration_cast<milliseconds>(*main_shown - *opaque);
+    seen.opaque_to_main = std::chrono::duration_cast<milliseconds>(main_shown->by - *opaque);
     if (fading) {
-        seen.main_to_fade = std::chrono::duration_cast<milliseconds>(*fading - *main_shown);
+        seen.main_to_fade = std::chrono::duration_cast<milliseconds>(*fading - main_shown->after);
     }
     if (const auto errors = FindWindowOf(process, L"frmErrors")) {
         seen.errors = errors->Handle();

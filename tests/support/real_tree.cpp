@@ -24,7 +24,11 @@ namespace {
 std::string TemporaryFolder() {
     std::array<wchar_t, MAX_PATH + 1> folder{};
     ::GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
-    return Utf8FromWide(folder.data());
+    // The environment may have it with short names, and the shell answers with long ones.
+    std::array<wchar_t, MAX_PATH + 1> full{};
+    const DWORD length =
+        ::GetLongPathNameW(folder.data(), full.data(), static_cast<DWORD>(full.size()));
+    return Utf8FromWide(length == 0 || length > full.size() ? folder.data() : full.data());
 }
 
 // Of either record in which the system tells of an entry.
@@ -181,11 +185,12 @@ void RealTree::SettleAccessTimes() const {
          folder.erase(folder.rfind('\\'))) {
         folders.push_back(folder);
     }
-    // A system that does not note reading at all changes no time either.
-    static_cast<void>(PollUntil(std::chrono::milliseconds(100), [&folders] {
-        std::erase_if(folders, ReadIsNoted);
-        return folders.empty();
-    }));
+    // A system that does not note reading at all changes no time either; it is found out once.
+    static bool notes_reading = true;
+    notes_reading = notes_reading && PollUntil(std::chrono::seconds(2), [&folders] {
+                        std::erase_if(folders, ReadIsNoted);
+                        return folders.empty();
+                    });
 }
 
 std::map<std::string, TreeEntry> RealTree::Entries() const {

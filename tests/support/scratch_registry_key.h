@@ -15,6 +15,8 @@ class ScratchRegistryKey {
         static int made = 0;
         path_ = "Software\\Tidemark-Test-" + std::to_string(GetCurrentProcessId()) + "-" +
                 std::to_string(++made);
+        // An earlier process of the same number may have been killed.
+        RegDeleteTreeW(HKEY_CURRENT_USER, WidePath().c_str());
     }
     ~ScratchRegistryKey() { RegDeleteTreeW(HKEY_CURRENT_USER, WidePath().c_str()); }
     ScratchRegistryKey(const ScratchRegistryKey&) = delete;
