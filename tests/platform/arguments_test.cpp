@@ -30,5 +30,19 @@ TEST(ArgumentsOf, QuotesInsideTheNameKeepItTogether) {
     EXPECT_EQ(ArgumentsOf(R"(C:\"Program Files"\tidemark.exe C:\a)"), R"(C:\a)");
 }
 
+TEST(ProgramOf, IsTheFirstWordWithoutQuotes) {
+    EXPECT_EQ(ProgramOf(R"(explorer ,"C:\a b",/select)"), "explorer");
+    EXPECT_EQ(ProgramOf("explorer\t/e"), "explorer");
+    EXPECT_EQ(ProgramOf(R"("C:\Program Files\tidemark.exe"  "C:\a b")"),
+              R"(C:\Program Files\tidemark.exe)");
+    EXPECT_EQ(ProgramOf(R"(C:\"Program Files"\tidemark.exe C:\a)"),
+              R"(C:\Program Files\tidemark.exe)");
+}
+
+TEST(ProgramOf, IsEmptyWhereTheCommandLineBeginsWithABlankOrNotAtAll) {
+    EXPECT_EQ(ProgramOf(""), "");
+    EXPECT_EQ(ProgramOf(" explorer"), "");
+}
+
 }  // namespace
 }  // namespace tidemark
