@@ -1,6 +1,5 @@
 #include "errors/frm_errors.h"
 
-#include <array>
 #include <utility>
 
 #include "controls/list_popup.h"
@@ -16,25 +15,6 @@ namespace {
 
 constexpr Size kWindowSize{640, 480};
 constexpr Bounds kLabelBounds{8, 8, 600, 16};
-
-// The widths of a list whose window is about to go.
-class WidthsBeforeTheEnd final : public ListColumns {
-  public:
-    explicit WidthsBeforeTheEnd(const ListColumns& list) {
-        for (int i = 0; i < kCount; ++i) {
-            widths_[static_cast<std::size_t>(i)] = list.ColumnWidth(i);
-        }
-    }
-    [[nodiscard]] std::int32_t ColumnWidth(int column) const override {
-        return widths_.at(static_cast<std::size_t>(column));
-    }
-    void SetColumnWidth(int column, std::int32_t width) override {
-        widths_.at(static_cast<std::size_t>(column)) = width;
-    }
-
-  private:
-    std::array<std::int32_t, kCount> widths_{};
-};
 
 }  // namespace
 
@@ -71,9 +51,12 @@ void frmErrors::Unload() {
     if (!Exists()) {
         return;
     }
-    const WidthsBeforeTheEnd widths(*this);
-    Destroy();
-    SaveColumnWidths(services_.settings, widths, ColumnSet::kErrorsList);
+    struct WindowEnd {
+        Form& form;
+        ~WindowEnd() { form.Destroy(); }
+    };
+    const WindowEnd end{*this};
+    SaveColumnWidths(services_.settings, *this, ColumnSet::kErrorsList);
 }
 
 void frmErrors::AddFromCollection(StampErrorList errors) {

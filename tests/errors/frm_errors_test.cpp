@@ -9,6 +9,7 @@
 #include "controls/fake_shell.h"
 #include "platform/memory/memory_settings_store.h"
 #include "platform/memory/memory_system.h"
+#include "platform/program_error.h"
 #include "platform/win32/wide_text.h"
 #include "support/fake_command_runner.h"
 #include "support/fake_drag_data.h"
@@ -132,6 +133,12 @@ TEST_F(FrmErrorsTest, WidthsAreThoseOfTheStoreAndSavedWhenTheProgramUnloadsTheWi
 
     Load();
     EXPECT_EQ(window_->Columns().ColumnWidth(1), 77);
+}
+
+TEST_F(FrmErrorsTest, AStoreThatRefusesTheWidthsKeepsTheWindowFromNoEnd) {
+    settings_.FailWrites(5);
+    EXPECT_THROW(window_->Unload(), ProgramError);
+    EXPECT_FALSE(window_->Exists());
 }
 
 TEST_F(FrmErrorsTest, TheListFollowsTheWindowAndOverlapsTheStatusBarByTwoPixels) {
