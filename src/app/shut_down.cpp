@@ -3,6 +3,7 @@
 #include "platform/attempt.h"
 
 namespace tidemark {
+
 void ShutDownSequence::ShutDown(bool unload_main) {
     begun_ = true;
     for (const std::string& name : windows_.Names()) {

@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-// The local day number that a date and a time picker stand for together: the date of
-// the one and the time of the other. Seconds are dropped: stamped times are whole minutes.
+// The local day number that a date and a time picker stand for together: the date of the one and
+// the time of the other. Seconds are dropped: stamped times are whole minutes.
 //
 // Both parts go through text: the date is written month first and read back in the locale's own
 // order, so that a day-first locale reads the third of April as the fourth of March, and takes

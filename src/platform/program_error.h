@@ -32,8 +32,8 @@ inline constexpr std::int32_t kOverflow = 6;
 inline constexpr std::int32_t kOutOfMemory = 7;
 inline constexpr std::int32_t kTypeMismatch = 13;
 inline constexpr std::int32_t kInternalError = 51;
-inline constexpr std::int32_t kMoveOfMinimisedOrMaximised = 384;
 inline constexpr std::int32_t kObjectNotSet = 91;
+inline constexpr std::int32_t kMoveOfMinimisedOrMaximised = 384;
 inline constexpr std::int32_t kDuplicateKey = 35602;
 inline constexpr std::int32_t kImageListNotInitialised = 35613;
 }  // namespace error_number

@@ -25,8 +25,8 @@ class ControlRegistry {
     [[nodiscard]] int NextId() { return next_id_++; }
 
     // Hands a message that a control sent to its parent (a notification, a command, a question for
-    // colours) to the control's own wrapper. Empty when the message is none of
-    // these, comes from a stranger, or the wrapper leaves it to the parent.
+    // colours) to the control's own wrapper. Empty when the message is none of these, comes from a
+    // stranger, or the wrapper leaves it to the parent.
     std::optional<LRESULT> Reflect(UINT message, WPARAM wparam, LPARAM lparam) const;
 
   private:

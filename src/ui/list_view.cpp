@@ -106,11 +106,11 @@ void ListView::EmptyStateChanged() {
 }
 
 // Any message makes the window catch up, before the message itself; this sees to it that one comes.
-void ListView::CatchUpLater(bool& with) {
+void ListView::CatchUpLater(bool& what_changed) {
     if (!rows_appended_ && !rows_changed_ && !selection_changed_) {
         Post(WM_NULL);
     }
-    with = true;
+    what_changed = true;
 }
 
 void ListView::CatchUp() {

@@ -77,7 +77,7 @@ class ListView : public Control, private ListModelObserver {
     void PressRight(Point at, int shift);
     [[nodiscard]] bool MovedEnough(Point at, WPARAM buttons) const;
 
-    void CatchUpLater(bool& with);
+    void CatchUpLater(bool& what_changed);
     void CatchUp();
     void ShowRowCount();
     void ShowSelection();
