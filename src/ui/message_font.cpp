@@ -36,13 +36,13 @@ std::string MessageFontName() {
     return std::string(TrimNull(Utf8FromWide({metrics.lfMessageFont.lfFaceName, LF_FACESIZE})));
 }
 
-UniqueFont MakeFont(const std::string& face, double points, bool bold) {
+UniqueFont MakeFont(const std::string& face, double points) {
     // What the layout in pixels is made for. On a denser screen the system scales the whole window;
     // a font made for that screen's own resolution would outgrow its place instead.
     constexpr int kDotsPerInch = 96;
     LOGFONTW description{};
     description.lfHeight = static_cast<LONG>(-std::lround(points * kDotsPerInch / 72));
-    description.lfWeight = bold ? FW_BOLD : FW_NORMAL;
+    description.lfWeight = FW_NORMAL;
     description.lfCharSet = DEFAULT_CHARSET;
     description.lfQuality = DEFAULT_QUALITY;
     SetFace(description, WideFromUtf8(face));

@@ -14,7 +14,7 @@ namespace tidemark {
 
 // A font by face name and size in points, for the 96 pixels an inch that the layout is made for.
 // Throws ProgramError when it cannot be made.
-[[nodiscard]] UniqueFont MakeFont(const std::string& face, double points, bool bold = false);
+[[nodiscard]] UniqueFont MakeFont(const std::string& face, double points);
 
 // Gives the controls of a window the message font and owns the fonts made for that: it lives as
 // long as the window does.

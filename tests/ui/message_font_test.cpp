@@ -19,6 +19,13 @@ LOGFONTW DescriptionOf(const Window& window) {
     return description;
 }
 
+UniqueFont BoldOf(const UniqueFont& font) {
+    LOGFONTW description{};
+    ::GetObjectW(font.Get(), sizeof(description), &description);
+    description.lfWeight = FW_BOLD;
+    return UniqueFont(::CreateFontIndirectW(&description));
+}
+
 TEST(MessageFontTest, TheNameIsTheOneOfTheSystemsMessages) {
     NONCLIENTMETRICSA metrics{};
     metrics.cbSize = 340;
@@ -37,7 +44,7 @@ TEST(MessageFontTest, PointsBecomeThePixelsOfTheLayout) {
 
 TEST(MessageFontTest, EveryControlGetsTheFaceAndKeepsSizeWeightAndStyle) {
     const UniqueFont plain = MakeFont("Courier New", 8.25);
-    const UniqueFont bold = MakeFont("Courier New", 14, /*bold=*/true);
+    const UniqueFont bold = BoldOf(MakeFont("Courier New", 14));
     MessageFont message_font;
     TestForm form;
     form.SetFormFont(plain.Get());
