@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "lists/list_helpers.h"
+#include "platform/path_form.h"
 
 namespace tidemark {
 
@@ -18,8 +19,7 @@ std::string ContainingFolderCommand(const ListModel* list, FileSystemObject& fil
     return "explorer ,\"" + row->key + "\",/select";
 }
 
-bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system,
-                              UserLocale& locale) {
+bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system) {
     std::optional<std::string> common;
     for (std::size_t position = 0; position < list.Count(); ++position) {
         const ListRow& row = list.At(position);
@@ -29,7 +29,8 @@ bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_syst
         if (!PathExists(file_system, row.key)) {
             return false;
         }
-        const std::string parent = locale.LowerCase(file_system.ParentFolder(row.key));
+        // In lower case, as the key is.
+        const std::string parent = ParentPath(row.key);
         if (common && *common != parent) {
             return false;
         }

@@ -5,7 +5,6 @@
 
 #include "lists/list_model.h"
 #include "platform/file_system_object.h"
-#include "platform/user_locale.h"
 
 namespace tidemark {
 
@@ -19,8 +18,7 @@ namespace tidemark {
 
 // Whether every selected row is an existing file or folder and all of them lie in one folder. True
 // when nothing is selected.
-[[nodiscard]] bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system,
-                                            UserLocale& locale);
+[[nodiscard]] bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system);
 
 // The keys of the selected rows that exist as a file or a folder, in list order.
 [[nodiscard]] std::vector<std::string> ExistingSelectedPaths(const ListModel& list,

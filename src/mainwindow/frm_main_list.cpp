@@ -101,7 +101,7 @@ void frmMain::PopUpForSelection(Point at) {
         menu.PopUp(menu["mnuBadItemPopup"], *this, at);
         return;
     }
-    if (!SelectionLiesInOneFolder(rows, file_system, services_.common.platform.locale)) {
+    if (!SelectionLiesInOneFolder(rows, file_system)) {
         MenuItem& open = menu["mnuItemPopupOpenContainingFolder"];
         open.tag = ContainingFolderCommand(&rows, file_system);
         open.SetEnabled(!open.tag.empty());

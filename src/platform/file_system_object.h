@@ -22,10 +22,6 @@ class FileSystemObject {
     // The shell's type description of an existing file or folder ("Text Document"); where the
     // component cannot tell, the shell's own answer stands in. Empty for a path that is neither.
     [[nodiscard]] virtual std::string TypeName(const std::string& path) = 0;
-
-    // Path of the folder that holds the file or folder, without a trailing backslash except at a
-    // drive's root; empty when there is none.
-    [[nodiscard]] virtual std::string ParentFolder(const std::string& path) = 0;
 };
 
 // Whether the path names an existing file or folder.

@@ -200,7 +200,6 @@ class LoggedFileSystem : public FileSystemObject {
     bool FileExists(const std::string& /*path*/) override { return false; }
     bool FolderExists(const std::string& /*path*/) override { return false; }
     std::string TypeName(const std::string& /*path*/) override { return {}; }
-    std::string ParentFolder(const std::string& /*path*/) override { return {}; }
 
   private:
     CallLog& log_;

@@ -75,15 +75,6 @@ TEST_P(FileSystemObjectContract, FilesOfOneKindShareTheirTypeName) {
     EXPECT_EQ(object_.TypeName(folder + "\\"), object_.TypeName(folder));
 }
 
-TEST_P(FileSystemObjectContract, TheParentIsTheFolderThatHoldsTheEntry) {
-    const std::string file = NewFile("a.txt");
-    const std::string folder = NewFolder("sub");
-    EXPECT_EQ(object_.ParentFolder(file), system_->Folder());
-    EXPECT_EQ(object_.ParentFolder(folder + "\\"), system_->Folder());
-    EXPECT_EQ(object_.ParentFolder("C:\\a.txt"), "C:\\");
-    EXPECT_EQ(object_.ParentFolder("C:\\"), "");
-}
-
 TIDEMARK_ON_EVERY_PLATFORM(FileSystemObjectContract);
 
 }  // namespace

@@ -28,9 +28,6 @@ class CountingFileSystem final : public FileSystemObject {
         ++types_asked;
         return file_system_.TypeName(path);
     }
-    std::string ParentFolder(const std::string& path) override {
-        return file_system_.ParentFolder(path);
-    }
 
   private:
     FileSystemObject& file_system_;

@@ -43,7 +43,6 @@ class FakeFileSystem : public FileSystemObject {
         const auto file = files.find(path);
         return file != files.end() ? file->second : FolderExists(path) ? "File Folder" : "";
     }
-    std::string ParentFolder(const std::string& /*path*/) override { return {}; }
 };
 
 // Yields an icon for every path of a file system that exists, and keeps which were asked for.

@@ -11,13 +11,12 @@
 namespace tidemark {
 namespace {
 
-// Knows parents as they are written in the path; keeps which paths it was asked about.
-class ParentsFileSystem : public FakeFileSystem {
+// Keeps which paths it was asked about.
+class AskedFileSystem : public FakeFileSystem {
   public:
-    std::string ParentFolder(const std::string& path) override {
+    bool FileExists(const std::string& path) override {
         asked.push_back(path);
-        const std::string bare = path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
-        return bare.substr(0, bare.rfind('\\'));
+        return FakeFileSystem::FileExists(path);
     }
     std::vector<std::string> asked;
 };
@@ -33,12 +32,10 @@ class ShellServicesTest : public testing::Test {
         list_.Add(path, path);
     }
     [[nodiscard]] std::string Command() { return ContainingFolderCommand(&list_, file_system_); }
-    [[nodiscard]] bool OneFolder() {
-        return SelectionLiesInOneFolder(list_, file_system_, locale_);
-    }
+    [[nodiscard]] bool OneFolder() { return SelectionLiesInOneFolder(list_, file_system_); }
 
     MemoryUserLocale locale_;
-    ParentsFileSystem file_system_;
+    AskedFileSystem file_system_;
     ListModel list_{locale_};
 };
 
@@ -119,7 +116,7 @@ TEST_F(ShellServicesTest, DifferentParentsEndTheWalk) {
     AddFile(R"(c:\a\2)");
     list_.SelectAll();
     EXPECT_FALSE(OneFolder());
-    EXPECT_EQ(file_system_.asked.size(), 2U);
+    EXPECT_EQ(file_system_.asked, (std::vector<std::string>{R"(c:\a\1)", R"(c:\b\1)"}));
 }
 
 TEST_F(ShellServicesTest, AFolderAndAFileInsideItDoNotLieInOneFolder) {
@@ -136,21 +133,15 @@ TEST_F(ShellServicesTest, AVanishedRowEndsTheWalk) {
     file_system_.files.erase(R"(c:\a\2)");
     list_.SelectAll();
     EXPECT_FALSE(OneFolder());
-    EXPECT_EQ(file_system_.asked.size(), 1U);
+    EXPECT_EQ(file_system_.asked, (std::vector<std::string>{R"(c:\a\1)", R"(c:\a\2)"}));
 }
 
 TEST_F(ShellServicesTest, ParentsAreComparedWithoutRegardToCase) {
-    class RealCase : public ParentsFileSystem {
-        std::string ParentFolder(const std::string& path) override {
-            return path.ends_with('1') ? R"(C:\A)" : R"(c:\a)";
-        }
-    } file_system;
-    for (const char* path : {R"(c:\a\1)", R"(c:\a\2)"}) {
-        list_.Add(path, path);
-        file_system.files[path] = "File";
-    }
+    AddFile(R"(c:\a\1)");
+    file_system_.files[R"(c:\a\2)"] = "File";
+    list_.Add(R"(C:\A\2)", R"(C:\A\2)");
     list_.SelectAll();
-    EXPECT_TRUE(SelectionLiesInOneFolder(list_, file_system, locale_));
+    EXPECT_TRUE(OneFolder());
 }
 
 TEST_F(ShellServicesTest, SelectedPathsThatExistAreGivenInListOrder) {

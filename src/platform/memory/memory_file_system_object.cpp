@@ -1,7 +1,6 @@
 #include "platform/memory/memory_file_system_object.h"
 
 #include "platform/memory/fold_case.h"
-#include "platform/path_form.h"
 
 namespace tidemark {
 
@@ -40,10 +39,6 @@ std::string MemoryFileSystemObject::TypeName(const std::string& path) {
         c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
     }
     return extension + " File";
-}
-
-std::string MemoryFileSystemObject::ParentFolder(const std::string& path) {
-    return ParentPath(path);
 }
 
 }  // namespace tidemark

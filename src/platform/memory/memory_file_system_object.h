@@ -17,7 +17,6 @@ class MemoryFileSystemObject final : public FileSystemObject {
     bool FileExists(const std::string& path) override;
     bool FolderExists(const std::string& path) override;
     std::string TypeName(const std::string& path) override;
-    std::string ParentFolder(const std::string& path) override;
 
   private:
     const MemoryVolume& volume_;

@@ -2,7 +2,6 @@
 
 #include <string_view>
 
-#include "platform/path_form.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/system_path.h"
 #include "platform/win32/wide_text.h"
@@ -144,10 +143,6 @@ std::string Win32FileSystemObject::TypeName(const std::string& path) {
     return ShellTypeName(wide.substr(start, end - start),
                          file ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_DIRECTORY,
                          SHGFI_USEFILEATTRIBUTES);
-}
-
-std::string Win32FileSystemObject::ParentFolder(const std::string& path) {
-    return ParentPath(path);
 }
 
 HRESULT Win32FileSystemObject::Create() {

@@ -33,7 +33,6 @@ class Win32FileSystemObject final : public FileSystemObject {
     [[nodiscard]] bool FileExists(const std::string& path) override;
     [[nodiscard]] bool FolderExists(const std::string& path) override;
     [[nodiscard]] std::string TypeName(const std::string& path) override;
-    [[nodiscard]] std::string ParentFolder(const std::string& path) override;
 
   private:
     enum class Kind { kFile, kFolder };
