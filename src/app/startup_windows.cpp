@@ -2,6 +2,7 @@
 
 #include "app/load_once.h"
 #include "platform/program_error.h"
+#include "settings/mod_options.h"
 #include "ui/topmost.h"
 
 namespace tidemark {
@@ -36,7 +37,7 @@ void MainWindowAtStartup::LoadPosition(bool reset) {
 }
 
 bool MainWindowAtStartup::AlwaysOnTopChecked() const {
-    return LoadedWindow().IsChecked(OptionItem::mnuViewAlwaysOnTop);
+    return OptionIsOn(LoadedWindow(), Option::AlwaysOnTop);
 }
 
 void MainWindowAtStartup::Show() {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "controls/drop_target.h"
@@ -82,8 +83,8 @@ class frmMain final : public Form,
     void UpdateControls();
 
     // OptionsHost
-    [[nodiscard]] bool IsChecked(OptionItem item) const override;
-    void SetChecked(OptionItem item, bool checked) override;
+    [[nodiscard]] bool IsChecked(std::string_view item) const override;
+    void SetChecked(std::string_view item, bool checked) override;
     void ArrangeControls(bool showDateCreated, bool controlsOnTop) override;
     void SetTopmost(bool on) override;
     void Form_Resize() override;

@@ -4,40 +4,13 @@
 #include "ui/topmost.h"
 
 namespace tidemark {
-namespace {
 
-const char* NameOf(OptionItem item) {
-    switch (item) {
-        case OptionItem::mnuViewDateCreated:
-            return "mnuViewDateCreated";
-        case OptionItem::mnuViewControlsOnTop:
-            return "mnuViewControlsOnTop";
-        case OptionItem::mnuViewControlsOnBottom:
-            return "mnuViewControlsOnBottom";
-        case OptionItem::mnuViewAlwaysOnTop:
-            return "mnuViewAlwaysOnTop";
-        case OptionItem::mnuOptionsClearReadOnly:
-            return "mnuOptionsClearReadOnly";
-        case OptionItem::mnuOptionsSyncFolders:
-            return "mnuOptionsSyncFolders";
-        case OptionItem::mnuOptionsPrompt:
-            return "mnuOptionsPrompt";
-        case OptionItem::mnuOptionsClearAutomatically:
-            return "mnuOptionsClearAutomatically";
-        case OptionItem::mnuOptionsShowErrorsAutomatically:
-            return "mnuOptionsShowErrorsAutomatically";
-    }
-    return "";
+bool frmMain::IsChecked(std::string_view item) const {
+    return menu[item].Checked();
 }
 
-}  // namespace
-
-bool frmMain::IsChecked(OptionItem item) const {
-    return menu[NameOf(item)].Checked();
-}
-
-void frmMain::SetChecked(OptionItem item, bool checked) {
-    menu[NameOf(item)].SetChecked(checked);
+void frmMain::SetChecked(std::string_view item, bool checked) {
+    menu[item].SetChecked(checked);
 }
 
 void frmMain::SetTopmost(bool on) {

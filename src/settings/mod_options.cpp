@@ -64,48 +64,24 @@ void ArrangeControls(const SettingsStore& store, OptionsHost& host, Option chang
 }  // namespace
 
 const std::array<OptionDefinition, 8>& OptionDefinitions() {
-    using enum OptionItem;
     using enum OptionEffect;
     static constexpr std::array<OptionDefinition, 8> kDefinitions = {{
-        {Option::ShowDateCreated,
-         "ShowDateCreated",
-         mnuViewDateCreated,
-         {},
-         "False",
-         false,
+        {Option::ShowDateCreated, "ShowDateCreated", "mnuViewDateCreated", nullptr, "False", false,
          kLayout},
-        {Option::ControlsOnTop, "ControlsOnTop", mnuViewControlsOnTop, mnuViewControlsOnBottom,
+        {Option::ControlsOnTop, "ControlsOnTop", "mnuViewControlsOnTop", "mnuViewControlsOnBottom",
          "True", true, kLayout},
-        {Option::AlwaysOnTop, "AlwaysOnTop", mnuViewAlwaysOnTop, {}, "False", false, kTopmost},
-        {Option::ClearReadOnlyAttribute,
-         "ClearReadOnlyAttribute",
-         mnuOptionsClearReadOnly,
-         {},
-         "False",
-         false,
+        {Option::AlwaysOnTop, "AlwaysOnTop", "mnuViewAlwaysOnTop", nullptr, "False", false,
+         kTopmost},
+        {Option::ClearReadOnlyAttribute, "ClearReadOnlyAttribute", "mnuOptionsClearReadOnly",
+         nullptr, "False", false, kNone},
+        {Option::SyncFolderCreatedDates, "SyncFolderCreatedDates", "mnuOptionsSyncFolders", nullptr,
+         "True", true, kNone},
+        {Option::PromptWhenDone, "PromptWhenDone", "mnuOptionsPrompt", nullptr, "True", true,
          kNone},
-        {Option::SyncFolderCreatedDates,
-         "SyncFolderCreatedDates",
-         mnuOptionsSyncFolders,
-         {},
-         "True",
-         true,
-         kNone},
-        {Option::PromptWhenDone, "PromptWhenDone", mnuOptionsPrompt, {}, "True", true, kNone},
-        {Option::ClearAutomatically,
-         "ClearAutomatically",
-         mnuOptionsClearAutomatically,
-         {},
-         "True",
-         true,
-         kNone},
-        {Option::ShowErrorsAutomatically,
-         "ShowErrorsAutomatically",
-         mnuOptionsShowErrorsAutomatically,
-         {},
-         "True",
-         true,
-         kNone},
+        {Option::ClearAutomatically, "ClearAutomatically", "mnuOptionsClearAutomatically", nullptr,
+         "True", true, kNone},
+        {Option::ShowErrorsAutomatically, "ShowErrorsAutomatically",
+         "mnuOptionsShowErrorsAutomatically", nullptr, "True", true, kNone},
     }};
     return kDefinitions;
 }
@@ -124,8 +100,8 @@ void LoadOption(SettingsStore& store, OptionsHost& host, Option option, bool use
 void ApplyOption(SettingsStore& store, OptionsHost& host, Option option, bool value) {
     const OptionDefinition& definition = DefinitionOf(option);
     host.SetChecked(definition.item, value);
-    if (definition.opposite_item) {
-        host.SetChecked(*definition.opposite_item, !value);
+    if (definition.opposite_item != nullptr) {
+        host.SetChecked(definition.opposite_item, !value);
     }
     if (definition.effect == OptionEffect::kTopmost) {
         host.SetTopmost(value);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <optional>
 
 #include "platform/settings_store.h"
 #include "settings/options_host.h"
@@ -27,9 +26,9 @@ enum class OptionEffect { kNone, kLayout, kTopmost };
 struct OptionDefinition {
     Option option;
     const char* key;
-    OptionItem item;
-    std::optional<OptionItem> opposite_item;
-    const char* default_text;  // stands in for a missing key
+    const char* item;           // of the menu; its check mark is the live value
+    const char* opposite_item;  // always shows the opposite; null when there is none
+    const char* default_text;   // stands in for a missing key
     bool reset_value;
     OptionEffect effect;
 };

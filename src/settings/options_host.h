@@ -1,22 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace tidemark {
-
-// The menu items whose check marks are the live values of the options, by their names in the
-// window. mnuViewControlsOnBottom always shows the opposite of mnuViewControlsOnTop.
-enum class OptionItem {
-    mnuViewDateCreated,
-    mnuViewControlsOnTop,
-    mnuViewControlsOnBottom,
-    mnuViewAlwaysOnTop,
-    mnuOptionsClearReadOnly,
-    mnuOptionsSyncFolders,
-    mnuOptionsPrompt,
-    mnuOptionsClearAutomatically,
-    mnuOptionsShowErrorsAutomatically,
-};
 
 // The three column headers of a list, counted from 0; widths in the list's own units (pixels).
 class ListColumns {
@@ -33,8 +20,9 @@ class ListColumns {
 // What the options ask of the main window. Each operation may throw ProgramError.
 class OptionsHost {
   public:
-    [[nodiscard]] virtual bool IsChecked(OptionItem item) const = 0;
-    virtual void SetChecked(OptionItem item, bool checked) = 0;
+    // The check mark of a menu item, by its name in the window.
+    [[nodiscard]] virtual bool IsChecked(std::string_view item) const = 0;
+    virtual void SetChecked(std::string_view item, bool checked) = 0;
 
     // Arranges the pickers inside their panel.
     virtual void ArrangeControls(bool showDateCreated, bool controlsOnTop) = 0;

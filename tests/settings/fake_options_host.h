@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/program_error.h"
@@ -28,12 +30,12 @@ class FakeListColumns final : public ListColumns {
 // A main window without a window: keeps the check marks and writes down what it was asked to do.
 class FakeOptionsHost final : public OptionsHost {
   public:
-    [[nodiscard]] bool IsChecked(OptionItem item) const override {
+    [[nodiscard]] bool IsChecked(std::string_view item) const override {
         const auto found = checked.find(item);
         return found != checked.end() && found->second;
     }
-    void SetChecked(OptionItem item, bool value) override {
-        checked[item] = value;
+    void SetChecked(std::string_view item, bool value) override {
+        checked[std::string(item)] = value;
         for (const OptionDefinition& definition : OptionDefinitions()) {
             if (definition.item == item) {
                 steps.push_back(std::string("check ") + definition.key + Sign(value));
@@ -59,7 +61,7 @@ class FakeOptionsHost final : public OptionsHost {
         return errors_columns;
     }
 
-    std::map<OptionItem, bool> checked;
+    std::map<std::string, bool, std::less<>> checked;
     std::vector<std::string> steps;
     FakeListColumns item_columns;
     FakeListColumns errors_columns;

@@ -10,7 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using enum OptionItem;
 
 constexpr std::int32_t kAccessDenied = 5;
 
@@ -36,7 +35,7 @@ TEST_F(ModOptions, FirstRunHasTheDefaultsAndLeavesAllEightKeys) {
     Load();
     EXPECT_FALSE(On(Option::ShowDateCreated));
     EXPECT_TRUE(On(Option::ControlsOnTop));
-    EXPECT_FALSE(host_.IsChecked(mnuViewControlsOnBottom));
+    EXPECT_FALSE(host_.IsChecked("mnuViewControlsOnBottom"));
     EXPECT_FALSE(On(Option::AlwaysOnTop));
     EXPECT_FALSE(On(Option::ClearReadOnlyAttribute));
     EXPECT_TRUE(On(Option::SyncFolderCreatedDates));
@@ -91,7 +90,7 @@ TEST_F(ModOptions, StoredTextsBecomeTruthValuesAndAreRewritten) {
             EXPECT_EQ(On(definition.option), value) << definition.key << " = " << text;
             EXPECT_EQ(Stored(definition.key), value ? "True" : "False");
         }
-        EXPECT_EQ(host_.IsChecked(mnuViewControlsOnBottom), !value);
+        EXPECT_EQ(host_.IsChecked("mnuViewControlsOnBottom"), !value);
     }
 }
 
@@ -104,7 +103,7 @@ TEST_F(ModOptions, TenThousandCharactersAreJustAnotherBadText) {
 }
 
 TEST_F(ModOptions, ApplyingShowDateCreatedReadsControlsOnTopFromTheStore) {
-    host_.checked[mnuViewControlsOnTop] = true;
+    host_.checked["mnuViewControlsOnTop"] = true;
     store_.WriteText("ControlsOnTop", "0");
     store_.ForgetWrites();
     ApplyOption(store_, host_, Option::ShowDateCreated, true);
@@ -126,11 +125,11 @@ TEST_F(ModOptions, TheOtherLayoutOptionIsItsDefaultWhenMissingAndFalseWhenNoTrut
 
 TEST_F(ModOptions, ControlsOnBottomStoresFalseAndUsesTheStoredShowDateCreated) {
     store_.WriteText("ShowDateCreated", "True");
-    host_.checked[mnuViewDateCreated] = false;
+    host_.checked["mnuViewDateCreated"] = false;
     ApplyOption(store_, host_, Option::ControlsOnTop, false);
     EXPECT_EQ(Stored("ControlsOnTop"), "False");
-    EXPECT_FALSE(host_.IsChecked(mnuViewControlsOnTop));
-    EXPECT_TRUE(host_.IsChecked(mnuViewControlsOnBottom));
+    EXPECT_FALSE(host_.IsChecked("mnuViewControlsOnTop"));
+    EXPECT_TRUE(host_.IsChecked("mnuViewControlsOnBottom"));
     EXPECT_EQ(host_.steps.back(), "arrange on off");
 }
 
@@ -144,7 +143,7 @@ TEST_F(ModOptions, AlwaysOnTopMakesTheWindowTopmostAndNoLonger) {
 
 TEST_F(ModOptions, TogglingFollowsTheCheckMarkNotTheStore) {
     store_.WriteText("PromptWhenDone", "True");
-    host_.checked[mnuOptionsPrompt] = false;
+    host_.checked["mnuOptionsPrompt"] = false;
     ToggleOption(store_, host_, Option::PromptWhenDone);
     EXPECT_TRUE(On(Option::PromptWhenDone));
     ToggleOption(store_, host_, Option::PromptWhenDone);
