@@ -75,13 +75,16 @@ void frmMain::mnuFileAddFiles_Click() {
     dialog.Flags = OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                    OFN_NOREADONLYRETURN | OFN_EXPLORER;
     const bool chosen = ShowFileDialog(dialog);
-    const DWORD code = chosen ? 0 : ::CommDlgExtendedError();
-    const FileDialogEnd end = EndOfFileDialog(code);
-    if (end == FileDialogEnd::kFailed) {
-        throw ProgramError(static_cast<std::int32_t>(code), "The file dialog cannot be opened");
+    bool too_many = names[kFileDialogBuffer] != 0 || names[kFileDialogBuffer - 1] != 0;
+    if (!chosen) {
+        const DWORD code = ::CommDlgExtendedError();
+        const FileDialogEnd end = EndOfFileDialog(code);
+        if (end == FileDialogEnd::kFailed) {
+            throw ProgramError(static_cast<std::int32_t>(code), "The file dialog cannot be opened");
+        }
+        too_many = too_many || end == FileDialogEnd::kTooManyNames;
     }
-    if (end == FileDialogEnd::kTooManyNames || names[kFileDialogBuffer] != 0 ||
-        names[kFileDialogBuffer - 1] != 0) {
+    if (too_many) {
         services_.boxes.Show(this, {.text = "Too many files were chosen at once, so none was "
                                             "added. Choose fewer files, or add their folder.",
                                     .icon = BoxIcon::kWarning});
