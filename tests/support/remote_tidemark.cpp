@@ -10,6 +10,8 @@ namespace {
 constexpr const wchar_t* kMainClass = L"frmMain";
 constexpr const wchar_t* kMessageBoxClass = L"#32770";
 constexpr std::chrono::seconds kStartLimit{60};
+constexpr std::chrono::seconds kMenuOpens{10};
+constexpr std::chrono::milliseconds kMenuStays{150};
 
 bool IsCheckBox(const RemoteWindow& button) {
     const DWORD kind = button.Style() & BS_TYPEMASK;
@@ -140,8 +142,13 @@ bool RemoteTidemark::OpenMenu(char menu, std::chrono::milliseconds limit) const 
     if (!in_front) {
         return false;
     }
-    Main().Post(WM_SYSCOMMAND, SC_KEYMENU, menu);
-    return PollUntil(limit, [this] { return MenuIsOpen(); });
+    // What the display tells late of the focus ends a menu, too, and the keys meant for it would go
+    // to the window: one that does not stay open is opened again.
+    return PollUntil(limit, [this, menu] {
+        Main().Post(WM_SYSCOMMAND, SC_KEYMENU, menu);
+        return PollUntil(kMenuOpens, [this] { return MenuIsOpen(); }) &&
+               !PollUntil(kMenuStays, [this] { return !MenuIsOpen(); });
+    });
 }
 
 bool RemoteTidemark::ChooseFromMenu(char menu, int item, std::chrono::milliseconds limit) const {
