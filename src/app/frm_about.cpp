@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "ui/topmost.h"
+#include "ui/window_end.h"
 
 namespace tidemark {
 namespace {
@@ -60,11 +61,7 @@ void frmAbout::ShowUntilClosed(const Window& owner, bool topmost) {
     if (Exists()) {
         return;
     }
-    struct Unload {
-        Form& form;
-        ~Unload() { form.Destroy(); }
-    };
-    const Unload unload{*this};
+    const WindowEnd end(*this);
     Form_Load(owner);
     if (topmost) {
         SetTopmost(*this, true);

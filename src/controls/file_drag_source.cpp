@@ -25,17 +25,12 @@ class DropSource final : public ComObject<IDropSource> {
     }
 
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape_pressed, DWORD key_state) override {
-        switch (NextDragStep(escape_pressed != FALSE, key_state, button_)) {
-            case DragStep::kDrop:
-                loop_.reset();
-                return DRAGDROP_S_DROP;
-            case DragStep::kCancel:
-                loop_.reset();
-                return DRAGDROP_S_CANCEL;
-            case DragStep::kContinue:
-                break;
+        const DragStep step = NextDragStep(escape_pressed != FALSE, key_state, button_);
+        if (step == DragStep::kContinue) {
+            return S_OK;
         }
-        return S_OK;
+        loop_.reset();
+        return step == DragStep::kDrop ? DRAGDROP_S_DROP : DRAGDROP_S_CANCEL;
     }
 
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD effect) override {

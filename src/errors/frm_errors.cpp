@@ -8,6 +8,7 @@
 #include "lists/shell_services.h"
 #include "platform/input_bits.h"
 #include "settings/mod_options.h"
+#include "ui/window_end.h"
 
 namespace tidemark {
 
@@ -51,11 +52,7 @@ void frmErrors::Unload() {
     if (!Exists()) {
         return;
     }
-    struct WindowEnd {
-        Form& form;
-        ~WindowEnd() { form.Destroy(); }
-    };
-    const WindowEnd end{*this};
+    const WindowEnd end(*this);
     SaveColumnWidths(services_.settings, *this, ColumnSet::kErrorsList);
 }
 
