@@ -263,41 +263,38 @@ TEST(FormTest, TheFocusComesBackToTheControlThatHadIt) {
     EXPECT_TRUE(second.HasFocus());
 }
 
-TEST(FormTest, NewSystemColoursReachEveryControlAlsoInsideAPanel) {
+// A button inside a panel of a form, and what comes with each of the messages watched for.
+struct ButtonInPanel {
+    explicit ButtonInPanel(UINT message) {
+        panel.Create(form, {});
+        button.Create(panel, {.text = "b"});
+        watch.WndProc = [this](HWND, UINT, WPARAM wparam, LPARAM lparam) -> std::optional<LRESULT> {
+            told.emplace_back(wparam, lparam);
+            return std::nullopt;
+        };
+        watch.RegisterMessages(button.Handle(), {message});
+    }
+
     TestForm form;
     Panel panel;
     Button button;
-    panel.Create(form, {});
-    button.Create(panel, {.text = "b"});
-    int told = 0;
     Subclasser watch;
-    watch.WndProc = [&told](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        ++told;
-        return std::nullopt;
-    };
-    watch.RegisterMessages(button.Handle(), {WM_SYSCOLORCHANGE});
-    form.Send(WM_SYSCOLORCHANGE);
-    EXPECT_EQ(told, 1);
+    std::vector<std::pair<WPARAM, LPARAM>> told;
+};
+
+TEST(FormTest, NewSystemColoursReachEveryControlAlsoInsideAPanel) {
+    ButtonInPanel inside(WM_SYSCOLORCHANGE);
+    inside.form.Send(WM_SYSCOLORCHANGE);
+    EXPECT_EQ(inside.told.size(), 1U);
 }
 
 TEST(FormTest, ChangedSettingsOfTheSystemReachEveryControlAlsoInsideAPanel) {
-    TestForm form;
-    Panel panel;
-    Button button;
-    panel.Create(form, {});
-    button.Create(panel, {.text = "b"});
-    std::vector<std::pair<WPARAM, LPARAM>> told;
-    Subclasser watch;
-    watch.WndProc = [&told](HWND, UINT, WPARAM wparam, LPARAM lparam) -> std::optional<LRESULT> {
-        told.emplace_back(wparam, lparam);
-        return std::nullopt;
-    };
-    watch.RegisterMessages(button.Handle(), {WM_SETTINGCHANGE});
+    ButtonInPanel inside(WM_SETTINGCHANGE);
     const std::pair<WPARAM, LPARAM> change(SPI_SETNONCLIENTMETRICS,
                                            reinterpret_cast<LPARAM>(L"intl"));
-    form.Send(WM_SETTINGCHANGE, change.first, change.second);
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_EQ(told[0], change);
+    inside.form.Send(WM_SETTINGCHANGE, change.first, change.second);
+    ASSERT_EQ(inside.told.size(), 1U);
+    EXPECT_EQ(inside.told[0], change);
 }
 
 TEST(FormTest, AModalFormDisablesItsOwnerUntilItIsGone) {

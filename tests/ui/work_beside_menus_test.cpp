@@ -43,6 +43,16 @@ class WorkTest : public testing::Test, protected ITimerObjectSink {
         timer_->SetSink(this);
         timer_->SetEnabled(true);
     }
+    // Steps of a driver: work is due, and has had the time to begin.
+    ModalDriver::Step WorkStarts() {
+        return [this] {
+            StartWork();
+            return true;
+        };
+    }
+    static ModalDriver::Step WouldHaveBegun() {
+        return [looks = 0]() mutable { return ++looks == 5; };
+    }
 
     Win32Platform system_{
         {[](MSG& message) { RouteMessage(message); }, [] {}, [] { ReportToLastResort(nullptr); }}};
@@ -58,13 +68,7 @@ TEST_F(WorkTest, AnOpenMenuKeepsItsKeysAndLongWorkWaitsForItsEnd) {
     Menu menu({{0, "mnuPopup", "popup"}, {1, "mnuFirst", "&First"}, {1, "mnuSecond", "&Second"}});
     int chosen = 0;
     menu["mnuSecond"].on_click = [&] { ++chosen; };
-    int looks = 0;
-    ModalDriver driver({[] { return OpenPopup() != nullptr; },
-                        [&] {
-                            StartWork();
-                            return true;
-                        },
-                        [&] { return ++looks == 5; },  // work would have begun meanwhile
+    ModalDriver driver({[] { return OpenPopup() != nullptr; }, WorkStarts(), WouldHaveBegun(),
                         [&] {
                             EXPECT_EQ(ticks_, 0);
                             for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) {
@@ -91,11 +95,7 @@ TEST_F(WorkTest, ADialogOfTheSystemKeepsItsKeysWhileWorkGoesOn) {
         }
         answered = OpenDialog() == nullptr;
     };
-    ModalDriver driver({[] { return OpenDialog() != nullptr; },
-                        [&] {
-                            StartWork();
-                            return true;
-                        }},
+    ModalDriver driver({[] { return OpenDialog() != nullptr; }, WorkStarts()},
                        [] { PressInDialog(IDCANCEL); });
     ::MessageBoxW(form_.Handle(), L"text", L"caption", MB_OKCANCEL);
     EXPECT_TRUE(PumpUntil([this] { return ticks_ == 1; }));
@@ -162,13 +162,7 @@ class WorkBesideAListTest : public WorkTest {
 };
 
 TEST_F(WorkBesideAListTest, AThumbThatIsDraggedIsLetGoAndLongWorkWaitsForThat) {
-    int looks = 0;
-    ModalDriver driver({[this] { return Scrolling(); },
-                        [&] {
-                            StartWork();
-                            return true;
-                        },
-                        [&] { return ++looks == 5; },  // work would have begun meanwhile
+    ModalDriver driver({[this] { return Scrolling(); }, WorkStarts(), WouldHaveBegun(),
                         [&] {
                             EXPECT_EQ(ticks_, 0);
                             list_->Post(WM_LBUTTONUP);
