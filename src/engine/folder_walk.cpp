@@ -1,10 +1,14 @@
 #include "engine/folder_walk.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "platform/text.h"
+#include "engine/paths.h"
+#include "platform/path_form.h"
 
 namespace tidemark {
 namespace {
@@ -12,6 +16,15 @@ namespace {
 // An entry that cannot be fetched must not hide those behind it, so fetching goes on; a search that
 // is broken for good must not hold the walk for ever, so it ends after this many failures in a row.
 constexpr int kMaxFetchFailures = 16;
+
+bool EndsInParent(std::string_view path) {
+    return path.ends_with("\\..") || path.ends_with("/..");
+}
+
+std::optional<FileIdentity> IdentityOf(KernelFiles& files, const std::string& path) {
+    FileIdentity identity;
+    return files.ReadIdentity(path, identity) ? std::optional(identity) : std::nullopt;
+}
 
 // A folder that is being listed. Its search is closed when it goes.
 class Level {
@@ -29,6 +42,7 @@ class Level {
         : files_(std::exchange(other.files_, nullptr)),
           search_(other.search_),
           path_length_(other.path_length_),
+          identity_(other.identity_),
           failures_(other.failures_) {}
     Level(const Level&) = delete;
     Level& operator=(const Level&) = delete;
@@ -36,6 +50,14 @@ class Level {
 
     [[nodiscard]] SearchHandle Search() const { return search_; }
     [[nodiscard]] std::size_t PathLength() const { return path_length_; }
+
+    // Which folder it is, asked for once. `path` is any path that leads through it.
+    [[nodiscard]] bool Is(const FileIdentity& other, std::string_view path) {
+        if (!identity_) {
+            identity_ = IdentityOf(*files_, std::string(path.substr(0, path_length_)));
+        }
+        return *identity_ == other;
+    }
 
     Fetched FetchNext(FoundEntry& entry) {
         if (files_->SearchNext(search_, entry)) {
@@ -53,6 +75,7 @@ class Level {
     KernelFiles* files_;
     SearchHandle search_;
     std::size_t path_length_;
+    std::optional<std::optional<FileIdentity>> identity_;
     int failures_ = 0;  // in a row
 };
 
@@ -101,7 +124,7 @@ class FolderWalk {
 
     // Begins to list the folder at `path_`. True when its first entry was fetched.
     bool EnterFolder() {
-        if (!LetMessagesRun() || !visitor_.MayEnter()) {
+        if (!LetMessagesRun() || !visitor_.MayEnter() || LeadsBack()) {
             return false;
         }
         Level level(files_, files_.SearchFirst(path_ + "*.*", entry_), path_.size());
@@ -112,15 +135,44 @@ class FolderWalk {
         return true;
     }
 
+    // Whether `path_` is a link to a folder that it lies in: what that holds would be met again and
+    // again, once for each way through all such links. Only links are asked about, so that other
+    // folders cost nothing. What cannot be told apart is entered.
+    bool LeadsBack() {
+        if (levels_.empty() || (entry_.attributes & file_attribute::kReparsePoint) == 0) {
+            return false;
+        }
+        const std::optional<FileIdentity> target = IdentityOf(files_, path_);
+        return target && (IsAboveTheWalk(*target) ||
+                          std::any_of(levels_.begin(), levels_.end(),
+                                      [&](Level& level) { return level.Is(*target, path_); }));
+    }
+
+    bool IsAboveTheWalk(const FileIdentity& folder) {
+        if (!above_) {
+            above_.emplace();
+            std::string path = RemoveBackslash(path_.substr(0, levels_.front().PathLength()));
+            // What stands before ".." in the path is left by it and holds nothing of the walk.
+            while (!EndsInParent(path) && !(path = ParentPath(path)).empty()) {
+                above_->push_back(IdentityOf(files_, path));
+            }
+        }
+        return std::find(above_->begin(), above_->end(), folder) != above_->end();
+    }
+
     // True when the entry is a folder to enter; `path_` is then its path.
     bool VisitEntry() {
         path_.resize(levels_.back().PathLength());
         const bool folder = (entry_.attributes & file_attribute::kDirectory) != 0;
-        // A folder without a name would be its own parent.
-        if (folder && (entry_.name.empty() || entry_.name.front() == '.')) {
+        if (folder && entry_.name.starts_with('.')) {
             return false;
         }
-        path_ += TrimNull(entry_.name);
+        if (!IsOneComponent(entry_.name)) {
+            path_ += ReadableComponent(entry_.name);
+            visitor_.VisitMisnamed(folder ? AddBackslash(path_) : path_, folder);
+            return false;
+        }
+        path_ += entry_.name;
         if (!folder) {
             visitor_.VisitFile(path_, entry_.attributes);
             return false;
@@ -134,6 +186,8 @@ class FolderWalk {
     MessagePump& pump_;
     FolderVisitor& visitor_;
     std::vector<Level> levels_;
+    // The folders above the one that is walked, once they were asked for.
+    std::optional<std::vector<std::optional<FileIdentity>>> above_;
     std::string path_;
     FoundEntry entry_;
 };

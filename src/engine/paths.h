@@ -13,6 +13,14 @@ namespace tidemark {
 // The path without its last character when that is "\".
 [[nodiscard]] std::string RemoveBackslash(std::string_view path);
 
+// Whether a listed name can stand as one component of a path. A name that holds a separator, a
+// colon (which begins a stream's name) or a NUL, an empty one, "." and ".." would make the path
+// lead to something else. File systems of other systems may list such names.
+[[nodiscard]] bool IsOneComponent(std::string_view name);
+// The name for the user to read, with look-alikes in place of what makes it lead elsewhere, so that
+// a path with it leads nowhere.
+[[nodiscard]] std::string ReadableComponent(std::string_view name);
+
 // Whether the system is of the NT family.
 [[nodiscard]] bool IsWinNT(KernelFiles& files);
 // The system's text for an error code, line break and all; empty when it has none.

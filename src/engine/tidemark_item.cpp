@@ -80,6 +80,9 @@ class TidemarkItem::CountVisitor final : public FolderVisitor {
     void VisitFolder(const std::string& /*path*/, std::uint32_t /*attributes*/) override {
         item_.counters_.FolderCount = CheckedAdd(item_.counters_.FolderCount, 1);
     }
+    void VisitMisnamed(const std::string& path, bool folder) override {
+        folder ? VisitFolder(path, 0) : VisitFile(path, 0);
+    }
 
   private:
     TidemarkItem& item_;
@@ -99,6 +102,13 @@ class TidemarkItem::StampVisitor final : public FolderVisitor {
     void VisitFolder(const std::string& path, std::uint32_t attributes) override {
         item_.TryStampPath(path, attributes);
         item_.counters_.StampedFolderCount = CheckedAdd(item_.counters_.StampedFolderCount, 1);
+    }
+    // No call is made with the path, which leads nowhere.
+    void VisitMisnamed(const std::string& path, bool folder) override {
+        item_.Record(path, item_.SystemFailure(system_error::kInvalidName));
+        std::int32_t& count =
+            folder ? item_.counters_.StampedFolderCount : item_.counters_.StampedFileCount;
+        count = CheckedAdd(count, 1);
     }
 
   private:
@@ -321,9 +331,13 @@ void TidemarkItem::StampFolder(const std::string& folder, Walk& walk) {
 
 void TidemarkItem::TryStampPath(const std::string& path, std::uint32_t attributes) {
     if (std::optional<StampFailure> failure = StampPath(path, attributes)) {
-        Errors()->push_back(std::make_shared<const StampError>(
-            StampError{path, false, failure->number, std::move(failure->description)}));
+        Record(path, *std::move(failure));
     }
+}
+
+void TidemarkItem::Record(const std::string& path, StampFailure failure) {
+    Errors()->push_back(std::make_shared<const StampError>(
+        StampError{path, false, failure.number, std::move(failure.description)}));
 }
 
 std::optional<TidemarkItem::StampFailure> TidemarkItem::StampPath(const std::string& path,

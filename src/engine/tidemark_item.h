@@ -141,6 +141,7 @@ class TidemarkItem final : public ITimerObjectSink,
     void StampFolder(const std::string& folder, Walk& walk);
     // The attributes are those that the path was listed with, kUnlisted when it was not.
     void TryStampPath(const std::string& path, std::uint32_t attributes);
+    void Record(const std::string& path, StampFailure failure);
     [[nodiscard]] std::optional<StampFailure> StampPath(const std::string& path,
                                                         std::uint32_t attributes);
     // No failure and kInvalidFile: the file is to be left alone.

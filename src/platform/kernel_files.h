@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-// The system's error codes by name. The program tells only kNoMoreFiles apart; the in-memory system
-// answers with the others, and tests expect them.
+// The system's error codes by name. The program tells kNoMoreFiles apart and reports kInvalidName
+// itself; the in-memory system answers with the others, and tests expect them.
 namespace system_error {
 inline constexpr std::uint32_t kSuccess = 0;
 inline constexpr std::uint32_t kFileNotFound = 2;
@@ -15,6 +15,7 @@ inline constexpr std::uint32_t kAccessDenied = 5;
 inline constexpr std::uint32_t kInvalidHandle = 6;
 inline constexpr std::uint32_t kNoMoreFiles = 18;
 inline constexpr std::uint32_t kSharingViolation = 32;
+inline constexpr std::uint32_t kNotSupported = 50;
 inline constexpr std::uint32_t kInvalidParameter = 87;
 inline constexpr std::uint32_t kInvalidName = 123;
 inline constexpr std::uint32_t kDirectory = 267;
@@ -45,6 +46,13 @@ struct FileTime {
 struct FoundEntry {
     std::uint32_t attributes = 0;
     std::string name;
+};
+
+// Which file or folder something is: equal for every path that leads to it while it exists.
+struct FileIdentity {
+    std::uint32_t volume = 0;
+    std::uint64_t index = 0;  // on the volume
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
 enum class SearchHandle : std::uintptr_t {};
@@ -85,6 +93,11 @@ class KernelFiles {
     // Attribute bits of a file or folder; file_attribute::kInvalid on failure.
     [[nodiscard]] virtual std::uint32_t ReadAttributes(const std::string& path) = 0;
     virtual bool WriteAttributes(const std::string& path, std::uint32_t attributes) = 0;
+
+    // Tells which file or folder stands at the path or, for a link, where it leads. Asks for no
+    // right to write and keeps nobody from anything. Fails with kNotSupported where the file system
+    // does not number what it holds.
+    virtual bool ReadIdentity(const std::string& path, FileIdentity& identity) = 0;
 
     // Opens an existing file or folder for writing, letting others read: desired access 0x40000000,
     // share mode 1, disposition 3 (open existing), and the given flags. Returns kInvalidFile on

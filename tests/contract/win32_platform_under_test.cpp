@@ -9,6 +9,7 @@
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/windows.h"
 #include "support/com_apartment.h"
+#include "support/folder_link.h"
 #include "support/on_wine.h"
 #include "support/real_tree.h"
 
@@ -42,13 +43,11 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
     std::string Folder() const override { return tree_.Root(); }
     void MakeFolder(const std::string& path) override { tree_.MakeFolder(Below(path)); }
     void MakeFile(const std::string& path) override { tree_.MakeFile(Below(path)); }
-    // Wine says that it has made one, and has not.
+    // Both are in the same folder.
     bool MakeFolderLink(const std::string& path, const std::string& target) override {
-        const std::wstring wide = SystemPath(path);
-        return ::CreateSymbolicLinkW(wide.c_str(), SystemPath(target).c_str(),
-                                     SYMBOLIC_LINK_FLAG_DIRECTORY |
-                                         SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) != 0 &&
-               ::GetFileAttributesW(wide.c_str()) != INVALID_FILE_ATTRIBUTES;
+        const std::size_t name = path.rfind('\\') + 1;
+        link_.emplace(path.substr(0, name - 1), path.substr(name), target.substr(name));
+        return link_->Exists();
     }
     void Lock(const std::string& path) override { lock_.emplace(path); }
     void Unlock() override { lock_.reset(); }
@@ -117,6 +116,7 @@ class Win32PlatformUnderTest final : public PlatformUnderTest {
 
     ComApartment apartment_;
     RealTree tree_;
+    std::optional<FolderLink> link_;
     std::optional<LockedFile> lock_;
     TestFile reader_;
     std::deque<std::function<void()>> actions_;

@@ -1,6 +1,8 @@
 // Names and trees that are hard to walk, on the real system. Each has a quick form here and a long
 // one that the environment asks for.
 
+#include <gmock/gmock.h>
+
 #include <chrono>
 #include <cstdlib>
 #include <string>
@@ -10,56 +12,13 @@
 #include "controls/drop_files.h"
 #include "endtoend/engine_on_windows.h"
 #include "platform/win32/wide_text.h"
+#include "support/below_wine.h"
+#include "support/folder_link.h"
 #include "support/poll_until.h"
 #include "support/size_from_environment.h"
 
 namespace tidemark {
 namespace {
-
-// A link in a folder that leads to the folder itself, while alive. Wine makes and removes none
-// through the system's calls, but starts the programs below it that do.
-class LinkToItsParent {
-  public:
-    LinkToItsParent(const std::string& folder, const std::string& name)
-        : folder_(WideFromUtf8(folder)), name_(WideFromUtf8(name)), link_(folder_ + L"\\" + name_) {
-        const auto make =
-            reinterpret_cast<BOOLEAN(WINAPI*)(LPCWSTR, LPCWSTR, DWORD)>(reinterpret_cast<void*>(
-                ::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "CreateSymbolicLinkW")));
-        if (make == nullptr || !make(link_.c_str(), L".", 1 /* to a folder */) || !Exists()) {
-            RunBelow(L"Z:\\bin\\ln", L"ln -s . " + name_);
-            static_cast<void>(PollUntil(std::chrono::seconds(5), [this] { return Exists(); }));
-        }
-    }
-    ~LinkToItsParent() {
-        if (Exists() && !::RemoveDirectoryW(link_.c_str())) {
-            RunBelow(L"Z:\\bin\\rm", L"rm " + name_);
-            static_cast<void>(PollUntil(std::chrono::seconds(5), [this] { return !Exists(); }));
-        }
-    }
-    LinkToItsParent(const LinkToItsParent&) = delete;
-    LinkToItsParent& operator=(const LinkToItsParent&) = delete;
-
-    [[nodiscard]] bool Exists() const {
-        return ::GetFileAttributesW(link_.c_str()) != INVALID_FILE_ATTRIBUTES;
-    }
-
-  private:
-    void RunBelow(const wchar_t* program, std::wstring command) const {
-        STARTUPINFOW startup = {};
-        startup.cb = sizeof(startup);
-        PROCESS_INFORMATION started = {};
-        if (::CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                             folder_.c_str(), &startup, &started) &&
-            started.hProcess != nullptr) {
-            ::CloseHandle(started.hThread);
-            ::CloseHandle(started.hProcess);
-        }
-    }
-
-    std::wstring folder_;
-    std::wstring name_;
-    std::wstring link_;
-};
 
 class HardTrees : public EngineOnWindows {
   protected:
@@ -171,30 +130,80 @@ TEST_F(HardTrees, AwkwardNamesAreStampedListedWhenTheyFailAndComeBackFromADrag) 
     }
 }
 
-TEST_F(HardTrees, ALinkToItsOwnParentEndsWhereTheSystemEndsItAndCanBeCancelled) {
-    tree_.MakeFile("file.txt");
-    const LinkToItsParent link(tree_.Root(), "self");
+TEST_F(HardTrees, LinksToFoldersThatTheyLieInAreStampedAndNotEntered) {
+    tree_.MakeFile("up\\other.txt");
+    tree_.MakeFile("up\\listed\\sub\\file.txt");
+    tree_.SetTimes(LongAgo());
+    const std::string listed = tree_.Path("up\\listed");
+    const FolderLink self(listed, "self", ".");
+    const FolderLink above(listed, "above", "..");
+    const FolderLink back(listed + "\\sub", "back", "..");
+    if (!self.Exists() || !above.Exists() || !back.Exists()) {
+        GTEST_SKIP() << "no link to a folder can be made here";
+    }
+    const auto item = NewItem(listed);
+    item->Count();
+    WaitFor(*item);
+    EXPECT_EQ(item->CountString(), "1 file; 5 folders");
+    StampAndWait(*item);
+    EXPECT_EQ(item->StatusString(), "Complete");
+    EXPECT_EQ(item->StampedFolderCount() + 1, item->FolderCount());
+    EXPECT_EQ(EntryOf(tree_.Path("up\\listed\\sub\\file.txt")).written, StampTime());
+    EXPECT_EQ(EntryOf(tree_.Path("up\\other.txt")).written, LongAgo());
+}
+
+TEST_F(HardTrees, ALinkToAFolderThatItDoesNotLieInIsEntered) {
+    tree_.MakeFile("elsewhere\\file.txt");
+    tree_.MakeFolder("listed");
+    tree_.SetTimes(LongAgo());
+    const FolderLink link(tree_.Path("listed"), "link", "..\\elsewhere");
     if (!link.Exists()) {
         GTEST_SKIP() << "no link to a folder can be made here";
     }
-    const auto item = NewItem(tree_.Root());
-    item->Count();
-    WaitFor(*item);
-    EXPECT_TRUE(item->CountComplete());
-    const int folders = item->FolderCount();
-    EXPECT_GT(folders, 10);
-    EXPECT_LT(folders, 200);
+    const auto item = NewItem(tree_.Path("listed"));
     StampAndWait(*item);
-    EXPECT_TRUE(item->StampComplete());
-    EXPECT_EQ(item->StampedFolderCount() + 1, folders);
-    EXPECT_LE(item->StampErrors()->size(), 1U);
+    EXPECT_EQ(EntryOf(tree_.Path("elsewhere\\file.txt")).written, StampTime());
+}
 
-    files_.Before({KernelCall::kSearchFirst, item->RootItem() + "self\\self\\*.*", 0},
-                  [&] { item->CancelCount(); });
+// Windows has no file system that holds such names; below Wine any may lie in a folder.
+TEST_F(HardTrees, NamesThatLeadOutOfTheFolderAreListedAndNothingOutsideIsTouched) {
+    if (!OnWine()) {
+        GTEST_SKIP() << "only Wine lists names that hold a separator";
+    }
+    tree_.MakeFile("victim.txt");
+    tree_.MakeFile("outside\\deep.txt");
+    tree_.MakeFile("listed\\x\\inside.txt");
+    tree_.SetTimes(LongAgo());
+    // In single quotes, inside double ones, no backslash means anything but itself.
+    RunBelowWine(
+        "sh -c \"cd listed; mkdir 'x\\..\\..\\outside'; >'..\\victim.txt'; >'a:b'; >made\"",
+        tree_.Root());
+    ASSERT_TRUE(PollUntil(std::chrono::seconds(10), [this] {
+        return ::GetFileAttributesW(WideFromUtf8(tree_.Path("listed\\made")).c_str()) !=
+               INVALID_FILE_ATTRIBUTES;
+    }));
+    const auto item = NewItem(tree_.Path("listed"));
     item->Count();
     WaitFor(*item);
-    EXPECT_TRUE(item->CountCancelled());
-    EXPECT_EQ(item->FolderCount(), 4);
+    EXPECT_EQ(item->CountString(), "4 files; 3 folders");
+    StampAndWait(*item);
+    RunBelowWine("rm -r listed", tree_.Root());
+
+    EXPECT_EQ(item->StatusString(), "Complete (with errors)");
+    std::vector<std::string> failed;
+    for (const auto& error : *item->StampErrors()) {
+        failed.push_back(error->ItemName.substr(item->RootItem().size()));
+        EXPECT_EQ(error->ErrorNumber, ERROR_INVALID_NAME);
+        EXPECT_FALSE(error->ErrorDescription.empty());
+    }
+    EXPECT_THAT(failed, testing::UnorderedElementsAre("..∖victim.txt", "a∶b", "x∖..∖..∖outside\\"));
+    for (const char* outside : {"victim.txt", "outside", "outside\\deep.txt"}) {
+        EXPECT_EQ(EntryOf(tree_.Path(outside)).written, LongAgo()) << outside;
+    }
+    EXPECT_TRUE(PollUntil(std::chrono::seconds(10), [this] {
+        return ::GetFileAttributesW(WideFromUtf8(tree_.Path("listed")).c_str()) ==
+               INVALID_FILE_ATTRIBUTES;
+    }));
 }
 
 // TIDEMARK_BIG_FOLDER names a prepared folder with nothing but files, TIDEMARK_BIG_FOLDER_FILES how

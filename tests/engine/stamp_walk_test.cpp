@@ -66,9 +66,89 @@ TEST_F(StampWalkTest, CancelStampLeavesACountAlone) {
     EXPECT_FALSE(IsStamped("C:\\top\\a.txt"));
 }
 
-TEST_F(StampWalkTest, ALinkToItsOwnParentEndsWhereTheSystemEndsIt) {
+// Links to folders that they lie in, which a walk would meet again and again.
+class LinksBackTest : public EngineTest {
+  protected:
+    void ExpectCountedAndStamped(const std::string& path, int files, int folders) {
+        const auto item = NewItem(path);
+        item->Count();
+        system.pump.RunUntilIdle();
+        EXPECT_TRUE(item->CountComplete());
+        EXPECT_EQ(item->FileCount(), files);
+        EXPECT_EQ(item->FolderCount(), folders);
+        StampToTheEnd(*item);
+        EXPECT_EQ(item->StampedFileCount(), files);
+        EXPECT_EQ(item->StampedFolderCount() + 1, folders);
+        EXPECT_EQ(item->StatusString(), "Complete");
+        EXPECT_EQ(system.volume.OpenSearchCount(), 0U);
+    }
+};
+
+TEST_F(LinksBackTest, ALinkToItsOwnFolderIsStampedAndNotEntered) {
     system.volume.AddFile("C:\\loop\\x.txt");
     system.volume.AddFolderLink("C:\\loop\\self", "C:\\loop");
+    ExpectCountedAndStamped("C:\\loop", 1, 2);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kOpenForTimes), 3U);
+}
+
+TEST_F(LinksBackTest, TwoLinksToTheirFolderDoNotMultiply) {
+    system.volume.AddFile("C:\\loop\\sub\\x.txt");
+    system.volume.AddFolderLink("C:\\loop\\sub\\one", "C:\\loop");
+    system.volume.AddFolderLink("C:\\loop\\sub\\two", "C:\\loop\\sub");
+    ExpectCountedAndStamped("C:\\loop", 1, 4);
+}
+
+TEST_F(LinksBackTest, ALinkToAFolderAboveTheListedOneIsNotEntered) {
+    system.volume.AddFile("C:\\up\\other.txt");
+    system.volume.AddFile("C:\\up\\listed\\x.txt");
+    system.volume.AddFolderLink("C:\\up\\listed\\back", "C:\\up");
+    system.volume.AddFolderLink("C:\\up\\listed\\root", "C:");
+    ExpectCountedAndStamped("C:\\up\\listed", 1, 3);
+    EXPECT_FALSE(IsStamped("C:\\up\\other.txt"));
+}
+
+TEST_F(LinksBackTest, ALinkToAFolderThatTheListedPathLeavesAgainIsEntered) {
+    system.volume.AddFile("C:\\a\\x.txt");
+    system.volume.AddFolder("C:\\b");
+    system.volume.AddFolderLink("C:\\b\\to a", "C:\\a");
+    system.volume.AddFolderLink("C:\\b\\to the drive", "C:");
+    ExpectCountedAndStamped("C:\\a\\..\\b", 1, 3);
+}
+
+TEST_F(LinksBackTest, FoldersThatLinkToEachOtherAreEnteredOnceOnEachWay) {
+    system.volume.AddFile("C:\\top\\a\\x.txt");
+    system.volume.AddFile("C:\\top\\b\\y.txt");
+    system.volume.AddFolderLink("C:\\top\\a\\to b", "C:\\top\\b");
+    system.volume.AddFolderLink("C:\\top\\b\\to a", "C:\\top\\a");
+    // The top; a and "to b" in it and "to a" in that; the same from b.
+    ExpectCountedAndStamped("C:\\top", 4, 7);
+}
+
+TEST_F(LinksBackTest, ALinkToAFolderThatItDoesNotLieInIsEntered) {
+    system.volume.AddFile("C:\\top\\a\\x.txt");
+    system.volume.AddFile("C:\\elsewhere\\y.txt");
+    system.volume.AddFolderLink("C:\\top\\b", "C:\\elsewhere");
+    system.volume.AddFolderLink("C:\\top\\c", "C:\\top\\a");
+    ExpectCountedAndStamped("C:\\top", 3, 4);
+    EXPECT_TRUE(IsStamped("C:\\elsewhere\\y.txt"));
+}
+
+TEST_F(LinksBackTest, OnlyLinksAreAskedWhichFolderTheyAre) {
+    system.volume.AddFile("C:\\top\\a\\x.txt");
+    ExpectCountedAndStamped("C:\\top", 1, 2);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kReadIdentity), 0U);
+    // Two links, the root, the drive and the folder that they lie in, in either walk.
+    system.volume.AddFolder("C:\\elsewhere");
+    system.volume.AddFolderLink("C:\\top\\a\\l", "C:\\elsewhere");
+    system.volume.AddFolderLink("C:\\top\\a\\m", "C:\\elsewhere");
+    ExpectCountedAndStamped("C:\\top", 1, 4);
+    EXPECT_EQ(system.files.CallCount(KernelCall::kReadIdentity), 2U * 5U);
+}
+
+TEST_F(LinksBackTest, WhereFoldersCannotBeToldApartTheSystemEndsTheWalk) {
+    system.volume.AddFile("C:\\loop\\x.txt");
+    system.volume.AddFolderLink("C:\\loop\\self", "C:\\loop");
+    system.volume.StopNumbering();
     const auto item = NewItem("C:\\loop");
     item->Count();
     system.pump.RunUntilIdle();
@@ -82,8 +162,10 @@ TEST_F(StampWalkTest, ALinkToItsOwnParentEndsWhereTheSystemEndsIt) {
     EXPECT_EQ(item->StampErrors()->front()->ErrorNumber, 1921);
 }
 
-TEST_F(StampWalkTest, ALinkToItsOwnParentCanBeCancelled) {
+TEST_F(LinksBackTest, AWalkThroughLinksWithoutEndCanBeCancelled) {
+    system.volume.AddFolder("C:\\top");
     system.volume.AddFolderLink("C:\\top\\zelf", "C:\\top");
+    system.volume.StopNumbering();
     const auto item = NewItem("C:\\top");
     item->Count();
     system.pump.AtCall(60, [&] { item->CancelCount(); });

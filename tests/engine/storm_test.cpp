@@ -32,6 +32,14 @@ class Storm {
         for (const char* path : {"C:\\s\\d\\b.txt", "C:\\s\\z.txt"}) {
             system_.volume.Lock(path);
         }
+        // Names that no path can hold: joined to their folder's path they lead out of the tree.
+        system_.volume.AddFile("C:\\victim.txt");
+        system_.volume.AddFile("C:\\outside\\victim.txt");
+        system_.volume.AddFile("C:\\s\\d\\misnamed");
+        system_.volume.ListAs("C:\\s\\d\\misnamed", "..\\..\\victim.txt");
+        system_.volume.AddFile("C:\\s\\g\\misnamed\\inside");
+        system_.volume.ListAs("C:\\s\\g\\misnamed", "x/../../../outside");
+        system_.volume.AddFolderLink("C:\\s\\g\\to the drive", "C:");
         // Its handle stays open, so that it cannot even be opened from the second stamp on.
         system_.files.Fail({KernelCall::kSetLastWriteTime, "C:\\s\\g\\", 0}, 1117);
         system_.files.SetRecording(false);
@@ -69,10 +77,14 @@ class Storm {
     };
     static const std::vector<Total>& Totals() {
         static const std::vector<Total> kTotals = {
-            {"C:\\s\\", 5, 4, {"C:\\s\\d\\b.txt", "C:\\s\\g\\", "C:\\s\\z.txt"}},
-            {"C:\\s\\d\\", 2, 2, {"C:\\s\\d\\b.txt"}},
+            {"C:\\s\\",
+             6,
+             6,
+             {"C:\\s\\d\\b.txt", "C:\\s\\d\\..∖..∖victim.txt", "C:\\s\\g\\",
+              "C:\\s\\g\\x∕..∕..∕..∕outside\\", "C:\\s\\z.txt"}},
+            {"C:\\s\\d\\", 3, 2, {"C:\\s\\d\\b.txt", "C:\\s\\d\\..∖..∖victim.txt"}},
             {"C:\\s\\d\\e\\", 1, 1, {}},
-            {"C:\\s\\g\\", 1, 1, {"C:\\s\\g\\"}},
+            {"C:\\s\\g\\", 1, 3, {"C:\\s\\g\\", "C:\\s\\g\\x∕..∕..∕..∕outside\\"}},
             {"C:\\s\\z.txt", 1, 0, {"C:\\s\\z.txt"}},
             {"C:\\s\\d\\b.txt", 1, 0, {"C:\\s\\d\\b.txt"}}};
         return kTotals;
@@ -221,6 +233,10 @@ class Storm {
         EXPECT_THAT(system_.pump.Failures(), IsEmpty());
         EXPECT_EQ(system_.volume.OpenSearchCount(), 0U);
         EXPECT_LE(system_.volume.OpenFileCount(), 1U);
+        for (const char* outside : {"C:\\victim.txt", "C:\\outside", "C:\\outside\\victim.txt",
+                                    "C:\\s\\g\\misnamed\\inside"}) {
+            EXPECT_EQ(system_.volume.TimesOf(outside).written, kMemoryBuildTime) << outside;
+        }
         EXPECT_FALSE(items_->Busy());
         EXPECT_EQ(system_.pump.Timers().NextDue(), std::nullopt);
         Poll();

@@ -21,6 +21,7 @@ int command_line_fuzzer(const std::uint8_t* data, std::size_t size);
 int drop_files_fuzzer(const std::uint8_t* data, std::size_t size);
 int file_dialog_fuzzer(const std::uint8_t* data, std::size_t size);
 int leading_number_fuzzer(const std::uint8_t* data, std::size_t size);
+int listed_names_fuzzer(const std::uint8_t* data, std::size_t size);
 int options_fuzzer(const std::uint8_t* data, std::size_t size);
 int placement_fuzzer(const std::uint8_t* data, std::size_t size);
 int shell_item_ids_fuzzer(const std::uint8_t* data, std::size_t size);
@@ -142,7 +143,7 @@ class FuzzReplayTest : public testing::TestWithParam<Fuzzer> {
 TEST_P(FuzzReplayTest, HoldsItsPromisesOnTheSeedsAndOnMutationsOfThem) {
     constexpr int kMutations = 3000;
     const std::vector<Input> seeds = Seeds();
-    ASSERT_GE(seeds.size(), 21U);
+    ASSERT_GE(seeds.size(), 22U);
     for (const Input& seed : seeds) {
         Replay(seed);
     }
@@ -157,6 +158,7 @@ INSTANTIATE_TEST_SUITE_P(Fuzzers, FuzzReplayTest,
                                          Fuzzer{"DropFiles", drop_files_fuzzer},
                                          Fuzzer{"FileDialog", file_dialog_fuzzer},
                                          Fuzzer{"LeadingNumber", leading_number_fuzzer},
+                                         Fuzzer{"ListedNames", listed_names_fuzzer},
                                          Fuzzer{"Options", options_fuzzer},
                                          Fuzzer{"Placement", placement_fuzzer},
                                          Fuzzer{"ShellItemIds", shell_item_ids_fuzzer},

@@ -8,10 +8,10 @@ namespace tidemark {
 
 const char* NameOf(KernelCall call) {
     constexpr std::array<const char*, kKernelCallCount> kNames = {
-        "SearchFirst",     "SearchNext",   "SearchClose",       "ReadAttributes",
-        "WriteAttributes", "OpenForTimes", "ReadAttributesOf",  "SetLastWriteTime",
-        "SetCreationTime", "CloseFile",    "LocalToSystemTime", "MessageText",
-        "IsNtFamily"};
+        "SearchFirst",      "SearchNext",      "SearchClose",  "ReadAttributes",
+        "WriteAttributes",  "ReadIdentity",    "OpenForTimes", "ReadAttributesOf",
+        "SetLastWriteTime", "SetCreationTime", "CloseFile",    "LocalToSystemTime",
+        "MessageText",      "IsNtFamily"};
     return kNames[static_cast<std::size_t>(call)];
 }
 
@@ -117,6 +117,11 @@ std::uint32_t FaultyKernelFiles::ReadAttributes(const std::string& path) {
 bool FaultyKernelFiles::WriteAttributes(const std::string& path, std::uint32_t attributes) {
     return Make({KernelCall::kWriteAttributes, path, attributes, {}}, false,
                 [&] { return files_.WriteAttributes(path, attributes); });
+}
+
+bool FaultyKernelFiles::ReadIdentity(const std::string& path, FileIdentity& identity) {
+    return Make({KernelCall::kReadIdentity, path, 0, {}}, false,
+                [&] { return files_.ReadIdentity(path, identity); });
 }
 
 FileHandle FaultyKernelFiles::OpenForTimes(const std::string& path,

@@ -18,6 +18,7 @@ enum class KernelCall {
     kSearchClose,
     kReadAttributes,
     kWriteAttributes,
+    kReadIdentity,
     kOpenForTimes,
     kReadAttributesOf,
     kSetLastWriteTime,
@@ -27,7 +28,7 @@ enum class KernelCall {
     kMessageText,
     kIsNtFamily,
 };
-inline constexpr std::size_t kKernelCallCount = 13;
+inline constexpr std::size_t kKernelCallCount = 14;
 [[nodiscard]] const char* NameOf(KernelCall call);
 
 // One call as it was made. A call that takes a handle has the path the handle was made with.
@@ -76,6 +77,7 @@ class FaultyKernelFiles final : public KernelFiles {
     bool SearchClose(SearchHandle search) override;
     std::uint32_t ReadAttributes(const std::string& path) override;
     bool WriteAttributes(const std::string& path, std::uint32_t attributes) override;
+    bool ReadIdentity(const std::string& path, FileIdentity& identity) override;
     FileHandle OpenForTimes(const std::string& path, std::uint32_t flags_and_attributes) override;
     std::uint32_t ReadAttributesOf(FileHandle file) override;
     bool SetLastWriteTime(FileHandle file, FileTime time) override;

@@ -87,7 +87,8 @@ MemoryVolume::~MemoryVolume() = default;
 MemoryVolume::Way MemoryVolume::StartOf(std::string_view path) const {
     const std::size_t root_length = RootLength(path);
     if (root_length == 0) {
-        return {};
+        const bool relative = !path.empty() && !IsSeparator(path.front());
+        return relative ? Way{current_folder_, 0, 0} : Way{};
     }
     if (NodePtr known = last_folder_.node.lock();
         known != nullptr && path.starts_with(last_folder_.path)) {
@@ -158,7 +159,8 @@ MemoryVolume::Located MemoryVolume::Locate(std::string_view path, bool follow_la
         }
         way.at = end;
     }
-    if (last_folder.node != nullptr && last_folder.at > RootLength(path)) {
+    const std::size_t root_length = RootLength(path);
+    if (last_folder.node != nullptr && root_length > 0 && last_folder.at > root_length) {
         last_folder_ = {std::string(path.substr(0, last_folder.at)), last_folder.node,
                         last_folder.links};
     }
@@ -258,6 +260,14 @@ void MemoryVolume::AddFolderLink(const std::string& path, const std::string& tar
     node->attributes = file_attribute::kDirectory | file_attribute::kReparsePoint;
     node->link_target = Require(target);
     Insert(path, node);
+}
+
+void MemoryVolume::SetCurrentFolder(const std::string& path) {
+    current_folder_ = Require(path);
+}
+
+void MemoryVolume::ListAs(const std::string& path, const std::string& name) {
+    Require(path)->listed_name = name;
 }
 
 void MemoryVolume::Detach(const std::string& path) {

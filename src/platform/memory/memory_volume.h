@@ -42,6 +42,9 @@ class MemoryVolume final : public KernelFiles {
     void AddFile(const std::string& path, std::uint32_t attributes = file_attribute::kArchive);
     // A link to a folder that exists; it may be one that holds the link.
     void AddFolderLink(const std::string& path, const std::string& target);
+    // Searches give the entry this name from now on, whatever it holds, as file systems of other
+    // systems do. Paths go on to lead to it by the name that it was made with.
+    void ListAs(const std::string& path, const std::string& name);
     void Remove(const std::string& path);  // with everything below
     void Move(const std::string& from, const std::string& to);
 
@@ -62,6 +65,11 @@ class MemoryVolume final : public KernelFiles {
     [[nodiscard]] std::size_t OpenFileCount() const { return files_.size(); }
     [[nodiscard]] std::size_t OpenSearchCount() const { return searches_.size(); }
 
+    // Where paths without a drive or share begin; none do at first. Exists.
+    void SetCurrentFolder(const std::string& path);
+    // The volume numbers nothing: no identity can be read.
+    void StopNumbering() { numbers_ = false; }
+
     // The system around the volume. Local time is `minutes` ahead of system time (60 at first).
     void SetLocalTimeAhead(int minutes) { minutes_ahead_ = minutes; }
     void SetNtFamily(bool nt_family) { nt_family_ = nt_family; }
@@ -72,6 +80,7 @@ class MemoryVolume final : public KernelFiles {
     bool SearchClose(SearchHandle search) override;
     std::uint32_t ReadAttributes(const std::string& path) override;
     bool WriteAttributes(const std::string& path, std::uint32_t attributes) override;
+    bool ReadIdentity(const std::string& path, FileIdentity& identity) override;
     FileHandle OpenForTimes(const std::string& path, std::uint32_t flags_and_attributes) override;
     std::uint32_t ReadAttributesOf(FileHandle file) override;
     bool SetLastWriteTime(FileHandle file, FileTime time) override;
@@ -112,12 +121,14 @@ class MemoryVolume final : public KernelFiles {
 
     std::map<std::string, NodePtr, std::less<>> roots_;
     mutable LastFolder last_folder_;
+    NodePtr current_folder_;
     std::map<std::uintptr_t, Search> searches_;
     std::map<std::uintptr_t, NodePtr> files_;
     std::uintptr_t next_handle_ = 0x40;
     std::map<std::uint32_t, std::string> messages_;
     int minutes_ahead_ = 60;
     bool nt_family_ = true;
+    bool numbers_ = true;
     std::uint32_t last_error_ = 0;
 };
 

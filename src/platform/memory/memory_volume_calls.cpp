@@ -35,8 +35,9 @@ bool MemoryVolume::Fetch(Search& search, FoundEntry& entry) {
         return false;
     }
     search.last_key = next->first;
-    entry.attributes = next->second->attributes;
-    entry.name = next->second->name;
+    const Node& found = *next->second;
+    entry.attributes = found.attributes;
+    entry.name = found.listed_name.value_or(found.name);
     return true;
 }
 
@@ -130,6 +131,19 @@ bool MemoryVolume::WriteAttributes(const std::string& path, std::uint32_t attrib
     if (located.node->attributes == 0) {
         located.node->attributes = file_attribute::kNormal;
     }
+    return Succeed();
+}
+
+bool MemoryVolume::ReadIdentity(const std::string& path, FileIdentity& identity) {
+    const Located located = Locate(path, /*follow_last=*/true);
+    if (located.node == nullptr) {
+        return Fail(located.code);
+    }
+    if (!numbers_) {
+        return Fail(kNotSupported);
+    }
+    // All roots number their nodes together, so that one volume is enough.
+    identity = {/*volume=*/1, reinterpret_cast<std::uintptr_t>(located.node.get())};
     return Succeed();
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@ namespace tidemark {
 
 struct MemoryVolume::Node {
     std::string name;
+    std::optional<std::string> listed_name;  // where it is another one
     std::uint32_t attributes = 0;
     MemoryTimes times{kMemoryBuildTime, kMemoryBuildTime, kMemoryBuildTime};
     std::map<std::string, NodePtr, std::less<>> children;  // by lower-cased name

@@ -4,6 +4,7 @@
 
 #include "platform/text.h"
 #include "platform/win32/system_path.h"
+#include "platform/win32/unique_handle.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/windows.h"
 
@@ -33,6 +34,12 @@ void TakeEntry(const WIN32_FIND_DATAW& found, FoundEntry& entry) {
     entry.attributes = found.dwFileAttributes;
     AssignUtf8(entry.name, std::wstring_view(found.cFileName));
 }
+
+struct OpenedTraits {
+    using Type = HANDLE;
+    static Type None() noexcept { return INVALID_HANDLE_VALUE; }
+    static void Close(Type opened) noexcept { ::CloseHandle(opened); }
+};
 
 bool AskIsNtFamily() {
     OSVERSIONINFOA version{};
@@ -92,6 +99,27 @@ std::uint32_t Win32KernelFiles::ReadAttributes(const std::string& path) {
 bool Win32KernelFiles::WriteAttributes(const std::string& path, std::uint32_t attributes) {
     const wchar_t* const wide = ForCall(path);
     return Captured([&] { return ::SetFileAttributesW(wide, attributes); }) != FALSE;
+}
+
+bool Win32KernelFiles::ReadIdentity(const std::string& path, FileIdentity& identity) {
+    const wchar_t* const wide = ForCall(path);
+    const UniqueHandle<OpenedTraits> opened(Captured([&] {
+        return ::CreateFileW(wide, FILE_READ_ATTRIBUTES,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                             /*lpSecurityAttributes=*/nullptr, OPEN_EXISTING,
+                             FILE_FLAG_BACKUP_SEMANTICS, /*hTemplateFile=*/nullptr);
+    }));
+    BY_HANDLE_FILE_INFORMATION info{};
+    if (!opened || !Captured([&] { return ::GetFileInformationByHandle(opened.Get(), &info); })) {
+        return false;
+    }
+    const std::uint64_t index = (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow;
+    if (index == 0) {
+        last_error_ = ERROR_NOT_SUPPORTED;
+        return false;
+    }
+    identity = {info.dwVolumeSerialNumber, index};
+    return true;
 }
 
 FileHandle Win32KernelFiles::OpenForTimes(const std::string& path,

@@ -14,6 +14,7 @@ class Win32KernelFiles final : public KernelFiles {
     bool SearchClose(SearchHandle search) override;
     [[nodiscard]] std::uint32_t ReadAttributes(const std::string& path) override;
     bool WriteAttributes(const std::string& path, std::uint32_t attributes) override;
+    bool ReadIdentity(const std::string& path, FileIdentity& identity) override;
     [[nodiscard]] FileHandle OpenForTimes(const std::string& path,
                                           std::uint32_t flags_and_attributes) override;
     [[nodiscard]] std::uint32_t ReadAttributesOf(FileHandle file) override;

@@ -143,6 +143,23 @@ TEST_F(MemoryVolumeTest, ALinkToItsParentIsEnteredUntilTheSystemGivesUp) {
     EXPECT_EQ(OpenError(path), 1921U);
 }
 
+TEST_F(MemoryVolumeTest, AnEntryIsListedUnderTheNameThatItIsGiven) {
+    volume.AddFile("C:\\d\\a");
+    volume.ListAs("C:\\d\\a", "..\\b");
+    EXPECT_THAT(List("C:\\d\\"), ElementsAre(".", "..", "..\\b"));
+    EXPECT_TRUE(volume.FileExists("C:\\d\\a"));
+    EXPECT_FALSE(volume.FileExists("C:\\d\\..\\b"));
+}
+
+TEST_F(MemoryVolumeTest, AVolumeThatNumbersNothingTellsNoIdentity) {
+    volume.AddFolder("C:\\d");
+    volume.StopNumbering();
+    FileIdentity identity{1, 2};
+    EXPECT_FALSE(volume.ReadIdentity("C:\\d", identity));
+    EXPECT_EQ(volume.LastError(), system_error::kNotSupported);
+    EXPECT_EQ(identity, (FileIdentity{1, 2}));
+}
+
 TEST_F(MemoryVolumeTest, AListingSeesWhatComesAndGoesBehindIt) {
     volume.AddFile("C:\\d\\a");
     volume.AddFile("C:\\d\\b");
