@@ -3,21 +3,20 @@
 #include "platform/arguments.h"
 #include "platform/win32/system_message.h"
 #include "platform/win32/wide_text.h"
-#include "platform/win32/win32_process.h"
 #include "platform/win32/windows.h"
 
 namespace tidemark {
 namespace {
 
-// The folders that programs are looked for in: this program's own, that of Windows, that of its
-// system. By itself the system would look in the current folder, too, before that of Windows, and
-// start whatever lies there under the name of one of Windows' own programs.
+// The folders that programs are looked for in: that of Windows and that of its system. By itself the
+// system would look in this program's own folder and in the current one first, and start whatever
+// lies there under the name of one of Windows' own programs.
 std::wstring ProgramFolders() {
-    std::wstring folders = WideFromUtf8(Win32Process().ExecutableFolder());
+    std::wstring folders;
     for (const auto folder_of : {::GetSystemWindowsDirectoryW, ::GetSystemDirectoryW}) {
         std::wstring folder(folder_of(nullptr, 0), L'\0');
         folder.resize(folder_of(folder.data(), static_cast<UINT>(folder.size())));
-        folders.append(L";").append(folder);
+        folders.append(folder).append(L";");
     }
     return folders;
 }

@@ -31,34 +31,38 @@ TEST(Win32CommandRunnerTest, StartsACommandLine) {
     EXPECT_TRUE(CanBeDeletedSoon(file));
 }
 
-TEST(Win32CommandRunnerTest, AProgramBesideThisOneIsFound) {
-    const RealTree tree;
-    const std::string file = tree.Path("names of the tests.xml");
-    const std::string self = Win32Process().ExecutableName();
-    Win32CommandRunner().Run(self + " --gtest_list_tests --gtest_output=\"xml:" + file + "\"");
-    EXPECT_TRUE(CanBeDeletedSoon(file));
-}
-
-TEST(Win32CommandRunnerTest, AProgramInTheCurrentFolderIsNotStarted) {
+// Copies the command processor under a name of its own into a folder, tries to have it started from
+// there and expects that it is not found.
+void ExpectNotStartedFrom(const std::string& folder) {
     const RealTree tree;
     const std::string file = tree.Path("made by the wrong program");
     std::array<wchar_t, MAX_PATH> system_folder{};
     ::GetSystemDirectoryW(system_folder.data(), MAX_PATH);
     const std::wstring shell = std::wstring(system_folder.data()) + L"\\cmd.exe";
-    const std::wstring stub = WideFromUtf8(tree.Path("only-in-the-current-folder.exe"));
-    ASSERT_TRUE(::CopyFileW(shell.c_str(), stub.c_str(), /*bFailIfExists=*/TRUE));
-    std::array<wchar_t, MAX_PATH> folder_before{};
-    ::GetCurrentDirectoryW(MAX_PATH, folder_before.data());
-    ASSERT_TRUE(::SetCurrentDirectoryW(WideFromUtf8(tree.Root()).c_str()));
+    const std::wstring stub = WideFromUtf8(folder + "\\planted-beside-tidemark.exe");
+    ASSERT_TRUE(::CopyFileW(shell.c_str(), stub.c_str(), /*bFailIfExists=*/FALSE));
     std::int32_t code = 0;
     try {
-        Win32CommandRunner().Run("only-in-the-current-folder /c type nul > \"" + file + "\"");
+        Win32CommandRunner().Run("planted-beside-tidemark /c type nul > \"" + file + "\"");
     } catch (const ProgramError& error) {
         code = error.Number();
     }
-    ::SetCurrentDirectoryW(folder_before.data());
     EXPECT_EQ(code, static_cast<std::int32_t>(system_error::kFileNotFound));
     EXPECT_TRUE(code != 0 || !CanBeDeletedSoon(file)) << "it was started";
+    EXPECT_TRUE(CanBeDeletedSoon(Utf8FromWide(stub)));
+}
+
+TEST(Win32CommandRunnerTest, AProgramBesideThisOneIsNotStarted) {
+    ExpectNotStartedFrom(Win32Process().ExecutableFolder());
+}
+
+TEST(Win32CommandRunnerTest, AProgramInTheCurrentFolderIsNotStarted) {
+    const RealTree tree;
+    std::array<wchar_t, MAX_PATH> folder_before{};
+    ::GetCurrentDirectoryW(MAX_PATH, folder_before.data());
+    ASSERT_TRUE(::SetCurrentDirectoryW(WideFromUtf8(tree.Root()).c_str()));
+    ExpectNotStartedFrom(tree.Root());
+    ::SetCurrentDirectoryW(folder_before.data());
 }
 
 TEST(Win32CommandRunnerTest, AProgramThatIsNotThereIsToldWithCodeAndCommandLine) {
