@@ -49,7 +49,7 @@ int Application::Run() {
     if (!StartUp()) {
         return 0;
     }
-    const int exit_code = RunMessageLoop();
+    const int exit_code = RunMessageLoop(main_window_);
     // Asked to quit from elsewhere: the windows, if they are still there, end as on Exit.
     shut_down_.ShutDown(/*unload_main=*/true);
     return exit_code;

@@ -20,6 +20,20 @@ bool WantsKey(const MSG& message) {
     return (code & DLGC_WANTMESSAGE) != 0;
 }
 
+// Whether the window and all those between it and the form can be reached by the keyboard.
+bool TakesKeys(HWND window, HWND form) {
+    if (::IsWindowVisible(window) == FALSE) {
+        return false;
+    }
+    while (window != nullptr && window != form) {
+        if (::IsWindowEnabled(window) == FALSE) {
+            return false;
+        }
+        window = ::GetAncestor(window, GA_PARENT);
+    }
+    return true;
+}
+
 BOOL CALLBACK SendTo(HWND control, LPARAM handed_on) {
     const auto& message = *reinterpret_cast<const MSG*>(handed_on);
     ::SendMessageW(control, message.message, message.wParam, message.lParam);
@@ -230,7 +244,9 @@ bool Form::PreTranslate(MSG& message) {
             return true;
         }
     }
-    return ::IsDialogMessageW(Handle(), &message) != FALSE;
+    // A search for the next control that begins where none can be reached may never come round to
+    // its beginning.
+    return TakesKeys(message.hwnd, Handle()) && ::IsDialogMessageW(Handle(), &message) != FALSE;
 }
 
 bool Form::PressForKey(const MSG& message, Control* focused) {

@@ -44,11 +44,14 @@ void RouteMessage(MSG& message) {
     ::DispatchMessageW(&message);
 }
 
-int RunMessageLoop() {
+int RunMessageLoop(const Window& main_window) {
     MSG message{};
-    while (RouteNext(message)) {
+    while (main_window.Exists()) {
+        if (!RouteNext(message)) {
+            return static_cast<int>(message.wParam);
+        }
     }
-    return static_cast<int>(message.wParam);
+    return 0;
 }
 
 void RunMessageLoopWhileVisible(HWND window) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/win32/windows.h"
+#include "ui/window.h"
 
 namespace tidemark {
 
@@ -9,8 +9,10 @@ namespace tidemark {
 // inside long work) hands them here, so that all treat them alike.
 void RouteMessage(MSG& message);
 
-// Takes and routes messages until the thread is asked to quit; returns the exit code asked for.
-int RunMessageLoop();
+// Takes and routes messages until the thread is asked to quit or the program's main window is gone;
+// returns the exit code asked for, 0 when nobody has. The window alone is enough because a loop of
+// the system (that of a menu) may have taken the request.
+int RunMessageLoop(const Window& main_window);
 
 // The same until the window is gone or hidden. A request to quit ends it too, and is passed on.
 void RunMessageLoopWhileVisible(HWND window);

@@ -299,14 +299,41 @@ TEST_F(Keyboard, TheLoopRunsUntilItIsAskedToQuit) {
         return std::nullopt;
     };
     form_.Post(WM_APP);
-    EXPECT_EQ(RunMessageLoop(), 7);
+    EXPECT_EQ(RunMessageLoop(form_), 7);
+}
+
+// A loop of the system may take the request for itself.
+TEST_F(Keyboard, TheLoopEndsWithItsWindowAlsoWhenTheRequestToQuitIsLost) {
+    form_.on_message = [this](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_APP) {
+            form_.Destroy();
+        }
+        return std::nullopt;
+    };
+    form_.Post(WM_APP);
+    const UINT_PTR too_late =
+        ::SetTimer(nullptr, 0, 5000, [](HWND, UINT, UINT_PTR, DWORD) { ::PostQuitMessage(9); });
+    EXPECT_EQ(RunMessageLoop(form_), 0);
+    ::KillTimer(nullptr, too_late);
+}
+
+TEST_F(Keyboard, AKeySentToWhereNoKeyboardGetsIsAnswered) {
+    panel_.SetVisible(false);
+    MSG press{check_.Handle(), WM_KEYDOWN, VK_TAB, 1, 0, {}};
+    RouteMessage(press);
+    EXPECT_TRUE(other_.HasFocus() || ::GetFocus() == form_.Handle());
+    panel_.SetVisible(true);
+    panel_.SetEnabled(false);
+    other_.Focus();
+    RouteMessage(press);
+    EXPECT_TRUE(other_.HasFocus());
 }
 
 TEST_F(Keyboard, ARequestToQuitPassesThroughAModalLoop) {
     ::PostQuitMessage(3);
     RunMessageLoopWhileVisible(form_.Handle());
     EXPECT_TRUE(form_.Exists());
-    EXPECT_EQ(RunMessageLoop(), 3);
+    EXPECT_EQ(RunMessageLoop(form_), 3);
 }
 
 }  // namespace
