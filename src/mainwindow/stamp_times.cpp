@@ -2,9 +2,25 @@
 
 #include <string>
 
+#include "platform/program_error.h"
 #include "platform/text.h"
 
 namespace tidemark {
+namespace {
+
+// What the locale writes is not always what it reads: the user may choose any separator.
+double Read(UserLocale& locale, const std::string& text, const char* what, const char* remedy) {
+    try {
+        return locale.ReadDateTime(text);
+    } catch (const ProgramError& error) {
+        throw ProgramError(error.Number(), "\"" + text + "\" cannot be read as a " + what +
+                                               ", so nothing was stamped. In the regional settings "
+                                               "of Windows, " +
+                                               remedy + ".");
+    }
+}
+
+}  // namespace
 
 double CombineDateAndTime(UserLocale& locale, const PickedDateTime& date,
                           const PickedDateTime& time) {
@@ -13,7 +29,10 @@ double CombineDateAndTime(UserLocale& locale, const PickedDateTime& date,
                                   between + ZeroPadded(date.year, 4);
     const std::string time_text =
         ZeroPadded(time.hour, 2) + locale.TimeSeparator() + ZeroPadded(time.minute, 2);
-    return locale.ReadDateTime(date_text) + locale.ReadDateTime(time_text);
+    return Read(locale, date_text, "date",
+                R"(choose a short date with "/" or "-" between its parts)") +
+           Read(locale, time_text, "time of day",
+                R"(choose a time with ":" between hours and minutes)");
 }
 
 }  // namespace tidemark

@@ -12,7 +12,8 @@ class UserLocale {
     // Lower case by the user's locale. Texts that have no UTF-8 form keep those parts as they are.
     [[nodiscard]] virtual std::string LowerCase(const std::string& text) = 0;
 
-    // The separators of digit groups (1,234), of the parts of a date and of a time of day.
+    // The separators of digit groups (1,234), of the parts of a date and of a time of day. The last
+    // two come without marks of the direction of writing.
     [[nodiscard]] virtual std::string ThousandsSeparator() = 0;
     [[nodiscard]] virtual std::string DateSeparator() = 0;
     [[nodiscard]] virtual std::string TimeSeparator() = 0;

@@ -13,7 +13,9 @@ constexpr unsigned long kEnglishUnitedStates = 0x0409;   // month first
 constexpr unsigned long kEnglishUnitedKingdom = 0x0809;  // day first
 constexpr unsigned long kGermanGermany = 0x0407;         // day first, between dots
 constexpr unsigned long kFinnishFinland = 0x040B;        // day first, times with a dot as well
-constexpr double kFourthOfMarch2024 = 45355;             // days since 30 December 1899
+constexpr unsigned long kArabicEgypt = 0x0C01;           // marks beside its separators
+constexpr unsigned long kHebrewIsrael = 0x040D;
+constexpr double kFourthOfMarch2024 = 45355;  // days since 30 December 1899
 constexpr double kThirdOfApril2024 = kFourthOfMarch2024 + 30;
 constexpr double kFifteenthOfApril2024 = kThirdOfApril2024 + 12;
 constexpr double kQuarterToTwo = (13 * 60 + 45) / 1440.0;  // in the afternoon
@@ -33,6 +35,16 @@ TEST(StampTimesOnWindows, ADayFirstLocaleSwapsMonthAndDayWhereBothCanBeEither) {
     for (const unsigned long locale : {kEnglishUnitedKingdom, kGermanGermany}) {
         EXPECT_DOUBLE_EQ(Combined(locale, 4, 3), kFourthOfMarch2024 + kQuarterToTwo);
         EXPECT_DOUBLE_EQ(Combined(locale, 4, 15), kFifteenthOfApril2024 + kQuarterToTwo);
+    }
+}
+
+TEST(StampTimesOnWindows, SeparatorsComeWithoutMarksOfTheDirectionOfWriting) {
+    for (const unsigned long locale : {kArabicEgypt, kHebrewIsrael}) {
+        const std::string separators =
+            Win32UserLocale(locale).DateSeparator() + Win32UserLocale(locale).TimeSeparator();
+        EXPECT_EQ(separators.find("\xE2\x80\x8E"), std::string::npos) << locale;
+        EXPECT_EQ(separators.find("\xE2\x80\x8F"), std::string::npos) << locale;
+        EXPECT_DOUBLE_EQ(Combined(locale, 4, 15), kFifteenthOfApril2024 + kQuarterToTwo) << locale;
     }
 }
 

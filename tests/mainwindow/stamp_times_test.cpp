@@ -30,6 +30,25 @@ TEST_F(StampTimesTest, ADateThatTheLocaleCannotReadIsATypeMismatch) {
         FAIL() << "read a date without separators";
     } catch (const ProgramError& error) {
         EXPECT_EQ(error.Number(), error_number::kTypeMismatch);
+        EXPECT_EQ(
+            error.Description(),
+            "\"03012024\" cannot be read as a date, so nothing was stamped. In the regional "
+            "settings of Windows, choose a short date with \"/\" or \"-\" between its parts.");
+    }
+}
+
+TEST_F(StampTimesTest, ATimeThatTheLocaleCannotReadIsATypeMismatch) {
+    locale_.SetTimeSeparator("");
+    try {
+        static_cast<void>(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1},
+                                             {.hour = 13, .minute = 45}));
+        FAIL() << "read a time without a separator";
+    } catch (const ProgramError& error) {
+        EXPECT_EQ(error.Number(), error_number::kTypeMismatch);
+        EXPECT_EQ(
+            error.Description(),
+            "\"1345\" cannot be read as a time of day, so nothing was stamped. In the regional "
+            "settings of Windows, choose a time with \":\" between hours and minutes.");
     }
 }
 

@@ -12,10 +12,23 @@
 namespace tidemark {
 namespace {
 
-std::string LocaleText(LCID locale, LCTYPE which) {
+std::wstring LocaleText(LCID locale, LCTYPE which) {
     std::array<wchar_t, 80> text{};
     ::GetLocaleInfoW(locale, which, text.data(), static_cast<int>(text.size()));
-    return Utf8FromWide(text.data());
+    return text.data();
+}
+
+// Marks that set the direction of writing, as Arabic has them beside its separators. They show
+// nothing, and the system's own reading of dates does not take them everywhere.
+bool IsDirectionMark(wchar_t c) {
+    return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0x2066 && c <= 0x2069);
+}
+
+std::string SeparatorText(LCID locale, LCTYPE which) {
+    std::wstring text = LocaleText(locale, which);
+    std::erase_if(text, IsDirectionMark);
+    return Utf8FromWide(text);
 }
 
 // False, with the text partly done, when it has other characters than ASCII. In plain lower case
@@ -49,15 +62,15 @@ std::string Win32UserLocale::LowerCase(const std::string& text) {
 }
 
 std::string Win32UserLocale::ThousandsSeparator() {
-    return LocaleText(locale_id_, LOCALE_STHOUSAND);
+    return Utf8FromWide(LocaleText(locale_id_, LOCALE_STHOUSAND));
 }
 
 std::string Win32UserLocale::DateSeparator() {
-    return LocaleText(locale_id_, LOCALE_SDATE);
+    return SeparatorText(locale_id_, LOCALE_SDATE);
 }
 
 std::string Win32UserLocale::TimeSeparator() {
-    return LocaleText(locale_id_, LOCALE_STIME);
+    return SeparatorText(locale_id_, LOCALE_STIME);
 }
 
 double Win32UserLocale::ReadDateTime(const std::string& text) {
