@@ -67,6 +67,8 @@ void frmSplash::FadeOut() {
 void frmSplash::StayAbove(const Window& owner) {
     if (Exists()) {
         ::SetWindowLongPtrW(Handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner.Handle()));
+        // A new owner does not move the window; it is where it was made, below what came later.
+        BringToFront();
     }
 }
 

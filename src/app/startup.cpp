@@ -189,6 +189,8 @@ Startup::Road Startup::KeepSplashOnTop() {
 Startup::Road Startup::ShowMainWindow() {
     parts_.main_window.Show();
     parts_.pump.RunPendingMessagesNow();
+    // The main window came to the front when it was shown, over what it owns on some systems.
+    parts_.splash.ShowAboveMainWindow();
     return Road::kNext;
 }
 

@@ -35,7 +35,8 @@ class Window {
     [[nodiscard]] Bounds Position() const;
     void Move(const Bounds& bounds);
     [[nodiscard]] Size ClientSize() const;
-    // Places a child directly in front of its siblings, or after `previous` in tab order.
+    // Places the window directly in front of its siblings, without activating it, or after
+    // `previous` in tab order.
     void BringToFront();
     void PlaceAfter(const Window& previous);
 

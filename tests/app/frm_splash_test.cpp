@@ -10,6 +10,7 @@
 
 #include "platform/win32/win32_timer_source.h"
 #include "support/pump.h"
+#include "support/remote_window.h"
 #include "support/test_form.h"
 #include "ui/subclasser.h"
 
@@ -136,10 +137,11 @@ TEST_F(FrmSplashTest, CanBeUnloadedInTheMiddleOfAFade) {
 }
 
 TEST_F(FrmSplashTest, StaysAboveItsOwner) {
-    TestForm owner;
     splash_.Form_Load();
+    TestForm owner;  // made later, and so above
     splash_.StayAbove(owner);
     EXPECT_EQ(::GetWindow(splash_.Handle(), GW_OWNER), owner.Handle());
+    EXPECT_TRUE(IsAbove(splash_.Handle(), owner.Handle()));
     owner.Destroy();
     EXPECT_FALSE(splash_.Exists());
     EXPECT_FALSE(splash_.FadingIn());

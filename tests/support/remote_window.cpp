@@ -93,6 +93,14 @@ RECT PlaceOf(HWND window) {
     return place;
 }
 
+bool IsAbove(HWND window, HWND other) {
+    HWND next = ::GetTopWindow(nullptr);
+    while (next != nullptr && next != window && next != other) {
+        next = ::GetWindow(next, GW_HWNDNEXT);
+    }
+    return next == window;
+}
+
 std::vector<RemoteWindow> TopLevelWindows(const RemoteProcess& process) {
     return Collect(process,
                    [](WNDENUMPROC each, LPARAM parameter) { ::EnumWindows(each, parameter); });

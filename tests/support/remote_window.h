@@ -45,6 +45,8 @@ class RemoteWindow {
 
 // Where a window is on the screen.
 [[nodiscard]] RECT PlaceOf(HWND window);
+// Whether a top-level window lies in front of another one.
+[[nodiscard]] bool IsAbove(HWND window, HWND other);
 
 // The visible or hidden top-level windows of a process.
 [[nodiscard]] std::vector<RemoteWindow> TopLevelWindows(const RemoteProcess& process);
