@@ -5,14 +5,12 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <iterator>
 
 namespace tidemark {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kDecimalDigits = "0123456789";
-constexpr std::string_view kHexadecimalDigits = "0123456789ABCDEF";
 
 char UpperCase(char letter) {
     return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
@@ -27,30 +25,6 @@ struct NumberAtStart {
     double value = 0;
     std::size_t length = 0;  // zero when the text does not start with a number
 };
-
-// Digits after &H or &O.
-NumberAtStart ReadRadixNumber(std::string_view text) {
-    if (text.size() < 3 || text[0] != '&') {
-        return {};
-    }
-    const char kind = UpperCase(text[1]);
-    if (kind != 'H' && kind != 'O') {
-        return {};
-    }
-    const std::string_view digits = kHexadecimalDigits.substr(0, kind == 'H' ? 16 : 8);
-    NumberAtStart number;
-    std::size_t at = 2;
-    for (; at < text.size(); ++at) {
-        const std::size_t digit = digits.find(UpperCase(text[at]));
-        if (digit == std::string_view::npos) {
-            break;
-        }
-        number.value =
-            number.value * static_cast<double>(digits.size()) + static_cast<double>(digit);
-    }
-    number.length = at > 2 ? at : 0;
-    return number;
-}
 
 // How many characters of the text, from `at` on, are decimal digits.
 std::size_t DigitsAt(std::string_view text, std::size_t at) {
@@ -72,7 +46,7 @@ NumberAtStart ReadNumber(std::string_view text) {
         at += 1 + fraction;
     }
     if (digits == 0) {
-        return ReadRadixNumber(text);
+        return {};
     }
     if (at < text.size() && UpperCase(text[at]) == 'E') {
         const std::size_t start = at + 1 + SignAt(text, at + 1);
@@ -110,10 +84,8 @@ std::string TextFromTruth(bool value) {
 }
 
 double LeadingNumber(std::string_view text) {
-    std::string packed;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(packed),
-                 [](char letter) { return kBlanks.find(letter) == std::string_view::npos; });
-    return ReadNumber(packed).value;
+    const std::size_t start = std::min(text.find_first_not_of(kBlanks), text.size());
+    return ReadNumber(text.substr(start)).value;
 }
 
 std::optional<std::int32_t> RoundHalvesToEven(double value) {

@@ -11,16 +11,16 @@ namespace tidemark {
 // store, so the readers take every text.
 
 // A truth value: "True" or "False" in any letter case, or a number (zero is false, any other true).
-// A number may stand between blanks, may have a sign, a decimal point and an exponent, or may be
-// written as &H and hexadecimal or &O and octal digits. Nothing when the text is neither, when
-// anything follows the number, or when the number is beyond a double's range.
+// A number may stand between blanks and may have a sign, a decimal point and an exponent. Nothing
+// when the text is neither, when anything follows the number, or when the number is beyond a
+// double's range.
 [[nodiscard]] std::optional<bool> TruthValue(std::string_view text);
 
 // "True" or "False".
 [[nodiscard]] std::string TextFromTruth(bool value);
 
-// The number that the text starts with, in the forms that TruthValue knows; what follows it does
-// not matter ("12px" is 12) and blanks, tabs and line breaks are skipped wherever they stand. Zero
+// The number that the text starts with, in the forms that TruthValue knows; blanks, tabs and line
+// breaks may stand before it, and what follows it does not matter ("12px" is 12, "1 500" is 1). Zero
 // when the text does not start with a number; infinite beyond a double's range.
 [[nodiscard]] double LeadingNumber(std::string_view text);
 

@@ -1,5 +1,6 @@
 // The number at the start of a text, its rounding, and the text of a number.
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -11,25 +12,18 @@
 
 namespace {
 
-bool IsBlank(char letter) {
-    return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n';
-}
-
 // The standard library's opinion; only asked where no word (inf, nan) can stand.
 void CheckAgainstStandardLibrary(const std::string& text, double number) {
-    std::string packed;
-    for (const char letter : text) {
-        if (!IsBlank(letter)) {
-            packed.push_back(letter);
-        }
-    }
-    const std::size_t sign = !packed.empty() && packed.front() == '-' ? 1 : 0;
-    const char first = sign < packed.size() ? packed[sign] : '\0';
+    const std::string from_start =
+        text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    const std::size_t sign = from_start.starts_with('-') ? 1 : 0;
+    const char first = sign < from_start.size() ? from_start[sign] : '\0';
     if ((first < '0' || first > '9') && first != '.') {
         return;
     }
     double expected = 0;
-    const auto result = std::from_chars(packed.data(), packed.data() + packed.size(), expected);
+    const auto result =
+        std::from_chars(from_start.data(), from_start.data() + from_start.size(), expected);
     if (result.ec == std::errc::result_out_of_range) {
         FUZZ_CHECK(std::isinf(number) || std::fabs(number) < 1e-300);
     } else {

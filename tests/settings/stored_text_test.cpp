@@ -21,11 +21,10 @@ TEST(TruthValue, TrueAndFalseInAnyLetterCase) {
 
 TEST(TruthValue, ZeroIsFalseAndAnyOtherNumberIsTrue) {
     for (const char* text : {"1", "-1", "+1", "2", "0.5", ".5", "5.", "1e3", "1E-3", " 1 ",
-                             "\t7\r\n", "00001", "-.1e+2", "&H1", "&hff", "&O17", "1e40"}) {
+                             "\t7\r\n", "00001", "-.1e+2", "1e40"}) {
         EXPECT_EQ(TruthValue(text), true) << text;
     }
-    for (const char* text :
-         {"0", "-0", "+0", "0.000", " 0 ", "0e99999", ".0", "0.", "&H0", "&o00"}) {
+    for (const char* text : {"0", "-0", "+0", "0.000", " 0 ", "0e99999", ".0", "0."}) {
         EXPECT_EQ(TruthValue(text), false) << text;
     }
     EXPECT_EQ(TruthValue(std::string(300, '1')), true);
@@ -42,7 +41,7 @@ TEST(TruthValue, AnythingElseFails) {
                              "e5",     "1e",
                              "1e+",    "1e5x",
                              "&",      "True ",
-                             "&H",     "&O",
+                             "&H1",    "&O17",
                              " True",  "Tru",
                              "&H1G",   "&O8",
                              "&X1",    "-&H1",
@@ -68,28 +67,29 @@ TEST(TruthValue, CanonicalTextReadsBack) {
 
 TEST(LeadingNumber, ReadsWhatTheTextStartsWith) {
     const std::pair<const char*, double> texts[] = {
-        {"300", 300},   {"250.6", 250.6}, {"-5", -5},         {"+5", 5},      {"12px", 12},
-        {"12 px", 12},  {".5", .5},       {"5.", 5},          {"1.2.3", 1.2}, {"1e2", 100},
-        {"1E+2x", 100}, {"2e-1", 0.2},    {"12e", 12},        {"12e+", 12},   {"12epx", 12},
-        {"3-4", 3},     {"1e40", 1e40},   {"&hFFFFz", 65535}, {"&H1F", 31},   {"&O17", 15},
-        {"&O178", 15},  {"007", 7},       {"1,5", 1},         {"-.5e1", -5},
+        {"300", 300},   {"250.6", 250.6}, {"-5", -5},  {"+5", 5},      {"12px", 12},
+        {"12 px", 12},  {".5", .5},       {"5.", 5},   {"1.2.3", 1.2}, {"1e2", 100},
+        {"1E+2x", 100}, {"2e-1", 0.2},    {"12e", 12}, {"12e+", 12},   {"12epx", 12},
+        {"3-4", 3},     {"1e40", 1e40},   {"007", 7},  {"1,5", 1},     {"-.5e1", -5},
     };
     for (const auto& [text, number] : texts) {
         EXPECT_DOUBLE_EQ(LeadingNumber(text), number) << text;
     }
 }
 
-TEST(LeadingNumber, BlanksAreSkippedWhereverTheyStand) {
+TEST(LeadingNumber, BlanksMayStandBeforeANumberAndEndIt) {
     EXPECT_EQ(LeadingNumber("  12"), 12);
-    EXPECT_EQ(LeadingNumber("\t- 1 2\r\n3 px"), -123);
-    EXPECT_EQ(LeadingNumber("1 e 2"), 100);
-    EXPECT_EQ(LeadingNumber("& H 1 0"), 16);
+    EXPECT_EQ(LeadingNumber("\t\r\n-12 px"), -12);
+    EXPECT_EQ(LeadingNumber(" 1 500"), 1);
+    EXPECT_EQ(LeadingNumber("4 0"), 4);
+    EXPECT_EQ(LeadingNumber("1 e 2"), 1);
+    EXPECT_EQ(LeadingNumber("- 12"), 0);
 }
 
 TEST(LeadingNumber, TextThatDoesNotStartWithANumberIsZero) {
     for (const char* text :
          {"",  " ", "abc", "maybe", "px12", "-",    "+",  ".",   "-.",  "--5", "e5",
-          "E", "&", "&H",  "&O9",   "&HG",  "-&H1", "x0", "inf", "nan", "$5"}) {
+          "E", "&", "&H1", "&O17",  "&HG",  "-&H1", "x0", "inf", "nan", "$5"}) {
         EXPECT_EQ(LeadingNumber(text), 0) << text;
     }
     EXPECT_EQ(LeadingNumber("\0px"s), 0);
@@ -102,7 +102,6 @@ TEST(LeadingNumber, IsInfiniteBeyondADoublesRange) {
     EXPECT_TRUE(std::isinf(LeadingNumber("1e400")));
     EXPECT_TRUE(std::isinf(LeadingNumber("-1e400")));
     EXPECT_TRUE(std::isinf(LeadingNumber(std::string(10000, '9'))));
-    EXPECT_TRUE(std::isinf(LeadingNumber("&H" + std::string(10000, 'F'))));
     EXPECT_EQ(LeadingNumber("1e-400"), 0);
     EXPECT_EQ(LeadingNumber("0." + std::string(9000, '0') + "5e9001"), 5);
 }
