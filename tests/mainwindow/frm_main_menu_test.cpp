@@ -145,6 +145,25 @@ TEST_F(MainMenu, RemoveCompletedLeavesAnItemThatCompletedWithErrors) {
     EXPECT_FALSE(Item("mnuFileRemoveCompleted").Enabled());
 }
 
+// At once, not only when the next poll comes.
+TEST_F(MainMenu, RemovingTheLastRowsByTheirKeysSetsTheControlsBack) {
+    LoadWithFiles(2);
+    SelectRow("c:\\data\\file1.txt");
+    SelectRow("c:\\data\\file2.txt");
+    Choose("mnuFile", "mnuFileRemoveSelected");
+    EXPECT_FALSE(Main().cmdStamp.Enabled());
+    EXPECT_FALSE(Item("mnuFileStamp").Enabled());
+    EXPECT_FALSE(Main().lvwItems.Visible());
+
+    List({"C:\\data\\file1.txt"});
+    Item("mnuOptionsPrompt").SetChecked(false);
+    Item("mnuOptionsClearAutomatically").SetChecked(false);
+    Main().cmdStamp.Click();
+    Finish();
+    Choose("mnuFile", "mnuFileRemoveCompleted");
+    EXPECT_FALSE(Main().cmdStamp.Enabled());
+}
+
 TEST_F(MainMenu, RemoveAllEmptiesListAndCollection) {
     LoadWithFiles(3);
     Choose("mnuFile", "mnuFileRemoveAll");

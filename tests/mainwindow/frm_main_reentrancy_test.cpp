@@ -1,6 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "lists/list_helpers.h"
 #include "mainwindow/main_window_fixture.h"
 #include "support/shown_status.h"
@@ -21,7 +27,28 @@ class MainWindowInside : public MainWindowTest {
         EXPECT_EQ(closed_, 1);
         Finish();
         EXPECT_THAT(errors_shown_, IsEmpty());
+        ExpectNoFolderEnteredSince();
     }
+    // As AddTree, with folders below the tree that a walk has still to enter.
+    void AddDeepTree(const std::string& name, int files) {
+        AddTree(name, files);
+        for (int i = 0; i < 3; ++i) {
+            AddTree(Numbered(name + "\\sub", i), 2);
+        }
+    }
+    // Does what ends the work, and remembers that no folder is to be entered any more.
+    void EndWorkBy(const std::function<void()>& end) {
+        end();
+        folders_entered_ = system_.files.CallCount(KernelCall::kSearchFirst);
+    }
+    void ExpectNoFolderEnteredSince() const {
+        if (folders_entered_) {
+            EXPECT_EQ(system_.files.CallCount(KernelCall::kSearchFirst), *folders_entered_);
+        }
+    }
+
+  private:
+    std::optional<std::size_t> folders_entered_;
 };
 
 TEST_F(MainWindowInside, ClosingWhileIdleSavesTheColumnWidthsAndShutsDown) {
@@ -33,6 +60,15 @@ TEST_F(MainWindowInside, ClosingWhileIdleSavesTheColumnWidthsAndShutsDown) {
     EXPECT_THAT(settings_.Writes(), ElementsAre("1ColumnWidth", "2ColumnWidth", "3ColumnWidth"));
     EXPECT_THAT(shut_downs_, ElementsAre(false));
     ExpectClosedCleanly();
+}
+
+TEST_F(MainWindowInside, TheColumnWidthsAreSavedBeforeTheOtherWindowsGo) {
+    LoadWithFiles(1);
+    Main().lvwItems.SetColumnWidth(1, 77);
+    std::string saved;
+    on_shut_down_ = [&] { saved = settings_.ReadText("2ColumnWidth", ""); };
+    Main().Close();
+    EXPECT_EQ(saved, "77");
 }
 
 TEST_F(MainWindowInside, AColumnClickWhileTheWindowClosesDoesNothing) {
@@ -67,19 +103,22 @@ TEST_F(MainWindowInside, ClosingIsNotRefusedWhenTheSettingsCannotBeWritten) {
 
 TEST_F(MainWindowInside, ClosingWhileCountingEndsTheCount) {
     Load();
-    AddTree("t", 50);
+    AddDeepTree("t", 50);
     Main().AddItems({"C:\\trees\\t"});
-    system_.pump.AtCall(10, [this] { Main().Close(); });
+    system_.pump.AtCall(10, [this] { EndWorkBy([this] { Main().Close(); }); });
     Finish();
     ExpectClosedCleanly();
 }
 
 TEST_F(MainWindowInside, ClosingWhileStampingEndsTheStamp) {
     Load();
+    AddDeepTree("slow", 0);
+    const FileTime before = Written("C:\\trees\\slow\\sub2\\f1");
     StartSlowStamp();
-    system_.pump.AtCall(10, [this] { Main().Close(); });
+    system_.pump.AtCall(10, [this] { EndWorkBy([this] { Main().Close(); }); });
     Finish();
     ExpectClosedCleanly();
+    EXPECT_EQ(Written("C:\\trees\\slow\\sub2\\f1"), before);
     EXPECT_THAT(boxes_.shown, IsEmpty());
 }
 
@@ -115,9 +154,9 @@ TEST_F(MainWindowInside, ClosingWhilePathsAreAddedAddsNoMore) {
 
 TEST_F(MainWindowInside, ClosingWhileAddedPathsStartToCountEndsThat) {
     Load();
-    AddTree("a", 1);
-    AddTree("b", 1);
-    system_.pump.AtCall(3, [this] { Main().Close(); });
+    AddDeepTree("a", 1);
+    AddDeepTree("b", 1);
+    system_.pump.AtCall(3, [this] { EndWorkBy([this] { Main().Close(); }); });
     Main().AddItems({"C:\\trees\\a", "C:\\trees\\b"});
     ExpectClosedCleanly();
 }
@@ -148,17 +187,19 @@ TEST_F(MainWindowInside, ItemsRemovedWhilePathsAreAddedAreNotCounted) {
     Load();
     std::vector<std::string> paths;
     for (int i = 0; i < 6; ++i) {
-        AddTree(Numbered("t", i), 1);
+        AddDeepTree(Numbered("t", i), 1);
         paths.push_back(Numbered("C:\\trees\\t", i));
     }
     // All paths are in the list by the sixth call, and the first counts have been asked for.
-    system_.pump.AtCall(8, [this] { Choose("mnuFile", "mnuFileRemoveAll"); });
+    system_.pump.AtCall(8,
+                        [this] { EndWorkBy([this] { Choose("mnuFile", "mnuFileRemoveAll"); }); });
     Main().AddItems(paths);
     EXPECT_THAT(RowTexts(), IsEmpty());
     EXPECT_EQ(Main().Items().Count(), 0U);
     EXPECT_FALSE(Main().cmdStamp.Enabled());
     Finish();
     EXPECT_FALSE(Main().Items().Busy());
+    ExpectNoFolderEnteredSince();
 }
 
 TEST_F(MainWindowInside, PathsDroppedWhilePathsAreAddedAreAllThere) {
@@ -334,10 +375,12 @@ TEST_F(MainWindowInside, PathsAddedFromInsideThePollAreCountedBeforeItsEyes) {
 
 TEST_F(MainWindowInside, RowsRemovedFromInsideACountAreGoneAndItEnds) {
     Load();
-    AddTree("t", 50);
+    AddDeepTree("t", 50);
     Main().AddItems({"C:\\trees\\t"});
-    system_.pump.AtCall(10, [this] { Choose("mnuFile", "mnuFileRemoveAll"); });
+    system_.pump.AtCall(10,
+                        [this] { EndWorkBy([this] { Choose("mnuFile", "mnuFileRemoveAll"); }); });
     Finish();
+    ExpectNoFolderEnteredSince();
     EXPECT_THAT(RowTexts(), IsEmpty());
     EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
 }

@@ -187,6 +187,19 @@ TEST_F(MainWindowView, ThePanelGivesTheFirstFocusToItsFirstPicker) {
     EXPECT_TRUE(Main().dtDateLastModified.HasFocus());
 }
 
+TEST_F(MainWindowView, ThePanelGetsTheFirstFocusAlsoBelowAList) {
+    Main().Form_Load();
+    Main().InitializeDisplay();
+    Choose("mnuView", "mnuViewControlsOnBottom");
+    system_.volume.AddFile("C:\\a.txt");
+    List({"C:\\a.txt"});
+    Main().SetVisible(true);
+    ::SetForegroundWindow(Main().Handle());
+    ASSERT_TRUE(PumpUntil([this] { return ::GetFocus() != nullptr; }));
+    ASSERT_TRUE(Main().lvwItems.Visible());
+    EXPECT_TRUE(Main().dtDateLastModified.HasFocus());
+}
+
 TEST_F(MainWindowView, TabFollowsTheEyeInBothLayouts) {
     LoadWithFiles(1);
     Choose("mnuView", "mnuViewDateCreated");

@@ -1,5 +1,6 @@
 #include "mainwindow/main_window_fixture.h"
 
+#include "platform/raise.h"
 #include "support/row_state.h"
 #include "ui/message_loop.h"
 
@@ -35,6 +36,7 @@ void MainWindowTest::MakeWindow(const Screen& screen, PopupMenuSystem& popup_men
         .shut_down =
             [this](bool unload_main) {
                 shut_downs_.push_back(unload_main);
+                Raise(on_shut_down_);
                 if (unload_main) {
                     window_->Close();
                 }

@@ -85,6 +85,7 @@ class MainWindowTest : public ::testing::Test {
     bool errors_topmost_ = false;
     std::vector<bool> about_shown_;
     std::vector<bool> shut_downs_;
+    std::function<void()> on_shut_down_;
     int closed_ = 0;
     std::unique_ptr<frmMain> window_;
 };
