@@ -20,8 +20,8 @@ namespace tidemark {
 [[nodiscard]] std::string TextFromTruth(bool value);
 
 // The number that the text starts with, in the forms that TruthValue knows; blanks, tabs and line
-// breaks may stand before it, and what follows it does not matter ("12px" is 12, "1 500" is 1). Zero
-// when the text does not start with a number; infinite beyond a double's range.
+// breaks may stand before it, and what follows it does not matter ("12px" is 12, "1 500" is 1).
+// Zero when the text does not start with a number; infinite beyond a double's range.
 [[nodiscard]] double LeadingNumber(std::string_view text);
 
 // The nearest whole number, halves to the even one; nothing when 32 bits cannot hold it.

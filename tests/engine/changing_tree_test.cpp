@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "engine/engine_fixture.h"
+#include "engine/tidemark_item_collection.h"
+#include "lists/list_model.h"
 
 namespace tidemark {
 namespace {
@@ -206,6 +208,30 @@ TEST_F(ChangingVolumeTest, WhenTheWholeTreeGoesTheWalkEnds) {
         EXPECT_EQ(item->CountString(), "not counted");
     }
     EXPECT_GT(failed, 0U);
+}
+
+// A file that is there when it is looked for and gone right afterwards.
+class BrieflyThere final : public FileSystemObject {
+  public:
+    std::int32_t DriveCount() override { return 1; }
+    bool FileExists(const std::string& /*path*/) override { return ++looks_ == 1; }
+    bool FolderExists(const std::string& /*path*/) override { return false; }
+    std::string TypeName(const std::string& /*path*/) override { return {}; }
+
+  private:
+    int looks_ = 0;
+};
+
+TEST(ChangingTree, APathThatGoesRightAfterItWasLookedForIsNotListed) {
+    MemorySystem system;
+    BrieflyThere file_system;
+    Platform parts = system.Parts();
+    const Platform platform{parts.files, file_system, parts.timers, parts.pump, parts.locale};
+    ListModel list(system.locale);
+    TidemarkItemCollection items(platform);
+    EXPECT_EQ(items.Add("C:\\gone.txt", &list, nullptr), nullptr);
+    EXPECT_EQ(items.Count(), 0U);
+    EXPECT_EQ(list.Count(), 0U);
 }
 
 }  // namespace

@@ -66,6 +66,17 @@ TEST(LocalDateTime, OtherTimesComeWithinAMicrosecond) {
     }
 }
 
+// In the first day of file times the arithmetic is exact, so that the last step is seen alone.
+TEST(LocalDateTime, PartsOfAUnitAreRoundedToTheNearest) {
+    constexpr std::int64_t kStepsPerDay = std::int64_t{1} << 36;
+    for (std::int64_t step = 1; step < 2000; ++step) {
+        const double date = -109205 + static_cast<double>(step) / static_cast<double>(kStepsPerDay);
+        // 12.57... units each; none of these ends in a half.
+        const std::int64_t nearest = (step * kTicksPerDay + kStepsPerDay / 2) / kStepsPerDay;
+        ASSERT_EQ(TicksOf(date), nearest) << step;
+    }
+}
+
 TEST(LocalDateTime, WhatAFileTimeCannotHoldIsNothing) {
     EXPECT_FALSE(LocalFileTimeFromDayNumber(1e9).has_value());
     EXPECT_FALSE(LocalFileTimeFromDayNumber(-1e9).has_value());

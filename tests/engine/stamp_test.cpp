@@ -187,12 +187,51 @@ TEST_F(StampTest, SyncReachesAFolderThatTookThePlaceOfAListedFile) {
     EXPECT_EQ(Created("C:\\top\\a.txt"), modified_time);
 }
 
+// The path decides: a folder given as relative from the current one is left out, the same folder
+// given by its name is not.
+TEST_F(StampTest, SyncLeavesOutPathsThatBeginWithADot) {
+    system.volume.SetCurrentFolder("C:\\top");
+    for (const char* path : {".", ".\\sub"}) {
+        const auto item = NewItem(path);
+        StampToTheEnd(*item, 0, false, /*sync_folders=*/true);
+        EXPECT_EQ(item->StatusString(), "Complete");
+        EXPECT_TRUE(IsStamped("C:\\top\\sub\\b.txt"));
+    }
+    for (const char* path : {"C:\\top", "C:\\top\\sub", "C:\\top\\sub\\deep"}) {
+        EXPECT_TRUE(IsStamped(path));
+        EXPECT_EQ(Created(path), untouched) << path;
+    }
+    const auto item = NewItem("sub");
+    StampToTheEnd(*item, 0, false, /*sync_folders=*/true);
+    EXPECT_EQ(Created("C:\\top\\sub"), modified_time);
+    EXPECT_EQ(Created("C:\\top\\sub\\deep"), modified_time);
+}
+
+TEST_F(StampTest, AFolderThatTookThePlaceOfTheItemsFileIsCountedAndStampedWhole) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    system.volume.Remove("C:\\top\\a.txt");
+    system.volume.AddFile("C:\\top\\a.txt\\inside.txt");
+    item->Count();
+    system.pump.RunUntilIdle();
+    EXPECT_EQ(item->CountString(), "1 file; 1 folder");
+    StampToTheEnd(*item);
+    EXPECT_EQ(item->StampedFileCount(), 1);
+    EXPECT_TRUE(IsStamped("C:\\top\\a.txt\\inside.txt"));
+}
+
 TEST_F(StampTest, AGivenCreatedGoesBeforeSync) {
     const auto item = NewItem("C:\\top");
     StampToTheEnd(*item, created_date, false, /*sync_folders=*/true);
     for (const char* path : {"C:\\top", "C:\\top\\a.txt", "C:\\top\\sub"}) {
         EXPECT_EQ(Created(path), created_time) << path;
     }
+}
+
+TEST_F(StampTest, ACreatedBeforeTheDayThatCountsAsZeroIsSet) {
+    const auto item = NewItem("C:\\top\\a.txt");
+    Stamp(*item, DayNumber(1752, 9, 14, 13, 45));
+    EXPECT_EQ(Created("C:\\top\\a.txt"), SystemTime(1752, 9, 14, 13, 45));
+    EXPECT_EQ(Written("C:\\top\\a.txt"), modified_time);
 }
 
 TEST_F(StampTest, AnyCreatedButExactlyZeroIsSet) {

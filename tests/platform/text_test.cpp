@@ -39,6 +39,37 @@ TEST(Text, BytesThatAreNoTextBecomeTheReplacementCharacter) {
     EXPECT_EQ(Utf16FromUtf8("\xF5\x80\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
 }
 
+TEST(Text, ASequenceWithAWrongByteBehindItsFirstIsReplacedByteByByte) {
+    EXPECT_EQ(Utf16FromUtf8("\xC3("), u"\uFFFD(");
+    EXPECT_EQ(Utf16FromUtf8("\xC3\xC3\xA9"), u"\uFFFD\u00e9");
+    EXPECT_EQ(Utf16FromUtf8("\xE6(\xBC"), u"\uFFFD(\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xE6\xBC("), u"\uFFFD\uFFFD(");
+    EXPECT_EQ(Utf16FromUtf8("\xF0\x9F\x98("), u"\uFFFD\uFFFD\uFFFD(");
+}
+
+TEST(Text, ALongerFormOfAPointThanItsShortestIsReplacedByteByByte) {
+    EXPECT_EQ(Utf16FromUtf8("\xC1\xBF"), u"\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xE0\x80\xAF"), u"\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xE0\x9F\xBF"), u"\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xF0\x8F\xBF\xBF"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xE0\xA0\x80"), u"\u0800");
+}
+
+TEST(Text, APointBeyondTheLastIsReplacedByteByByte) {
+    EXPECT_EQ(Utf16FromUtf8("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xF4\x8F\xBF\xBF"), u"\U0010FFFF");
+}
+
+// What lies behind the view would complete the sequence.
+TEST(Text, ASequenceIsNotReadBeyondTheEndOfTheView) {
+    const std::string whole = "a\xF0\x9F\x98\x80";
+    const std::string_view view(whole);
+    EXPECT_EQ(Utf16FromUtf8(view), u"a\U0001F600");
+    EXPECT_EQ(Utf16FromUtf8(view.substr(0, 4)), u"a\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8(view.substr(0, 2)), u"a\uFFFD");
+    EXPECT_EQ(Utf16FromUtf8("\xC3\xA9"sv.substr(0, 1)), u"\uFFFD");
+}
+
 TEST(Text, WhatFollowsAsciiIsConvertedToo) {
     EXPECT_EQ(Utf16FromUtf8("path\\caf\xC3\xA9.txt"), u"path\\caf\u00e9.txt");
     EXPECT_EQ(Utf8FromUtf16(u"path\\caf\u00e9.txt"), "path\\caf\xC3\xA9.txt");

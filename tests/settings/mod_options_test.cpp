@@ -212,8 +212,8 @@ TEST_F(ModOptions, FailingTopmostSurfacesFromTheApplierAndNotFromTheLoader) {
 
 TEST_F(ModOptions, ColumnWidthsTakeTheLeadingNumberAndAtLeastTen) {
     const std::pair<const char*, std::int32_t> cases[] = {
-        {"-5", 10},   {"abc", 10},  {"250.6", 251}, {"250.5", 250}, {"12px", 12},  {"251.5", 252},
-        {"", 10},     {" ", 10},    {"maybe", 10},  {"9.6", 10},    {"10", 10},    {"11", 11},
+        {"-5", 10},   {"abc", 10},  {"250.6", 251}, {"250.5", 250}, {"12px", 12},   {"251.5", 252},
+        {"", 10},     {" ", 10},    {"maybe", 10},  {"9.6", 10},    {"10", 10},     {"11", 11},
         {"1e2", 100}, {"1e40", 10}, {"-1e40", 10},  {"1e999", 10},  {" 40 0 ", 40}, {"4 0", 10},
     };
     for (const auto& [text, width] : cases) {

@@ -95,9 +95,8 @@ double MemoryUserLocale::ReadDateTime(const std::string& text) {
     }
     double result = 0;
     const std::size_t blank = rest.find(' ');
-    const bool has_time =
-        rest.find(':') != std::string_view::npos ||
-        (!time_.empty() && rest.find(time_) != std::string_view::npos);
+    const bool has_time = rest.find(':') != std::string_view::npos ||
+                          (!time_.empty() && rest.find(time_) != std::string_view::npos);
     if (blank != std::string_view::npos || !has_time) {
         result = DateFrom(ReadNumbers(rest.substr(0, blank), date_, "/-"),
                           order_ == DateOrder::kMonthFirst);

@@ -8,9 +8,9 @@
 namespace tidemark {
 namespace {
 
-// The folders that programs are looked for in: that of Windows and that of its system. By itself the
-// system would look in this program's own folder and in the current one first, and start whatever
-// lies there under the name of one of Windows' own programs.
+// The folders that programs are looked for in: that of Windows and that of its system. By itself
+// the system would look in this program's own folder and in the current one first, and start
+// whatever lies there under the name of one of Windows' own programs.
 std::wstring ProgramFolders() {
     std::wstring folders;
     for (const auto folder_of : {::GetSystemWindowsDirectoryW, ::GetSystemDirectoryW}) {

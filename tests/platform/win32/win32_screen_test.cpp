@@ -55,6 +55,17 @@ TEST(Win32Screen, MonitorThatCannotBeDescribedGivesThePrimaryScreen) {
 
 TEST(Win32Screen, WholeMonitorCountsNotOnlyItsWorkArea) {
     EXPECT_EQ(MonitorRectAtPoint(Win32Screen(), 0, 0), PrimaryScreen());
+    // The display may have no task bar that would make the two differ.
+    struct WithTaskBar {
+        static BOOL WINAPI GetInfo(HMONITOR /*monitor*/, MONITORINFO* info) {
+            info->rcMonitor = {-10, -20, 300, 400};
+            info->rcWork = {0, 0, 300, 360};
+            return TRUE;
+        }
+    };
+    auto functions = MonitorFunctions::Of(::GetModuleHandleW(L"user32.dll"));
+    functions.get_monitor_info = WithTaskBar::GetInfo;
+    EXPECT_EQ(MonitorRectAtPoint(Win32Screen(functions), 0, 0), (Rect{-10, -20, 300, 400}));
 }
 
 }  // namespace
