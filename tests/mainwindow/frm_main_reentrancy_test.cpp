@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,8 +37,12 @@ class MainWindowInside : public MainWindowTest {
             AddTree(Numbered(name + "\\sub", i), 2);
         }
     }
-    // Does what ends the work, and remembers that no folder is to be entered any more.
+    // Does what ends the work, and remembers that no folder is to be entered any more. The items
+    // are held, so that it is not their end that ends it.
     void EndWorkBy(const std::function<void()>& end) {
+        for (const std::shared_ptr<TidemarkItem>& item : Main().Items()) {
+            held_.push_back(item);
+        }
         end();
         folders_entered_ = system_.files.CallCount(KernelCall::kSearchFirst);
     }
@@ -48,6 +53,7 @@ class MainWindowInside : public MainWindowTest {
     }
 
   private:
+    std::vector<std::shared_ptr<TidemarkItem>> held_;
     std::optional<std::size_t> folders_entered_;
 };
 

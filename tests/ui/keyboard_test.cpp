@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "platform/win32/win32_message_pump.h"
 #include "support/held_keys.h"
@@ -317,16 +319,33 @@ TEST_F(Keyboard, TheLoopEndsWithItsWindowAlsoWhenTheRequestToQuitIsLost) {
     ::KillTimer(nullptr, too_late);
 }
 
+// The system's search for a mnemonic, begun there, would go round for ever.
 TEST_F(Keyboard, AKeySentToWhereNoKeyboardGetsIsAnswered) {
+    DateTimePicker hidden;
+    hidden.Create(form_, DateTimePicker::Kind::kTime, {.bounds = {90, 100, 100, 22}});
     other_.Focus();
-    MSG press{check_.Handle(), WM_KEYDOWN, VK_TAB, 1, 0, {}};
+    std::vector<HWND> out_of_reach = {check_.Handle(), hidden.Handle()};
+    if (const HWND up_down = ::GetWindow(hidden.Handle(), GW_CHILD)) {
+        out_of_reach.push_back(up_down);
+    }
+    const auto send_keys = [&] {
+        for (const HWND window : out_of_reach) {
+            for (const auto& [message, key] :
+                 {std::pair<UINT, WPARAM>{WM_KEYDOWN, VK_TAB}, {WM_SYSCHAR, 'x'}, {WM_CHAR, 'x'}}) {
+                MSG press{window, message, key, 1, 0, {}};
+                RouteMessage(press);
+            }
+        }
+        EXPECT_TRUE(other_.HasFocus());
+    };
     panel_.SetVisible(false);
-    RouteMessage(press);
-    EXPECT_TRUE(other_.HasFocus());
-    panel_.SetVisible(true);
-    panel_.SetEnabled(false);
-    RouteMessage(press);
-    EXPECT_TRUE(other_.HasFocus());
+    hidden.SetVisible(false);
+    send_keys();
+    for (Window* const window : {static_cast<Window*>(&panel_), static_cast<Window*>(&hidden)}) {
+        window->SetEnabled(false);
+        window->SetVisible(true);
+    }
+    send_keys();
 }
 
 TEST_F(Keyboard, ARequestToQuitPassesThroughAModalLoop) {
