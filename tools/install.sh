@@ -33,11 +33,10 @@ packages_to_test=(
 )
 # What tools/render-artwork.sh takes.
 packages_to_draw=(librsvg2-bin imagemagick fontconfig fonts-urw-base35)
-# What tools/fuzz.sh takes besides what building takes.
-packages_to_fuzz=(
-    cmake ninja-build
-    clang-14 libclang-rt-14-dev # the compiler, and libFuzzer with the sanitizers
-)
+# What tools/fuzz.sh takes: the compiler with libFuzzer, which its package recommends or depends on.
+packages_to_fuzz=(cmake ninja-build clang libclang-rt-dev)
+# What tools/on_debian.sh takes.
+packages_for_other_releases=(debootstrap git util-linux mount e2fsprogs)
 
 # What shows on a system without Debian's list of packages that one is there: a command, or a file;
 # nothing for what has none of its own, like fonts and plain tools that every system has.
@@ -56,7 +55,7 @@ sign_of() {
     procps) echo pgrep ;;
     util-linux) echo flock ;;
     e2fsprogs) echo chattr ;;
-    clang-14) echo clang++-14 ;;
+    clang) echo clang++ ;;
     librsvg2-bin) echo rsvg-convert ;;
     esac
 }

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "lists/fakes.h"
 #include "lists/icon_keys.h"
 #include "platform/memory/memory_user_locale.h"
@@ -34,14 +36,16 @@ TEST_F(ListHelpersTest, FindRowIgnoresLetterCaseAndNeverFails) {
 }
 
 TEST_F(ListHelpersTest, FindOrAddAddsARowUnderTheLowerCasedKey) {
-    const ListRow& row = FindOrAddRow(list_, "C:\\New.txt", "C:\\New.txt");
+    const std::string path = "C:\\New.txt";
+    const ListRow& row = FindOrAddRow(list_, path, path);
     EXPECT_EQ(row.key, "c:\\new.txt");
     EXPECT_EQ(row.text, "C:\\New.txt");
     EXPECT_EQ(list_.Count(), 1U);
 }
 
 TEST_F(ListHelpersTest, FindOrAddWithAKeyThatDiffersOnlyInCaseReturnsTheExistingRow) {
-    const ListRow& row = FindOrAddRow(list_, "C:\\A.txt", "C:\\A.txt");
+    const std::string path = "C:\\A.txt";
+    const ListRow& row = FindOrAddRow(list_, path, path);
     EXPECT_EQ(&FindOrAddRow(list_, "c:\\a.TXT", "other"), &row);
     EXPECT_EQ(row.text, "C:\\A.txt");
     EXPECT_EQ(list_.Count(), 1U);

@@ -367,10 +367,9 @@ TEST_F(SubclasserTest, AWindowOfAnotherThreadIsRefused) {
     struct Asked {
         HWND window;
         bool refused = false;
-    } asked{form_.Handle()};
-    const HANDLE thread = ::CreateThread(
-        nullptr, 0,
-        [](void* parameter) -> DWORD {
+
+        // A lambda does not convert to a routine of the system's calling convention.
+        static DWORD WINAPI Ask(void* parameter) {
             auto& to_ask = *static_cast<Asked*>(parameter);
             Subclasser subclasser;
             try {
@@ -379,8 +378,9 @@ TEST_F(SubclasserTest, AWindowOfAnotherThreadIsRefused) {
                 to_ask.refused = true;
             }
             return 0;
-        },
-        &asked, 0, nullptr);
+        }
+    } asked{form_.Handle()};
+    const HANDLE thread = ::CreateThread(nullptr, 0, &Asked::Ask, &asked, 0, nullptr);
     ASSERT_NE(thread, nullptr);
     EXPECT_TRUE(PumpUntil([&] { return ::WaitForSingleObject(thread, 0) == WAIT_OBJECT_0; }));
     ::CloseHandle(thread);
