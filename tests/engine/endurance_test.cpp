@@ -66,6 +66,25 @@ TEST_F(EnduranceTest, ThousandsOfStampsLeaveNothingBehind) {
     EXPECT_EQ(list.Count(), 0U);
 }
 
+// A row that stays keeps the list from ever being empty, which would start it anew.
+TEST_F(EnduranceTest, RowsThatComeAndGoBesideOneThatStaysLeaveNothingBehind) {
+    items.Add("C:\\c", &list, nullptr);
+    const auto come_and_go = [this](int times) {
+        for (int i = 0; i < times; ++i) {
+            items.Add("C:\\a", &list, nullptr);
+            items.Add("C:\\5", &list, nullptr);
+            items.Remove("C:\\a\\", &list);
+            items.Remove("C:\\5", &list);
+        }
+    };
+    come_and_go(10);
+    const std::size_t before = BytesHeld();
+    come_and_go(1000);
+    EXPECT_EQ(BytesHeld(), before);
+    EXPECT_EQ(items.Count(), 1U);
+    EXPECT_EQ(list.Count(), 1U);
+}
+
 // The one deliberate exception, and its bound: an entry that is open already cannot be opened
 // again.
 TEST_F(EnduranceTest, EachEntryThatFailsAfterItWasOpenedKeepsExactlyOneHandle) {
