@@ -41,7 +41,7 @@ class BrowseForFolder {
     // Shows the dialog until it is closed. True when a folder with a path was chosen; only then
     // does SelectedFolder change. False, too, when another dialog is open. A RootFolder or
     // SelectedFolder that the shell does not know is left unset; a thread that cannot have OLE gets
-    // what dialog the shell shows without it.
+    // what dialog the shell shows without it. The object must outlive the call.
     bool Browse();
 
   private:

@@ -102,6 +102,7 @@ DrawEdge::DrawEdge(Mode mode) : DrawEdge(mode, SystemRoutine) {}
 DrawEdge::DrawEdge(Mode mode, EdgeRoutine routine) : mode_(mode), routine_(std::move(routine)) {}
 
 DrawEdge::~DrawEdge() {
+    *alive_ = false;
     // Here, not in the base: until the window is gone its messages need this part of the object.
     Destroy();
 }
@@ -138,15 +139,22 @@ std::int32_t DrawEdge::Edge() const {
 
 void DrawEdge::SetEdge(std::int32_t style) {
     left_ = top_ = right_ = bottom_ = style;
-    for (const char* name : {"EdgeLeft", "EdgeTop", "EdgeRight", "EdgeBottom"}) {
-        Raise(PropertyChanged, name);
-    }
-    Render();
+    TellAndRender({"EdgeLeft", "EdgeTop", "EdgeRight", "EdgeBottom"});
 }
 
 void DrawEdge::ChangeStyle(std::int32_t& style, std::int32_t value, std::string_view name) {
     style = value;
-    Raise(PropertyChanged, name);
+    TellAndRender({name});
+}
+
+void DrawEdge::TellAndRender(std::initializer_list<std::string_view> changed) {
+    const std::shared_ptr<const bool> alive = alive_;
+    for (const std::string_view name : changed) {
+        Raise(PropertyChanged, name);
+        if (!*alive) {
+            return;
+        }
+    }
     Render();
 }
 

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
+#include <memory>
 #include <string_view>
 
 #include "controls/property_bag.h"
@@ -77,18 +79,20 @@ class DrawEdge final : public Control, private MessageHandler {
     void ReadProperties(const PropertyBag& bag);
     void WriteProperties(PropertyBag& bag) const;
 
-    // A property has changed and wants to be kept.
+    // A property has changed and wants to be kept. The handler may destroy the control.
     std::function<void(std::string_view name)> PropertyChanged;
 
   private:
     LRESULT OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override;
     void ChangeStyle(std::int32_t& style, std::int32_t value, std::string_view name);
+    void TellAndRender(std::initializer_list<std::string_view> changed);
     void Render();
     [[nodiscard]] COLORREF FillColour() const;
     void DrawPicture(HDC dc, Size size) const;
     void Paint(HWND window) const;
     [[nodiscard]] bool ShowPointer() const;
 
+    const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for handlers that end it
     Mode mode_;
     EdgeRoutine routine_;
     HDC dc_ = nullptr;

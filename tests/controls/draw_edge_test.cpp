@@ -295,6 +295,59 @@ TEST_F(DrawEdgeTest, EveryWriteMarksItsPropertyAsChanged) {
     EXPECT_THAT(changed, UnorderedElementsAre("EdgeLeft", "EdgeTop", "EdgeRight", "EdgeBottom"));
 }
 
+// Memory for a control that notices when it is touched after the control's end.
+class GuardedMemory {
+  public:
+    GuardedMemory() : handler_(::AddVectoredExceptionHandler(/*First=*/1, OnFault)) {
+        memory_ =
+            ::VirtualAlloc(nullptr, sizeof(DrawEdge), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+        touched_ = false;
+    }
+    GuardedMemory(const GuardedMemory&) = delete;
+    GuardedMemory& operator=(const GuardedMemory&) = delete;
+    ~GuardedMemory() {
+        ::RemoveVectoredExceptionHandler(handler_);
+        ::VirtualFree(memory_, 0, MEM_RELEASE);
+    }
+    [[nodiscard]] static void* Get() { return memory_; }
+    [[nodiscard]] static bool Touched() { return touched_; }
+    static void Close() { Protect(PAGE_NOACCESS); }
+
+  private:
+    static void Protect(DWORD protection) {
+        DWORD before = 0;
+        ::VirtualProtect(memory_, sizeof(DrawEdge), protection, &before);
+    }
+    // Lets whoever touches it go on.
+    static LONG CALLBACK OnFault(EXCEPTION_POINTERS* fault) {
+        if (fault->ExceptionRecord->ExceptionCode != EXCEPTION_ACCESS_VIOLATION) {
+            return EXCEPTION_CONTINUE_SEARCH;
+        }
+        touched_ = true;
+        Protect(PAGE_READWRITE);
+        return EXCEPTION_CONTINUE_EXECUTION;
+    }
+
+    inline static void* memory_ = nullptr;
+    inline static bool touched_ = false;
+    void* handler_;
+};
+
+TEST_F(DrawEdgeTest, AHandlerOfPropertyChangedMayDestroyTheControl) {
+    for (const auto set : {&DrawEdge::SetEdge, &DrawEdge::SetFlags, &DrawEdge::SetEdgeLeft,
+                           &DrawEdge::SetMousePointer}) {
+        const GuardedMemory memory;
+        auto* const control = new (GuardedMemory::Get()) DrawEdge;
+        Create(*control);
+        control->PropertyChanged = [control](std::string_view) {
+            control->~DrawEdge();
+            GuardedMemory::Close();
+        };
+        (control->*set)(6);
+        EXPECT_FALSE(GuardedMemory::Touched());
+    }
+}
+
 TEST_F(DrawEdgeTest, ItDrawsEdgesOnAnyContextAndReturnsTheSystemsResult) {
     const Picture expected(0x00FFFFFF);
     RECT rect{3, 4, 30, 20};
