@@ -70,12 +70,11 @@ class DropTarget::Shim final : public ComObject<IDropTarget> {
             return E_INVALIDARG;
         }
         const ComPtr<Shim> self(this);
-        // The source's offer comes again; the host goes on from what it chose over the window.
-        std::int32_t chosen = data_ ? chosen_ : static_cast<std::int32_t>(*effect);
         if (helper_) {
             POINT screen{point.x, point.y};
-            helper_->Drop(data, &screen, static_cast<DWORD>(chosen));
+            helper_->Drop(data, &screen, *effect);
         }
+        auto answer = static_cast<std::int32_t>(*effect);
         EndDrag();
         *effect = DROPEFFECT_NONE;
         if (sink_ != nullptr) {
@@ -83,11 +82,11 @@ class DropTarget::Shim final : public ComObject<IDropTarget> {
             ReceivedDragData dropped(*data);
             const bool answered = Guarded(window_, false, [&] {
                 auto [x, y] = ToClient(point);
-                sink_->DragDrop(dropped, chosen, ButtonFromKeyState(key_state),
+                sink_->DragDrop(dropped, answer, ButtonFromKeyState(key_state),
                                 ShiftFromKeyState(key_state), x, y);
                 return true;
             });
-            *effect = answered ? static_cast<DWORD>(chosen) : DROPEFFECT_NONE;
+            *effect = answered ? static_cast<DWORD>(answer) : DROPEFFECT_NONE;
         }
         return S_OK;
     }
@@ -117,7 +116,6 @@ class DropTarget::Shim final : public ComObject<IDropTarget> {
                 return value;
             });
         }
-        chosen_ = answer;
         effect = static_cast<DWORD>(answer);
     }
 
@@ -135,14 +133,12 @@ class DropTarget::Shim final : public ComObject<IDropTarget> {
     void EndDrag() {
         data_.reset();
         helper_.Reset();
-        chosen_ = kDropEffectNone;
     }
 
     HWND window_;
     OleDragDropSink* sink_;
     std::shared_ptr<ReceivedDragData> data_;  // of the drag over the window, else empty
     ComPtr<IDropTargetHelper> helper_;
-    std::int32_t chosen_ = kDropEffectNone;
     DWORD last_key_state_ = 0;
     POINTL last_point_{};
 };

@@ -61,10 +61,6 @@ void OleDragDropForwarder::CompleteDrag(std::int32_t& effect) {
 
 void OleDragDropForwarder::DragDrop(DragData& data, std::int32_t& effect, std::int16_t button,
                                     std::int16_t shift, float& x, float& y) {
-    if (!events_.OLEDragDrop) {
-        effect = kDropEffectNone;
-        return;
-    }
     x += left_;
     y += top_;
     Raise(events_.OLEDragDrop, data, effect, button, shift, x, y);
@@ -72,10 +68,6 @@ void OleDragDropForwarder::DragDrop(DragData& data, std::int32_t& effect, std::i
 
 void OleDragDropForwarder::DragOver(DragData& data, std::int32_t& effect, std::int16_t button,
                                     std::int16_t shift, float& x, float& y, std::int16_t state) {
-    if (!events_.OLEDragOver) {
-        effect = kDropEffectNone;
-        return;
-    }
     x += left_;
     y += top_;
     Raise(events_.OLEDragOver, data, effect, button, shift, x, y, state);
@@ -99,12 +91,21 @@ bool AcceptFiles(DragData& data, std::int32_t& effect) {
     if (!data.GetFormat(kFileListFormat) || data.Files().empty()) {
         return false;
     }
-    if ((allowed & kDropEffectCopy) != 0) {
-        effect = kDropEffectCopy;
-    } else if ((allowed & kDropEffectLink) != 0) {
-        effect = kDropEffectLink;
+    for (const std::int32_t wanted : {kDropEffectCopy, kDropEffectLink, kDropEffectMove}) {
+        if ((allowed & wanted) != 0) {
+            effect = wanted;
+            return true;
+        }
     }
-    return effect != kDropEffectNone;
+    return false;
+}
+
+bool AcceptDroppedFiles(DragData& data, std::int32_t& effect) {
+    const bool accepted = AcceptFiles(data, effect);
+    if (effect == kDropEffectMove) {
+        effect = kDropEffectNone;
+    }
+    return accepted;
 }
 
 std::int16_t ButtonFromKeyState(std::uint32_t key_state) {

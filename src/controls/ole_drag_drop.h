@@ -68,8 +68,7 @@ class OleDragDropSink {
 
     // The drag that started here has ended with this effect.
     virtual void CompleteDrag(std::int32_t& effect);
-    // Files were dropped; `effect` comes as the last drag-over chose it and goes back to the
-    // source.
+    // Files were dropped; `effect` comes as what the source allows and goes back to the source.
     virtual void DragDrop(DragData& data, std::int32_t& effect, std::int16_t button,
                           std::int16_t shift, float& x, float& y);
     // The pointer came in, moved or left; `effect` comes as what the source allows.
@@ -83,7 +82,8 @@ class OleDragDropSink {
     virtual void StartDrag(DragSourceData& data, std::int32_t& allowed_effects);
 };
 
-// The same notifications as events for a host to answer; an event without a handler is not raised.
+// The same notifications as events for a host to answer. An event without a handler is not raised,
+// and what comes with it stays as it is.
 struct OleDragDropEvents {
     std::function<void(std::int32_t& Effect)> OLECompleteDrag;
     std::function<void(DragData& Data, std::int32_t& Effect, std::int16_t Button,
@@ -121,10 +121,13 @@ class OleDragDropForwarder final : public OleDragDropSink {
     float top_ = 0;
 };
 
-// The decision of every window that takes files: true, with an effect the source allows, when the
-// data holds at least one file; else false with no effect. Never a move: a source that hears of a
-// move deletes its files.
+// The decision of every window that takes files, while they are over it: true, with an effect the
+// source allows, when the data holds at least one file; else false with no effect. A move only from
+// a source that allows nothing else.
 bool AcceptFiles(DragData& data, std::int32_t& effect);
+// The same decision when they are dropped. A move becomes no effect: a source that hears of a move
+// deletes its files.
+bool AcceptDroppedFiles(DragData& data, std::int32_t& effect);
 
 // Button and Shift from the key state that OLE hands to targets.
 [[nodiscard]] std::int16_t ButtonFromKeyState(std::uint32_t key_state);

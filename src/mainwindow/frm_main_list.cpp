@@ -47,7 +47,7 @@ void frmMain::WireList() {
                               std::int16_t /*state*/) { AcceptFiles(data, effect); };
     const auto drop = [this](DragData& data, std::int32_t& effect, std::int16_t /*button*/,
                              std::int16_t /*shift*/, float& /*x*/, float& /*y*/) {
-        if (AcceptFiles(data, effect)) {
+        if (AcceptDroppedFiles(data, effect)) {
             AddItems(std::vector<std::string>(data.Files()));
         }
     };

@@ -95,9 +95,9 @@ TEST_F(DropTargetTest, ADragIsReportedFromEnterToDropInClientPositions) {
     effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
     ASSERT_EQ(target_->DragOver(MK_RBUTTON | MK_SHIFT, AtClient(30, 40), &effect), S_OK);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
-    effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    effect = DROPEFFECT_MOVE;
     ASSERT_EQ(target_->Drop(data_.Get(), MK_CONTROL, AtClient(31, 41), &effect), S_OK);
-    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_MOVE));
 
     ASSERT_EQ(sink_.calls.size(), 3U);
     EXPECT_EQ(sink_.calls[0].state, drag_state::kEnter);
@@ -111,7 +111,7 @@ TEST_F(DropTargetTest, ADragIsReportedFromEnterToDropInClientPositions) {
     EXPECT_EQ(sink_.calls[1].button, 2);
     EXPECT_EQ(sink_.calls[1].shift, 1);
     EXPECT_EQ(sink_.calls[2].state, -1);
-    EXPECT_EQ(sink_.calls[2].effect, 1) << "a drop goes on from the effect chosen before";
+    EXPECT_EQ(sink_.calls[2].effect, 2) << "what the source allows at the drop";
     EXPECT_EQ(sink_.calls[2].shift, 2);
     EXPECT_EQ(sink_.calls[2].x, 31.0F);
     EXPECT_EQ(sink_.calls[2].y, 41.0F);

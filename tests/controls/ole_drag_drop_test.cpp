@@ -22,11 +22,25 @@ TEST(AcceptFilesTest, ASourceThatOnlyLinksIsAnsweredWithALink) {
     EXPECT_EQ(effect, kDropEffectLink);
 }
 
-TEST(AcceptFilesTest, ASourceThatOnlyMovesIsRefusedBecauseItWouldDeleteItsFiles) {
+TEST(AcceptFilesTest, ASourceThatOnlyMovesIsTakenAndHearsOfNoMove) {
     FakeDragData data({"C:\\a"});
     std::int32_t effect = kDropEffectMove;
-    EXPECT_FALSE(AcceptFiles(data, effect));
-    EXPECT_EQ(effect, kDropEffectNone);
+    EXPECT_TRUE(AcceptFiles(data, effect));
+    EXPECT_EQ(effect, kDropEffectMove) << "anything else would end the drag without a drop";
+    EXPECT_TRUE(AcceptDroppedFiles(data, effect));
+    EXPECT_EQ(effect, kDropEffectNone) << "it would delete its files";
+}
+
+TEST(AcceptFilesTest, ADropIsOtherwiseAnsweredAsItsDrag) {
+    FakeDragData data({"C:\\a"});
+    for (const std::int32_t allowed : {kDropEffectCopy | kDropEffectMove, kDropEffectCopy,
+                                       kDropEffectLink | kDropEffectMove, kDropEffectNone}) {
+        std::int32_t over = allowed;
+        std::int32_t dropped = allowed;
+        EXPECT_EQ(AcceptFiles(data, over), AcceptDroppedFiles(data, dropped));
+        EXPECT_EQ(over, dropped);
+        EXPECT_EQ(over & allowed, over);
+    }
 }
 
 TEST(AcceptFilesTest, DataWithoutFilesIsRefused) {
@@ -36,6 +50,9 @@ TEST(AcceptFilesTest, DataWithoutFilesIsRefused) {
     for (FakeDragData* data : {&none, &empty_list}) {
         std::int32_t effect = kDropEffectCopy;
         EXPECT_FALSE(AcceptFiles(*data, effect));
+        EXPECT_EQ(effect, kDropEffectNone);
+        effect = kDropEffectMove;
+        EXPECT_FALSE(AcceptDroppedFiles(*data, effect));
         EXPECT_EQ(effect, kDropEffectNone);
     }
 }
@@ -176,16 +193,15 @@ TEST_F(OleDragDropForwarderTest, SourceEventsHandTheirArgumentsBack) {
     EXPECT_EQ(effect_, -8);
 }
 
-TEST_F(OleDragDropForwarderTest, WithoutHandlersDropsAreRefusedAndDragsAllowNothing) {
+TEST_F(OleDragDropForwarderTest, WithoutHandlersEveryValueStaysAsItCame) {
     forwarder_.DragOver(data_, effect_, 1, 0, x_, y_, drag_state::kEnter);
-    EXPECT_EQ(effect_, kDropEffectNone);
-    effect_ = 7;
+    EXPECT_EQ(effect_, 7);
     forwarder_.DragDrop(data_, effect_, 1, 0, x_, y_);
-    EXPECT_EQ(effect_, kDropEffectNone);
+    EXPECT_EQ(effect_, 7);
 
-    std::int32_t allowed = kDropEffectNone;
+    std::int32_t allowed = 5;
     forwarder_.StartDrag(data_, allowed);
-    EXPECT_EQ(allowed, kDropEffectNone);
+    EXPECT_EQ(allowed, 5);
     bool default_cursors = true;
     effect_ = 2;
     forwarder_.GiveFeedback(effect_, default_cursors);

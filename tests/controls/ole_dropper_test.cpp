@@ -7,6 +7,7 @@
 #include "controls/drop_files.h"
 #include "platform/program_error.h"
 #include "support/com_testing.h"
+#include "support/fake_drag_data.h"
 #include "support/test_form.h"
 #include "ui/gdi.h"
 #include "ui/message_font.h"
@@ -130,7 +131,11 @@ TEST_F(OLEDropperTest, TheHostsAnswerGoesBackToTheSource) {
                               float&) { effect = kDropEffectLink; };
     EXPECT_EQ(DropOn(dropper_.Label1().Handle(), 9, 9), static_cast<DWORD>(DROPEFFECT_LINK));
     dropper_.OLEDragDrop = nullptr;
-    EXPECT_EQ(DropOn(dropper_.hwnd(), 9, 9), static_cast<DWORD>(DROPEFFECT_NONE));
+    const ComPtr<IDropTarget> surface(RegisteredTarget(dropper_.hwnd()));
+    DWORD effect = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    surface->Drop(data_.Get(), 0, OnScreen(9, 9), &effect);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY | DROPEFFECT_MOVE))
+        << "without an answer it goes back as it came";
 }
 
 TEST_F(OLEDropperTest, SurfaceAndLabelRaiseTheSourceEventsAlike) {
@@ -146,15 +151,26 @@ TEST_F(OLEDropperTest, SurfaceAndLabelRaiseTheSourceEventsAlike) {
     dropper_.OLECompleteDrag = [&](std::int32_t& effect) {
         raised.emplace_back("complete " + std::to_string(effect));
     };
+    dropper_.OLESetData = [&](DragSourceData& data, std::int16_t format) {
+        data.SetFiles({"made for a target"});
+        raised.emplace_back("data " + std::to_string(format));
+    };
     for (OleDragDropSink* sink :
          {&dropper_.SurfaceNotifications(), &dropper_.LabelNotifications()}) {
+        FakeDragData data;
+        std::int32_t allowed = 0;
+        sink->StartDrag(data, allowed);
+        EXPECT_EQ(allowed, 3);
+        sink->SetData(data, kFileListFormat);
+        EXPECT_THAT(data.Files(), ElementsAre("made for a target"));
         std::int32_t effect = 2;
         bool default_cursors = true;
         sink->GiveFeedback(effect, default_cursors);
         EXPECT_FALSE(default_cursors);
         sink->CompleteDrag(effect);
     }
-    EXPECT_THAT(raised, ElementsAre("feedback", "complete 2", "feedback", "complete 2"));
+    EXPECT_THAT(raised, ElementsAre("start", "data 15", "feedback", "complete 2",  //
+                                    "start", "data 15", "feedback", "complete 2"));
 }
 
 TEST_F(OLEDropperTest, BothRegistrationsGoWithTheWindow) {
