@@ -1,10 +1,7 @@
 #include "controls/list_popup.h"
 
 #include <cstdint>
-#include <string>
 #include <utility>
-
-#include "lists/shell_services.h"
 
 namespace tidemark {
 namespace {
@@ -13,11 +10,11 @@ constexpr std::int32_t kOpenContainingFolder = 1;  // item data of the popup's o
 
 }  // namespace
 
-void FillListPopup(ShellContextMenu& popup, const ListModel& list, FileSystemObject& file_system,
+void FillListPopup(ShellContextMenu& popup, const std::vector<std::string>& paths,
                    std::function<void()> open_containing_folder) {
     popup.AddMenuItem("Open Containing Folder", MFT_STRING, MFS_ENABLED, kOpenContainingFolder);
     popup.AddMenuItem("", MFT_SEPARATOR, MFS_ENABLED, /*ItemData=*/0);
-    for (const std::string& path : ExistingSelectedPaths(list, file_system)) {
+    for (const std::string& path : paths) {
         popup.AddFile(path);
     }
     popup.MenuItemInvoked = [open = std::move(open_containing_folder)](

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/path_form.h"
 #include "platform/raise.h"
 #include "platform/text.h"
 #include "platform/win32/wide_text.h"
@@ -13,14 +14,19 @@ namespace {
 
 constexpr UINT kLastShellCommand = 2047;
 
-// The items of a list; none for null and for a list that cannot be trusted.
-std::vector<ShellItemId> ItemsOf(PopupMenuSystem& system, const ITEMIDLIST* list) {
-    if (list == nullptr) {
-        return {};
-    }
-    const std::span<const std::byte> memory(reinterpret_cast<const std::byte*>(list),
-                                            system.SizeOf(list));
-    return SplitItemIds(memory).value_or(std::vector<ShellItemId>{});
+// What comes before the last item of a list, byte by byte: the folder that holds the item.
+std::span<const std::byte> BytesOfParent(const std::vector<ShellItemId>& items) {
+    return {items.front().data(), items.back().data()};
+}
+
+// The last component of a path.
+std::string_view NameInFolder(std::string_view path) {
+    path = path.substr(0, path.find_last_not_of("\\/") + 1);
+    return path.substr(path.find_last_of("\\/") + 1);
+}
+
+void RegisterMenuMessages(Subclasser& subclasser, HWND owner) {
+    subclasser.RegisterMessages(owner, {WM_INITMENUPOPUP, WM_DRAWITEM, WM_MEASUREITEM, WM_DESTROY});
 }
 
 std::wstring KeyOf(std::string_view path) {
@@ -45,51 +51,15 @@ void Invoke(HWND hwnd, IContextMenu& shell_menu, UINT offset) {
 
 }  // namespace
 
-// Identifier lists in memory of the shell's allocator, freed with it.
-class ShellContextMenu::ItemIds {
-  public:
-    explicit ItemIds(PopupMenuSystem& system) : system_(system) {}
-    ItemIds(const ItemIds&) = delete;
-    ItemIds& operator=(const ItemIds&) = delete;
-    ~ItemIds() {
-        for (ITEMIDLIST* list : lists_) {
-            if (list != nullptr) {
-                system_.Free(list);
-            }
+ShellContextMenu::ShellContextMenu(PopupMenuSystem& system) : system_(system) {
+    subclasser_.WndProc = [this](HWND, UINT message, WPARAM wparam,
+                                 LPARAM lparam) -> std::optional<LRESULT> {
+        if (const ComPtr<IContextMenu2> menu = shell_menu_) {
+            menu->HandleMenuMsg(message, wparam, lparam);
         }
-    }
-
-    // Takes a list over; null stands for an empty one.
-    void Add(ITEMIDLIST* list) { lists_.push_back(list); }
-
-    // Adds a list of just a copy of `item`; an empty one when no memory is left.
-    void AddCopy(ShellItemId item) {
-        void* const copy = system_.Allocate(SizeOfSingleItemList(item));
-        if (copy != nullptr) {
-            WriteSingleItemList(item, static_cast<std::byte*>(copy));
-        }
-        lists_.push_back(static_cast<ITEMIDLIST*>(copy));
-    }
-
-    [[nodiscard]] const std::vector<ITEMIDLIST*>& Lists() const { return lists_; }
-
-    // The lists that are not empty, as the shell takes them.
-    [[nodiscard]] std::vector<PCUITEMID_CHILD> Children() const {
-        std::vector<PCUITEMID_CHILD> children;
-        for (const ITEMIDLIST* list : lists_) {
-            if (list != nullptr) {
-                children.push_back(reinterpret_cast<PCUITEMID_CHILD>(list));
-            }
-        }
-        return children;
-    }
-
-  private:
-    PopupMenuSystem& system_;
-    std::vector<ITEMIDLIST*> lists_;
-};
-
-ShellContextMenu::ShellContextMenu(PopupMenuSystem& system) : system_(system) {}
+        return std::nullopt;
+    };
+}
 
 void ShellContextMenu::AddFile(std::string_view FileOrFolder) {
     if (file_keys_.insert(KeyOf(FileOrFolder)).second) {
@@ -132,51 +102,27 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
         system_.CursorPosition(&point);
     }
 
-    ComPtr<IShellFolder> desktop;
-    if (FAILED(system_.DesktopFolder(desktop.Put()))) {
+    const std::optional<ShellItems> items = FindItems(hwnd);
+    if (!items) {
         return;
     }
-    ItemIds lists(system_);
-    for (const std::string& path : files_) {
-        std::wstring name = WideFromUtf8(path);
-        PIDLIST_RELATIVE list = nullptr;
-        const HRESULT parsed =
-            desktop->ParseDisplayName(hwnd, nullptr, name.data(), nullptr, &list, nullptr);
-        lists.Add(SUCCEEDED(parsed) ? list : nullptr);
-    }
-    const std::vector<ShellItemId> first = ItemsOf(system_, lists.Lists().front());
-    if (first.empty()) {
-        return;
-    }
-    const ComPtr<IShellFolder> folder =
-        BindFolder(desktop, std::span(first).first(first.size() - 1));
-    if (!folder) {
-        return;
-    }
-    ItemIds children(system_);
-    for (const ITEMIDLIST* list : lists.Lists()) {
-        if (const std::vector<ShellItemId> items = ItemsOf(system_, list); !items.empty()) {
-            children.AddCopy(items.back());
-        } else {
-            children.Add(nullptr);
-        }
-    }
-    if (children.Lists().front() == nullptr) {
-        return;
-    }
-
     // A copy: the menu runs a message loop, and what happens there may change the object's own.
     std::vector<Entry> entries = entries_;
-    subclasser_.WndProc = [this](HWND, UINT message, WPARAM wparam,
-                                 LPARAM lparam) -> std::optional<LRESULT> {
-        if (const ComPtr<IContextMenu2> menu = shell_menu_) {
-            menu->HandleMenuMsg(message, wparam, lparam);
+    if (!items->folder) {
+        // Without entries below it, a line parts nothing.
+        while (!entries.empty() && (entries.back().record.fType & MFT_SEPARATOR) != 0) {
+            entries.pop_back();
         }
-        return std::nullopt;
-    };
-    subclasser_.RegisterMessages(hwnd, {WM_INITMENUPOPUP, WM_DRAWITEM, WM_MEASUREITEM, WM_DESTROY});
-    const UINT choice = Show(hwnd, Flags, point, *folder.Get(), children, entries);
-    subclasser_.StopSubclassing();
+    }
+    // Of a menu of this object that is open already and needs its messages again after this one.
+    const HWND outer_owner = subclasser_.SubclassedWindow();
+    RegisterMenuMessages(subclasser_, hwnd);
+    const UINT choice = Show(hwnd, Flags, point, *items, entries);
+    if (outer_owner != nullptr && ::IsWindow(outer_owner)) {
+        RegisterMenuMessages(subclasser_, outer_owner);
+    } else {
+        subclasser_.StopSubclassing();
+    }
 
     if (choice >= 1 && choice <= entries.size()) {
         const Entry& chosen = entries[choice - 1];
@@ -185,16 +131,39 @@ void ShellContextMenu::PopupMenu(HWND hwnd, UINT Flags, int ScreenPixelX, int Sc
     }
 }
 
+ShellContextMenu::ItemIdList ShellContextMenu::Parse(IShellFolder& folder, HWND owner,
+                                                     std::string_view name) const {
+    std::wstring wide = WideFromUtf8(name);
+    PIDLIST_RELATIVE list = nullptr;
+    const HRESULT parsed =
+        folder.ParseDisplayName(owner, nullptr, wide.data(), nullptr, &list, nullptr);
+    return {SUCCEEDED(parsed) ? list : nullptr, {&system_}};
+}
+
+std::vector<ShellItemId> ShellContextMenu::ItemsOf(const ItemIdList& list) const {
+    if (!list) {
+        return {};
+    }
+    const std::span<const std::byte> memory(reinterpret_cast<const std::byte*>(list.get()),
+                                            system_.SizeOf(list.get()));
+    return SplitItemIds(memory).value_or(std::vector<ShellItemId>{});
+}
+
+ShellContextMenu::ItemIdList ShellContextMenu::CopyOf(ShellItemId item) const {
+    void* const copy = system_.Allocate(SizeOfSingleItemList(item));
+    if (copy != nullptr) {
+        WriteSingleItemList(item, static_cast<std::byte*>(copy));
+    }
+    return {static_cast<ITEMIDLIST*>(copy), {&system_}};
+}
+
 ComPtr<IShellFolder> ShellContextMenu::BindFolder(ComPtr<IShellFolder> folder,
                                                   std::span<const ShellItemId> levels) const {
     for (const ShellItemId& level : levels) {
-        ItemIds step(system_);
-        step.AddCopy(level);
-        const ITEMIDLIST* const list = step.Lists().front();
+        const ItemIdList step = CopyOf(level);
         ComPtr<IShellFolder> next;
-        if (list == nullptr ||
-            FAILED(folder->BindToObject(reinterpret_cast<PCUIDLIST_RELATIVE>(list), nullptr,
-                                        IID_IShellFolder, next.PutVoid()))) {
+        if (!step || FAILED(folder->BindToObject(reinterpret_cast<PCUIDLIST_RELATIVE>(step.get()),
+                                                 nullptr, IID_IShellFolder, next.PutVoid()))) {
             return {};
         }
         folder = std::move(next);
@@ -202,21 +171,83 @@ ComPtr<IShellFolder> ShellContextMenu::BindFolder(ComPtr<IShellFolder> folder,
     return folder;
 }
 
-UINT ShellContextMenu::Show(HWND hwnd, UINT flags, POINT point, IShellFolder& folder,
-                            const ItemIds& children, std::vector<Entry>& entries) {
-    std::vector<PCUITEMID_CHILD> items = children.Children();
-    ComPtr<IContextMenu> shell_menu;
-    if (FAILED(folder.GetUIObjectOf(hwnd, static_cast<UINT>(items.size()), items.data(),
-                                    IID_IContextMenu, nullptr, shell_menu.PutVoid())) ||
-        !shell_menu) {
-        return 0;
+std::optional<ShellContextMenu::ShellItems> ShellContextMenu::FindItems(HWND owner) const {
+    ComPtr<IShellFolder> desktop;
+    if (FAILED(system_.DesktopFolder(desktop.Put()))) {
+        return std::nullopt;
     }
-    shell_menu_ = shell_menu.As<IContextMenu2>();
+    // A copy: a folder may run messages while it parses.
+    const std::vector<std::string> files = files_;
+    const ItemIdList first = Parse(*desktop.Get(), owner, files.front());
+    const std::vector<ShellItemId> first_items = ItemsOf(first);
+    if (first_items.empty()) {
+        return std::nullopt;
+    }
+    ShellItems found;
+    found.folder = BindFolder(desktop, std::span(first_items).first(first_items.size() - 1));
+    found.children.push_back(CopyOf(first_items.back()));
+    if (!found.folder || !found.children.front()) {
+        return std::nullopt;
+    }
+    // The desktop searches every folder on the way to a file. A file beside the first one is asked
+    // of their folder instead, by its name; except on the desktop itself, which gathers several
+    // folders, where a name does not say which.
+    const std::string folder_path =
+        first_items.size() > 1 ? ParentPath(files.front()) : std::string();
+    for (const std::string& path : std::span(files).subspan(1)) {
+        if (!folder_path.empty() && ParentPath(path) == folder_path) {
+            ItemIdList child = Parse(*found.folder.Get(), owner, NameInFolder(path));
+            if (ItemsOf(child).size() == 1) {
+                found.children.push_back(std::move(child));
+                continue;
+            }
+        }
+        const ItemIdList list = Parse(*desktop.Get(), owner, path);
+        const std::vector<ShellItemId> items = ItemsOf(list);
+        if (items.empty()) {
+            continue;
+        }
+        if (!std::ranges::equal(BytesOfParent(items), BytesOfParent(first_items))) {
+            return ShellItems{};
+        }
+        if (ItemIdList child = CopyOf(items.back())) {
+            found.children.push_back(std::move(child));
+        }
+    }
+    return found;
+}
+
+ComPtr<IContextMenu> ShellContextMenu::MenuOf(HWND owner, const ShellItems& items) {
+    std::vector<PCUITEMID_CHILD> children;
+    children.reserve(items.children.size());
+    for (const ItemIdList& child : items.children) {
+        children.push_back(reinterpret_cast<PCUITEMID_CHILD>(child.get()));
+    }
+    ComPtr<IContextMenu> menu;
+    if (FAILED(items.folder->GetUIObjectOf(owner, static_cast<UINT>(children.size()),
+                                           children.data(), IID_IContextMenu, nullptr,
+                                           menu.PutVoid()))) {
+        return {};
+    }
+    return menu;
+}
+
+UINT ShellContextMenu::Show(HWND hwnd, UINT flags, POINT point, const ShellItems& items,
+                            std::vector<Entry>& entries) {
+    ComPtr<IContextMenu> first_version;
+    if (items.folder) {
+        first_version = MenuOf(hwnd, items);
+        if (!first_version) {
+            return 0;
+        }
+    }
+    const ComPtr<IContextMenu2> second_version = first_version.As<IContextMenu2>();
+    IContextMenu* const shell_menu = second_version ? second_version.Get() : first_version.Get();
+    const ComPtr<IContextMenu2> outer = std::exchange(shell_menu_, second_version);
     UINT choice = 0;
     if (const HMENU menu = system_.NewPopupMenu()) {
-        IContextMenu& commands = shell_menu_ ? *shell_menu_.Get() : *shell_menu.Get();
         const UINT own_entries = static_cast<UINT>(entries.size());
-        if (Fill(menu, commands, own_entries + 1)) {
+        if (shell_menu != nullptr && Fill(menu, *shell_menu, own_entries + 1)) {
             const bool own_default = std::any_of(
                 entries.begin(), entries.end(),
                 [](const Entry& entry) { return (entry.record.fState & MFS_DEFAULT) != 0; });
@@ -230,12 +261,12 @@ UINT ShellContextMenu::Show(HWND hwnd, UINT flags, POINT point, IShellFolder& fo
             system_.InsertItem(menu, position, entry.record);
         }
         choice = system_.Track(menu, flags | TPM_RETURNCMD, point, hwnd);
-        if (choice > own_entries) {
-            Invoke(hwnd, commands, choice - (own_entries + 1));
+        if (shell_menu != nullptr && choice > own_entries) {
+            Invoke(hwnd, *shell_menu, choice - (own_entries + 1));
         }
         system_.Discard(menu);
     }
-    shell_menu_.Reset();
+    shell_menu_ = outer;
     return choice;
 }
 

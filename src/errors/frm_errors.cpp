@@ -149,7 +149,7 @@ void frmErrors::ShowPopup(Point at) {
     // A second popup may take the member's place while this one is open.
     const auto popup = std::make_shared<ShellContextMenu>(services_.popup_menus);
     oContextMenu = popup;
-    FillListPopup(*popup, rows->List(), services_.platform.file_system,
+    FillListPopup(*popup, ExistingSelectedPaths(rows->List(), services_.platform.file_system),
                   [this] { oContextMenu_MenuItemInvoked(); });
     popup->UseShellDefault = true;
     popup->PopupMenu(lvwErrors.Handle(), /*Flags=*/0, at.x, at.y);

@@ -1,7 +1,7 @@
 #include "lists/shell_services.h"
 
 #include <cstddef>
-#include <optional>
+#include <utility>
 
 #include "lists/list_helpers.h"
 #include "platform/path_form.h"
@@ -19,24 +19,30 @@ std::string ContainingFolderCommand(const ListModel* list, FileSystemObject& fil
     return "explorer ,\"" + row->key + "\",/select";
 }
 
-bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system) {
-    std::optional<std::string> common;
+std::optional<std::vector<std::string>> SelectedPathsInOneFolder(const ListModel& list,
+                                                                 FileSystemObject& file_system) {
+    std::vector<std::string> paths;
+    if (list.SelectedCount() == 0) {
+        return paths;
+    }
+    std::string common;
     for (std::size_t position = 0; position < list.Count(); ++position) {
         const ListRow& row = list.At(position);
         if (!row.selected) {
             continue;
         }
         if (!PathExists(file_system, row.key)) {
-            return false;
+            return std::nullopt;
         }
         // In lower case, as the key is.
-        const std::string parent = ParentPath(row.key);
-        if (common && *common != parent) {
-            return false;
+        std::string parent = ParentPath(row.key);
+        if (!paths.empty() && parent != common) {
+            return std::nullopt;
         }
-        common = parent;
+        common = std::move(parent);
+        paths.push_back(row.key);
     }
-    return true;
+    return paths;
 }
 
 std::vector<std::string> ExistingSelectedPaths(const ListModel& list,

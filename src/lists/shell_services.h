@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,10 @@ namespace tidemark {
 [[nodiscard]] std::string ContainingFolderCommand(const ListModel* list,
                                                   FileSystemObject& file_system);
 
-// Whether every selected row is an existing file or folder and all of them lie in one folder. True
-// when nothing is selected.
-[[nodiscard]] bool SelectionLiesInOneFolder(const ListModel& list, FileSystemObject& file_system);
+// The keys of the selected rows, in list order, if each is an existing file or folder and all of
+// them lie in one folder; nullopt if not. Each path is tested once.
+[[nodiscard]] std::optional<std::vector<std::string>> SelectedPathsInOneFolder(
+    const ListModel& list, FileSystemObject& file_system);
 
 // The keys of the selected rows that exist as a file or a folder, in list order.
 [[nodiscard]] std::vector<std::string> ExistingSelectedPaths(const ListModel& list,

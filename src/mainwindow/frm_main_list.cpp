@@ -101,7 +101,8 @@ void frmMain::PopUpForSelection(Point at) {
         menu.PopUp(menu["mnuBadItemPopup"], *this, at);
         return;
     }
-    if (!SelectionLiesInOneFolder(rows, file_system)) {
+    const auto paths = SelectedPathsInOneFolder(rows, file_system);
+    if (!paths) {
         MenuItem& open = menu["mnuItemPopupOpenContainingFolder"];
         open.tag = ContainingFolderCommand(&rows, file_system);
         open.SetEnabled(!open.tag.empty());
@@ -111,7 +112,7 @@ void frmMain::PopUpForSelection(Point at) {
     // The popup runs messages while it is up, in which the window may go.
     const auto popup = std::make_shared<ShellContextMenu>(services_.common.popup_menus);
     oContextMenu = popup;
-    FillListPopup(*popup, rows, file_system, [this] { oContextMenu_MenuItemInvoked(); });
+    FillListPopup(*popup, *paths, [this] { oContextMenu_MenuItemInvoked(); });
     popup->PopupMenu(lvwItems.Handle(), /*Flags=*/0, at.x, at.y);
 }
 

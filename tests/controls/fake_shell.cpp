@@ -68,9 +68,12 @@ HRESULT FakeFolder::ParseDisplayName(HWND owner, IBindCtx*, LPWSTR name, ULONG*,
     *list = nullptr;
     shell.parsed.emplace_back(name);
     shell.parse_owners.push_back(owner);
-    const std::wstring path = name;
-    if (path.find(L"missing") != std::wstring::npos) {
+    std::wstring path = name;
+    if (path.find(L"missing") != std::wstring::npos || path == shell.nameless) {
         return E_INVALIDARG;
+    }
+    if (!shell.gathered.empty() && path.starts_with(shell.gathered)) {
+        path.erase(0, shell.gathered.size());
     }
     std::vector<BYTE> bytes;
     const auto append = [&bytes](const void* data, std::size_t size) {
@@ -87,7 +90,7 @@ HRESULT FakeFolder::ParseDisplayName(HWND owner, IBindCtx*, LPWSTR name, ULONG*,
     }
     const USHORT terminator = 0;
     append(&terminator, sizeof terminator);
-    if (!path.empty() && path == shell.cut_off) {
+    if (!shell.cut_off.empty() && path.ends_with(shell.cut_off)) {
         bytes.resize(bytes.size() - sizeof terminator - 1);
     }
     void* const memory = system_.Allocate(bytes.size());

@@ -57,7 +57,9 @@ struct FakeShell {
     bool query_fails = false;
     bool menu_creation_fails = false;
     std::wstring unbindable;  // a part that is no folder
-    std::wstring cut_off;     // a path whose identifier list lacks its last bytes
+    std::wstring cut_off;     // a file whose identifier list lacks its last bytes
+    std::wstring nameless;    // a file that its folder does not know by its name
+    std::wstring gathered;  // a path whose content the desktop has as its own; ends in a backslash
     UINT choice = 0;
     POINT cursor{};
     std::function<void()> while_tracking;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
 
 #include "controls/fake_shell.h"
 #include "platform/program_error.h"
@@ -62,16 +63,61 @@ TEST_F(ShellContextMenuTest, OwnEntriesStandAboveTheShells) {
     EXPECT_THAT(ShownTexts(), ElementsAre("Open Containing Folder", "-", "Open", "Properties"));
 }
 
-TEST_F(ShellContextMenuTest, ThePathsAreParsedInOrderAndTheFirstOnesFolderIsBoundLevelByLevel) {
+TEST_F(ShellContextMenuTest,
+       TheFirstFilesFolderIsBoundLevelByLevelAndAskedForTheOthersByTheirNames) {
     menu_->AddFile("C:\\dir\\sub\\a.txt");
     menu_->AddFile("C:\\dir\\sub\\\u6f6e");
     Popup();
-    EXPECT_THAT(shell().parsed, ElementsAre(L"C:\\dir\\sub\\a.txt", L"C:\\dir\\sub\\\u6f6e"));
+    EXPECT_THAT(shell().parsed, ElementsAre(L"C:\\dir\\sub\\a.txt", L"\u6f6e"));
     EXPECT_THAT(shell().parse_owners, ElementsAre(form_.Handle(), form_.Handle()));
     EXPECT_THAT(shell().bound, ElementsAre(L"C:", L"dir", L"sub"));
     EXPECT_EQ(shell().queried_folder, L"desktop/C:/dir/sub");
     EXPECT_THAT(shell().children, ElementsAre(L"a.txt", L"\u6f6e"));
     EXPECT_EQ(shell().ui_owner, form_.Handle());
+}
+
+TEST_F(ShellContextMenuTest, AFileThatItsFolderDoesNotKnowByNameIsAskedOfTheDesktop) {
+    shell().nameless = L"b";
+    menu_->AddFile("C:\\dir\\a");
+    menu_->AddFile("C:\\dir\\b");
+    menu_->AddFile("C:\\dir\\sub\\");
+    Popup();
+    EXPECT_THAT(shell().parsed, ElementsAre(L"C:\\dir\\a", L"b", L"C:\\dir\\b", L"sub"));
+    EXPECT_THAT(shell().children, ElementsAre(L"a", L"b", L"sub"));
+}
+
+TEST_F(ShellContextMenuTest, FilesThatTheDesktopItselfShowsAreAskedByTheirPaths) {
+    shell().gathered = L"C:\\desk\\";
+    menu_->AddFile("C:\\desk\\a");
+    menu_->AddFile("C:\\desk\\b");
+    Popup();
+    EXPECT_THAT(shell().parsed, ElementsAre(L"C:\\desk\\a", L"C:\\desk\\b"));
+    EXPECT_EQ(shell().queried_folder, L"desktop");
+    EXPECT_THAT(shell().children, ElementsAre(L"a", L"b"));
+}
+
+TEST_F(ShellContextMenuTest, FilesOfTwoFoldersLeaveTheOwnEntriesAloneAndTheShellOut) {
+    AddOwnEntries();
+    menu_->AddFile("C:\\a\\f1.txt");
+    menu_->AddFile("C:\\a\\f2.txt");
+    menu_->AddFile("C:\\b\\f1.txt");
+    for (const UINT choice : {1U, 2U, 3U, 4U}) {
+        shell().choice = choice;
+        Popup();
+        EXPECT_THAT(ShownTexts(), ElementsAre("Open Containing Folder"));
+    }
+    EXPECT_THAT(shell().children, IsEmpty());
+    EXPECT_THAT(shell().queries, IsEmpty());
+    EXPECT_THAT(shell().invocations, IsEmpty());
+    EXPECT_THAT(invoked_, ElementsAre(std::pair<std::string, int>{"Open Containing Folder", 1}));
+}
+
+TEST_F(ShellContextMenuTest, OneFolderUnderTwoPathsIsOneFolder) {
+    menu_->AddFile("C:\\dir\\a");
+    shell().gathered = L"C:\\elsewhere\\..\\";
+    menu_->AddFile("C:\\elsewhere\\..\\C:\\dir\\c");
+    Popup();
+    EXPECT_THAT(shell().children, ElementsAre(L"a", L"c"));
 }
 
 TEST_F(ShellContextMenuTest, AnItemOfTheDesktopItselfNeedsNoBinding) {
@@ -101,7 +147,7 @@ TEST_F(ShellContextMenuTest, ALaterPathThatCannotBeParsedDropsOut) {
 }
 
 TEST_F(ShellContextMenuTest, AnIdentifierListThatRunsOutOfItsMemoryCountsAsUnparsed) {
-    shell().cut_off = L"C:\\cut";
+    shell().cut_off = L"cut";
     menu_->AddFile("C:\\a");
     menu_->AddFile("C:\\cut");
     Popup();
@@ -378,6 +424,29 @@ TEST_F(ShellContextMenuTest, TheShellsMenuGetsTheMenuMessagesOfTheOwnerWhileItIs
     EXPECT_EQ(shell().menu_messages.size(), 3U) << "the menu has closed";
 }
 
+TEST_F(ShellContextMenuTest, AMenuInsideAnotherOfTheSameObjectLeavesThatOneItsMessages) {
+    TestForm other;
+    for (const HWND inner_owner : {form_.Handle(), other.Handle()}) {
+        bool nested = false;
+        shell().menu_messages.clear();
+        shell().while_tracking = [&] {
+            if (std::exchange(nested, true)) {
+                return;
+            }
+            form_.Send(WM_INITMENUPOPUP, 1, 0);
+            menu_->PopupMenu(inner_owner, 0, 7, 8);
+            form_.Send(WM_INITMENUPOPUP, 2, 0);
+        };
+        menu_->Clear();
+        menu_->AddFile("C:\\a");
+        Popup();
+        ASSERT_EQ(shell().menu_messages.size(), 2U);
+        EXPECT_EQ(shell().menu_messages[1].wparam, 2U);
+        form_.Send(WM_INITMENUPOPUP, 3, 0);
+        EXPECT_EQ(shell().menu_messages.size(), 2U) << "both have closed";
+    }
+}
+
 TEST_F(ShellContextMenuTest, AnOwnerDestroyedUnderItsMenuIsToldToTheShell) {
     menu_->AddFile("C:\\a");
     shell().while_tracking = [this] { form_.Destroy(); };
@@ -401,7 +470,7 @@ TEST_F(ShellContextMenuTest, APathIsHeldOnceWhateverTheCaseOfItsLetters) {
     menu_->AddFile("C:\\\u00c4");
     menu_->AddFile("C:\\\u00e4");
     Popup();
-    EXPECT_THAT(shell().parsed, ElementsAre(L"C:\\A.txt", L"C:\\\u00c4"));
+    EXPECT_THAT(shell().parsed, ElementsAre(L"C:\\A.txt", L"\u00c4"));
 }
 
 TEST_F(ShellContextMenuTest, ItCanBeUsedAgainAfterClear) {

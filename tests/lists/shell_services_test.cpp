@@ -32,7 +32,9 @@ class ShellServicesTest : public testing::Test {
         list_.Add(path, path);
     }
     [[nodiscard]] std::string Command() { return ContainingFolderCommand(&list_, file_system_); }
-    [[nodiscard]] bool OneFolder() { return SelectionLiesInOneFolder(list_, file_system_); }
+    [[nodiscard]] bool OneFolder() {
+        return SelectedPathsInOneFolder(list_, file_system_).has_value();
+    }
 
     MemoryUserLocale locale_;
     AskedFileSystem file_system_;
@@ -99,6 +101,16 @@ TEST_F(ShellServicesTest, FilesAndFoldersOfOneFolderLieInOneFolder) {
     AddFile(R"(c:\a\2)");
     list_.SelectAll();
     EXPECT_TRUE(OneFolder());
+}
+
+TEST_F(ShellServicesTest, ThePathsOfOneFolderAreGivenInListOrderAndEachIsTestedOnce) {
+    AddFile(R"(c:\a\2)");
+    AddFile(R"(c:\a\1)");
+    AddFile(R"(c:\a\3)");
+    list_.NoteSelected(0, 1, true);
+    EXPECT_EQ(SelectedPathsInOneFolder(list_, file_system_),
+              (std::vector<std::string>{R"(c:\a\2)", R"(c:\a\1)"}));
+    EXPECT_EQ(file_system_.asked, (std::vector<std::string>{R"(c:\a\2)", R"(c:\a\1)"}));
 }
 
 TEST_F(ShellServicesTest, UnselectedRowsDoNotCount) {

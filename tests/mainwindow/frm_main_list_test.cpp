@@ -11,9 +11,9 @@
 #include "support/com_testing.h"
 #include "support/fake_drag_data.h"
 #include "support/menu_captions.h"
-#include "support/modal_driver.h"
 #include "support/open_windows.h"
-#include "support/pump.h"
+#include "support/real_tree.h"
+#include "support/shown_list.h"
 #include "support/shown_status.h"
 
 namespace tidemark {
@@ -74,24 +74,15 @@ class MainWindowList : public MainWindowTest {
         PressRight();
         return CaptionsOfPopup([this] { ReleaseRight(); });
     }
-    // Does what opens a popup, and dismisses that; its captions, none when nothing opened.
     std::vector<std::string> CaptionsOfPopup(const std::function<void()>& open) {
-        std::vector<std::string> captions;
-        const ModalDriver driver({[this, &captions] {
-                                     const HMENU menu = OpenMenu();
-                                     captions = CaptionsOf(menu);
-                                     if (captions.empty()) {
-                                         return false;
-                                     }
-                                     const auto last = static_cast<UINT>(captions.size() - 1);
-                                     enabled_ = (::GetMenuState(menu, last, MF_BYPOSITION) &
-                                                 (MF_GRAYED | MF_DISABLED)) == 0;
-                                     return ::EndMenu() != FALSE;
-                                 }},
-                                 [] { ::EndMenu(); });
-        open();
-        PumpPending();
-        return captions;
+        return tidemark::CaptionsOfPopup(open, [this](HMENU menu) {
+            const auto last = static_cast<UINT>(::GetMenuItemCount(menu) - 1);
+            enabled_ = (::GetMenuState(menu, last, MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) == 0;
+        });
+    }
+    void PressContextKey() {
+        const HWND list = Main().lvwItems.Handle();
+        Main().lvwItems.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1);
     }
 
     FakePopupMenuSystem menus_;
@@ -319,15 +310,28 @@ TEST_F(MainWindowList, AReleaseOfTheLeftButtonLeavesTheRightButtonsClickToCome) 
 
 TEST_F(MainWindowList, TheContextKeyOpensThePopupOfARightClick) {
     LoadWithFiles(1);
-    const auto press_key = [this] {
-        const HWND list = Main().lvwItems.Handle();
-        Main().lvwItems.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1);
-    };
+    const auto press_key = [this] { PressContextKey(); };
     EXPECT_THAT(CaptionsOfPopup(press_key), ElementsAre("No valid items selected"));
     AddTree("t", 1);
     List({"C:\\trees\\t\\f0"});
     SelectAllRows(Main().rows);
     EXPECT_THAT(CaptionsOfPopup(press_key), ElementsAre("Open &Containing Folder"));
+}
+
+TEST_F(MainWindowList, FilesOfTwoFoldersAreNeverGivenToTheShell) {
+    RealTree tree;
+    MakeWindow(screen_, popup_menus_);  // the shell's own
+    Load();
+    std::vector<std::string> listed;
+    for (const char* name : {"a\\f1.txt", "b\\x one.txt"}) {
+        listed.push_back(tree.MakeFile(name));
+        system_.volume.AddFile(listed.back());
+    }
+    List(listed);
+    SelectAllRows(Main().rows);
+    EXPECT_THAT(CaptionsOfRightClick(), ElementsAre("Open &Containing Folder"));
+    EXPECT_THAT(CaptionsOfPopup([this] { PressContextKey(); }),
+                ElementsAre("Open &Containing Folder"));
 }
 
 TEST_F(MainWindowList, MovingTheHeldRightButtonDragsTheSelectedFiles) {
