@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "lists/keyed_image_list.h"
@@ -16,19 +17,21 @@ const std::string& CellText(const ListRow& row, std::size_t column) {
 }
 
 // A row on its way through a sort. Paths of one list mostly begin alike, so the bytes after what
-// all texts share are kept at hand: few comparisons have to go to the texts themselves.
+// all keys share are kept at hand: few comparisons have to go to the keys themselves.
 struct SortEntry {
     std::uint64_t lead = 0;
     std::size_t slot = 0;
 };
 
-std::size_t SharedPrefix(const std::vector<std::string>& texts) {
+// How many bytes all texts begin with alike.
+template <typename Text>
+std::size_t SharedPrefix(const std::vector<Text>& texts) {
     if (texts.empty()) {
         return 0;
     }
-    const std::string& first = texts.front();
+    const std::string_view first = texts.front();
     std::size_t shared = first.size();
-    for (const std::string& text : texts) {
+    for (const std::string_view text : texts) {
         const std::size_t limit = std::min(shared, text.size());
         shared = 0;
         while (shared < limit && text[shared] == first[shared]) {
@@ -176,23 +179,39 @@ void ListModel::NoteCurrent(std::size_t position) {
     current_slot_ = position;
 }
 
+std::vector<std::string> ListModel::SortKeys(std::size_t column) const {
+    std::vector<std::string_view> texts;
+    texts.reserve(slots_.size());
+    for (const auto& row : slots_) {
+        texts.emplace_back(CellText(*row, column));
+    }
+    // A folder that all paths begin with decides nothing, and takes longer than the rest of them.
+    // It ends with a backslash, which is of no letter in any language.
+    const std::size_t shared = SharedPrefix(texts);
+    const std::size_t skipped = texts.empty() ? 0 : texts.front().substr(0, shared).rfind('\\') + 1;
+    std::vector<std::string> keys(texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        // A column of one text over and over is common.
+        const bool repeated = i != 0 && texts[i] == texts[i - 1];
+        keys[i] = repeated ? keys[i - 1] : locale_.SortKey(std::string(texts[i].substr(skipped)));
+    }
+    return keys;
+}
+
 void ListModel::Sort(std::size_t column, bool descending) {
     CloseGaps();
     const ListRow* const current = Current();
-    std::vector<std::string> texts(slots_.size());
-    for (std::size_t i = 0; i < slots_.size(); ++i) {
-        texts[i] = locale_.LowerCase(CellText(*slots_[i], column));
-    }
-    const std::size_t shared = SharedPrefix(texts);
+    const std::vector<std::string> keys = SortKeys(column);
+    const std::size_t shared = SharedPrefix(keys);
     std::vector<SortEntry> entries(slots_.size());
     for (std::size_t i = 0; i < slots_.size(); ++i) {
-        entries[i] = {.lead = LeadingBytes(texts[i], shared), .slot = i};
+        entries[i] = {.lead = LeadingBytes(keys[i], shared), .slot = i};
     }
-    const auto before = [&texts, descending](const SortEntry& one, const SortEntry& other) {
+    const auto before = [&keys, descending](const SortEntry& one, const SortEntry& other) {
         const SortEntry& left = descending ? other : one;
         const SortEntry& right = descending ? one : other;
         return left.lead != right.lead ? left.lead < right.lead
-                                       : texts[left.slot] < texts[right.slot];
+                                       : keys[left.slot] < keys[right.slot];
     };
     // Often there is nothing to do: cells of a column may all be the same.
     const bool moves = !std::is_sorted(entries.begin(), entries.end(), before);

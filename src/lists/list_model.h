@@ -53,7 +53,7 @@ class ListModel {
   public:
     static constexpr std::size_t kNoPosition = static_cast<std::size_t>(-1);
 
-    // The locale lower-cases keys, and texts for sorting. Not owned.
+    // The locale lower-cases keys and orders texts. Not owned.
     explicit ListModel(UserLocale& locale) : locale_(locale) {}
     ListModel(const ListModel&) = delete;
     ListModel& operator=(const ListModel&) = delete;
@@ -94,8 +94,9 @@ class ListModel {
     [[nodiscard]] std::size_t CurrentPosition() const;
     void NoteCurrent(std::size_t position);
 
-    // Sorts once by the text of a column (0 = text, 1 and 2 = sub-items), letter case ignored and
-    // rows of equal text left in their order; rows added later are appended.
+    // Sorts once by the text of a column (0 = text, 1 and 2 = sub-items), as the user's language
+    // orders texts (UserLocale::SortKey). Rows of equal text keep their order; rows added later are
+    // appended.
     void Sort(std::size_t column, bool descending);
 
     // Which rows FindText looks at, and what it takes for a match.
@@ -125,7 +126,9 @@ class ListModel {
     [[nodiscard]] ListRow& Writable(const ListRow& row) { return *slots_[row.slot_]; }
     // Closes the gaps that removed rows left, so that slots are positions.
     void CloseGaps() const;
+    [[nodiscard]] std::vector<std::string> SortKeys(std::size_t column) const;
     void Select(ListRow& row, bool selected);
+    void TellCellChanged(const ListRow& row, std::size_t column) const;
     void TellRowChanged(const ListRow& row) const;
 
     UserLocale& locale_;

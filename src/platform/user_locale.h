@@ -12,6 +12,11 @@ class UserLocale {
     // Lower case by the user's locale. Texts that have no UTF-8 form keep those parts as they are.
     [[nodiscard]] virtual std::string LowerCase(const std::string& text) = 0;
 
+    // Bytes that compare one by one as the locale orders the texts, letter case ignored;
+    // punctuation counts as characters of its own. Texts that differ in case alone have equal keys,
+    // and the empty text has the least. Of use only beside other keys of the same locale.
+    [[nodiscard]] virtual std::string SortKey(const std::string& text) = 0;
+
     // The separators of digit groups (1,234), of the parts of a date and of a time of day. The last
     // two come without marks of the direction of writing.
     [[nodiscard]] virtual std::string ThousandsSeparator() = 0;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "contract/platform_under_test.h"
 #include "platform/program_error.h"
@@ -25,6 +26,37 @@ TEST_P(UserLocaleContract, WhatHasNoLowerCaseStaysAsItIs) {
     for (const std::string text : {"\xE6\xBC\xA2\xE5\xAD\x97", "\xF0\x9F\x98\x80", "a.b-1",
                                    "lone \xED\xA0\x80 surrogate", "\xED\xB0\x80"}) {
         EXPECT_EQ(locale_.LowerCase(text), text);
+    }
+}
+
+TEST_P(UserLocaleContract, SortKeysOrderTextsAsADictionaryDoes) {
+    const std::vector<std::string> ordered = {
+        "",  "-00000000005", "000000000009", "000000000010", "10",           "9",
+        "a", "a b",          "ab",           "apfel",        "\xC3\xA4pfel", "apfelb",
+        "b", "\xC3\xA9tude", "zebra"};
+    for (std::size_t i = 1; i < ordered.size(); ++i) {
+        EXPECT_LT(locale_.SortKey(ordered[i - 1]), locale_.SortKey(ordered[i]))
+            << ordered[i - 1] << " before " << ordered[i];
+    }
+}
+
+TEST_P(UserLocaleContract, SortKeysAreEqualForTextsThatDifferInCaseAlone) {
+    EXPECT_EQ(locale_.SortKey("C:\\Some Folder\\A1_ZZ.TXT"),
+              locale_.SortKey("c:\\some folder\\a1_zz.txt"));
+    EXPECT_EQ(locale_.SortKey("\xC3\x89T\xC3\x89"), locale_.SortKey("\xC3\xA9t\xC3\xA9"));
+    EXPECT_NE(locale_.SortKey("a.txt"), locale_.SortKey("b.txt"));
+}
+
+TEST_P(UserLocaleContract, EveryTextHasASortKey) {
+    std::string many_accents;
+    for (int i = 0; i < 1000; ++i) {
+        many_accents += "\xC3\xA4\xCC\x8A";
+    }
+    for (const std::string& text :
+         {many_accents, std::string(40'000, 'x'), std::string("lone \xED\xA0\x80 surrogate"),
+          std::string("\xE6\xBC\xA2\xE5\xAD\x97"), std::string("\xF0\x9F\x98\x80")}) {
+        EXPECT_NE(locale_.SortKey(text), "") << text.substr(0, 20);
+        EXPECT_LT(locale_.SortKey(text), locale_.SortKey(text + "a")) << text.substr(0, 20);
     }
 }
 

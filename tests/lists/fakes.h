@@ -12,14 +12,19 @@
 
 namespace tidemark {
 
-// Counts how often texts are lower-cased.
+// Counts how often texts are lower-cased and sort keys asked for.
 class CountingLocale final : public UserLocale {
   public:
     std::size_t lower_cased = 0;
+    std::size_t sort_keys = 0;
 
     std::string LowerCase(const std::string& text) override {
         ++lower_cased;
         return locale_.LowerCase(text);
+    }
+    std::string SortKey(const std::string& text) override {
+        ++sort_keys;
+        return locale_.SortKey(text);
     }
     std::string ThousandsSeparator() override { return locale_.ThousandsSeparator(); }
     std::string DateSeparator() override { return locale_.DateSeparator(); }

@@ -232,6 +232,21 @@ TEST_F(ListModelTest, SortingIgnoresLetterCaseAndKeepsTheOrderOfEqualRows) {
     EXPECT_THAT(Texts(), ElementsAre("beta", "BETA", "Alpha", "alpha"));
 }
 
+TEST_F(ListModelTest, SortingKeepsTheOrderOfManyEqualRows) {
+    constexpr std::size_t kRows = 1000;  // a few are kept in order by any sort
+    for (std::size_t i = 0; i < kRows; ++i) {
+        list_.SetItemNumber(list_.Add(std::to_string(i), i % 3 == 0 ? "equal" : "Equal"), i);
+    }
+    list_.Add("last", "before");
+    for (const bool descending : {false, true}) {
+        list_.Sort(0, descending);
+        const std::size_t first = descending ? 0 : 1;
+        for (std::size_t i = 0; i < kRows; ++i) {
+            ASSERT_EQ(list_.At(first + i).item_number, i) << (descending ? "descending" : "");
+        }
+    }
+}
+
 TEST_F(ListModelTest, SortingLooksBeyondLongSharedBeginnings) {
     const std::string folder(300, 'x');
     Fill({folder + "\\b-and-what-follows", folder + "\\a", folder, folder + "\\b-and-what-come",
@@ -242,10 +257,23 @@ TEST_F(ListModelTest, SortingLooksBeyondLongSharedBeginnings) {
                             folder + "\\b-and-what-come", folder + "\\b-and-what-follows"));
 }
 
-TEST_F(ListModelTest, SortingOrdersBytesBeyondAsciiAfterThem) {
-    Fill({"\xC3\xA9tude", "zoo", "apple"});
+TEST_F(ListModelTest, SortingFollowsTheUsersLanguage) {
+    Fill({"zebra", "\xC3\xA4pfel", "apfelsine", "Apfel"});
     list_.Sort(0, /*descending=*/false);
-    EXPECT_THAT(Texts(), ElementsAre("apple", "zoo", "\xC3\xA9tude"));
+    EXPECT_THAT(Texts(), ElementsAre("Apfel", "\xC3\xA4pfel", "apfelsine", "zebra"));
+}
+
+TEST_F(ListModelTest, SortingAsksForOneKeyARowAndNoneForARepeatedText) {
+    CountingLocale locale;
+    ListModel list(locale);
+    for (int i = 0; i < 100; ++i) {
+        const std::string text = std::to_string(i);
+        list.SetSubItem(list.Add(text, text), 0, "Ready");
+    }
+    list.Sort(0, /*descending=*/true);
+    EXPECT_EQ(locale.sort_keys, 100U);
+    list.Sort(1, /*descending=*/false);
+    EXPECT_EQ(locale.sort_keys, 101U);
 }
 
 TEST_F(ListModelTest, RowsCanBeSortedByTheirOtherColumnsAndLaterRowsAreAppended) {

@@ -85,6 +85,24 @@ std::string MemoryUserLocale::LowerCase(const std::string& text) {
     return FoldCase(text);
 }
 
+std::string MemoryUserLocale::SortKey(const std::string& text) {
+    // What U+00E0 to U+00FF are accents of; a dot stands for a letter of its own.
+    constexpr std::string_view kPlain = "aaaaaa.ceeeeiiii.nooooo.ouuuuy.y";
+    const std::string folded = FoldCase(text);
+    std::string key;
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        const bool latin1 = folded[i] == '\xC3' && i + 1 < folded.size();
+        const std::size_t letter = latin1 ? static_cast<unsigned char>(folded[i + 1]) - 0xA0U : 0;
+        if (latin1 && letter < kPlain.size() && kPlain[letter] != '.') {
+            key += kPlain[letter];
+            ++i;
+        } else {
+            key += folded[i];
+        }
+    }
+    return key.empty() ? key : key + '\0' + folded;
+}
+
 double MemoryUserLocale::ReadDateTime(const std::string& text) {
     const std::string lower = FoldCase(text);
     std::string_view rest = lower;

@@ -18,6 +18,8 @@ class MemoryUserLocale final : public UserLocale {
 
     // ASCII and Latin-1 letters only.
     std::string LowerCase(const std::string& text) override;
+    // An accented letter counts as the plain one, unless that makes two texts equal.
+    std::string SortKey(const std::string& text) override;
     std::string ThousandsSeparator() override { return thousands_; }
     std::string DateSeparator() override { return date_; }
     std::string TimeSeparator() override { return time_; }

@@ -61,6 +61,28 @@ std::string Win32UserLocale::LowerCase(const std::string& text) {
     return Utf8FromWide(wide);
 }
 
+std::string Win32UserLocale::SortKey(const std::string& text) {
+    if (text.empty()) {
+        return {};
+    }
+    const std::wstring wide = WideFromUtf8(text);
+    // Punctuation as characters: by words, "-5" would stand among the positive numbers.
+    constexpr DWORD kMapping = LCMAP_SORTKEY | NORM_IGNORECASE | SORT_STRINGSORT;
+    while (true) {
+        // The buffer of a key is counted in bytes.
+        const int size = ::LCMapStringW(
+            locale_id_, kMapping, wide.data(), static_cast<int>(wide.size()),
+            reinterpret_cast<wchar_t*>(sort_key_.data()), static_cast<int>(sort_key_.size()));
+        if (size != 0) {
+            return sort_key_.substr(0, static_cast<std::size_t>(size));
+        }
+        if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
+            return LowerCase(text);
+        }
+        sort_key_.resize(sort_key_.size() * 2);
+    }
+}
+
 std::string Win32UserLocale::ThousandsSeparator() {
     return Utf8FromWide(LocaleText(locale_id_, LOCALE_STHOUSAND));
 }

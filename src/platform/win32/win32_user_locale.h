@@ -12,6 +12,7 @@ class Win32UserLocale final : public UserLocale {
     explicit Win32UserLocale(unsigned long locale_id) : locale_id_(locale_id) {}
 
     [[nodiscard]] std::string LowerCase(const std::string& text) override;
+    [[nodiscard]] std::string SortKey(const std::string& text) override;
     [[nodiscard]] std::string ThousandsSeparator() override;
     [[nodiscard]] std::string DateSeparator() override;
     [[nodiscard]] std::string TimeSeparator() override;
@@ -20,6 +21,7 @@ class Win32UserLocale final : public UserLocale {
   private:
     static constexpr unsigned long kUsersOwn = 0x0400;
     unsigned long locale_id_ = kUsersOwn;
+    std::string sort_key_ = std::string(256, '\0');  // room for one, which grows with the longest
 };
 
 }  // namespace tidemark
