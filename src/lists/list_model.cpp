@@ -117,14 +117,14 @@ void ListModel::Clear() {
 void ListModel::SetText(const ListRow& row, const std::string& text) {
     if (row.text != text) {
         Writable(row).text = text;
-        TellRowChanged(row);
+        TellCellChanged(row, 0);
     }
 }
 
 void ListModel::SetSubItem(const ListRow& row, std::size_t sub_item, const std::string& text) {
     if (row.sub_items.at(sub_item) != text) {
         Writable(row).sub_items[sub_item] = text;
-        TellRowChanged(row);
+        TellCellChanged(row, sub_item + 1);
     }
 }
 
@@ -297,6 +297,13 @@ void ListModel::Select(ListRow& row, bool selected) {
     if (row.selected != selected) {
         row.selected = selected;
         selected_count_ = selected ? selected_count_ + 1 : selected_count_ - 1;
+    }
+}
+
+void ListModel::TellCellChanged(const ListRow& row, std::size_t column) const {
+    TellRowChanged(row);
+    if (observer_ != nullptr) {
+        observer_->CellChanged(column);
     }
 }
 

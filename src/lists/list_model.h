@@ -36,6 +36,7 @@ struct ListRow {
 class ListModelObserver {
   public:
     virtual void RowChanged(std::size_t position) = 0;  // a text or the icon of one row
+    virtual void CellChanged(std::size_t column) = 0;   // the text of a column, in some row
     virtual void RowAppended() = 0;                     // after all rows there were
     virtual void RowsChanged() = 0;                     // rows went or moved
     virtual void SelectionChanged() = 0;                // by the program

@@ -47,14 +47,21 @@ int ListView::ColumnWidth(std::size_t column) const {
 }
 
 void ListView::SetColumnWidth(std::size_t column, int width) {
-    // The control takes a negative width for a wish to size the column by what it holds.
-    const int wanted = std::max(0, width);
+    // The control takes a negative width for a wish to size the column by what it holds, and only
+    // the lower 16 bits of a greater one.
+    const int wanted = std::clamp(width, 0, 0x7FFF);
     if (ColumnWidth(column) != wanted) {
         Send(LVM_SETCOLUMNWIDTH, column, wanted);
     }
 }
 
 void ListView::ShowSortArrow(std::size_t column, bool descending) {
+    CatchUp();  // or what changed before the sort would take the arrow away
+    PutSortArrow(column, descending);
+}
+
+void ListView::PutSortArrow(std::size_t column, bool descending) {
+    arrow_column_ = column;
     const Window header(reinterpret_cast<HWND>(Send(LVM_GETHEADER)));
     const auto count =
         static_cast<std::size_t>(std::max<LRESULT>(0, header.Send(HDM_GETITEMCOUNT)));
@@ -83,6 +90,12 @@ void ListView::RowChanged(std::size_t position) {
     }
 }
 
+void ListView::CellChanged(std::size_t column) {
+    if (column == arrow_column_) {
+        CatchUpLater(order_lost_);
+    }
+}
+
 void ListView::RowAppended() {
     CatchUpLater(rows_appended_);
 }
@@ -107,17 +120,24 @@ void ListView::EmptyStateChanged() {
 
 // Any message makes the window catch up, before the message itself; this sees to it that one comes.
 void ListView::CatchUpLater(bool& what_changed) {
-    if (!rows_appended_ && !rows_changed_ && !selection_changed_) {
+    if (!AnythingChanged()) {
         Post(WM_NULL);
     }
     what_changed = true;
 }
 
+bool ListView::AnythingChanged() const {
+    return rows_appended_ || rows_changed_ || selection_changed_ || order_lost_;
+}
+
 void ListView::CatchUp() {
-    if (catching_up_ || !(rows_appended_ || rows_changed_ || selection_changed_)) {
+    if (catching_up_ || !AnythingChanged()) {
         return;
     }
     catching_up_ = true;
+    if ((rows_appended_ || order_lost_) && arrow_column_ != ListModel::kNoPosition) {
+        PutSortArrow(ListModel::kNoPosition, /*descending=*/false);
+    }
     if (rows_changed_ || rows_appended_) {
         ShowRowCount();
     }
@@ -125,7 +145,7 @@ void ListView::CatchUp() {
         ShowSelection();
         ShowCurrent();
     }
-    rows_appended_ = rows_changed_ = selection_changed_ = sight_known_ = false;
+    rows_appended_ = rows_changed_ = selection_changed_ = order_lost_ = sight_known_ = false;
     catching_up_ = false;
 }
 

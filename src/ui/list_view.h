@@ -38,7 +38,8 @@ class ListView : public Control, private ListModelObserver {
     // VK_... with the bits of the shift keys held; then the list acts on it.
     std::function<void(UINT key, int shift)> on_key_down;
     std::function<void(const MouseEvent&)> on_mouse_down;
-    // A held right button counts as moved once it has gone the system's distance for a drag.
+    // A held right button counts as moved once it has gone the system's distance for a drag, and
+    // once for each press: a drag that the user gave up is not to start again.
     std::function<void(const MouseEvent&)> on_mouse_move;
     std::function<void(const MouseEvent&)> on_mouse_up;
     // The keyboard asks for the popup of the selection; the point is at the current row, on the
@@ -55,7 +56,9 @@ class ListView : public Control, private ListModelObserver {
     [[nodiscard]] int ColumnWidth(std::size_t column) const;
     void SetColumnWidth(std::size_t column, int width);
 
-    // Draws the arrow of the sort order into one column's header and takes it from the others.
+    // Draws the arrow of the sort order into one column's header and takes it from the others. It
+    // goes by itself once the rows may no longer be in that order: a row was added, or a text of
+    // that column changed.
     void ShowSortArrow(std::size_t column, bool descending);
 
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
@@ -64,6 +67,7 @@ class ListView : public Control, private ListModelObserver {
     static constexpr int kAllRows = -1;  // to the system's list
 
     void RowChanged(std::size_t position) override;
+    void CellChanged(std::size_t column) override;
     void RowAppended() override;
     void RowsChanged() override;
     void SelectionChanged() override;
@@ -77,9 +81,11 @@ class ListView : public Control, private ListModelObserver {
     void PressRight(Point at, int shift);
     [[nodiscard]] bool MovedEnough(Point at, WPARAM buttons) const;
 
+    [[nodiscard]] bool AnythingChanged() const;
     void CatchUpLater(bool& what_changed);
     void CatchUp();
     void ShowRowCount();
+    void PutSortArrow(std::size_t column, bool descending);
     void ShowSelection();
     void ShowCurrent();
     void SetRowState(int row, UINT state, UINT mask) const;
@@ -100,9 +106,12 @@ class ListView : public Control, private ListModelObserver {
     bool rows_appended_ = false;
     bool rows_changed_ = false;
     bool selection_changed_ = false;
+    bool order_lost_ = false;
     bool catching_up_ = false;
     bool drawing_ = true;
     std::size_t shown_count_ = 0;
+
+    std::size_t arrow_column_ = ListModel::kNoPosition;  // whose header has the sort arrow
 
     // The rows in sight, kept between two messages to the window.
     bool sight_known_ = false;
@@ -110,6 +119,7 @@ class ListView : public Control, private ListModelObserver {
     std::size_t sight_count_ = 0;
 
     std::optional<Point> right_press_;  // where the right button went down, until it moves or rises
+    bool right_move_told_ = false;      // since it went down
 
     // Texts handed to the window, which may use each until it has asked for two more.
     std::array<std::wstring, 4> cells_;

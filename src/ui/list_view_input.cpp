@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/input_bits.h"
 #include "platform/raise.h"
@@ -73,6 +74,12 @@ bool ListView::OnListMessage(UINT message, WPARAM wparam, LPARAM lparam) {
                 Raise(on_context_key, ContextPoint());
             }
             return true;
+        case WM_SETFOCUS:
+            // The keyboard needs a row to start from.
+            if (model_.Count() != 0 && model_.CurrentPosition() == ListModel::kNoPosition) {
+                SetRowState(0, LVIS_FOCUSED, LVIS_FOCUSED);
+            }
+            return false;
         case WM_SETREDRAW:
             drawing_ = wparam != FALSE;
             return false;
@@ -110,11 +117,15 @@ bool ListView::OnMouseMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         case WM_MOUSEMOVE:
             if (MovedEnough(at, wparam)) {
                 right_press_.reset();
-                Raise(on_mouse_move, MouseEvent{HeldButtons(wparam)});
+                const int held = HeldButtons(wparam);
+                if (held != kRightButton || !std::exchange(right_move_told_, true)) {
+                    Raise(on_mouse_move, MouseEvent{held});
+                }
             }
             return false;
         case WM_RBUTTONUP:
             right_press_.reset();
+            right_move_told_ = false;
             if (::GetCapture() == Handle()) {
                 ::ReleaseCapture();
             }
@@ -145,6 +156,7 @@ void ListView::PressRight(Point at, int shift) {
     }
     ::SetCapture(Handle());
     right_press_ = at;
+    right_move_told_ = false;
 }
 
 bool ListView::MovedEnough(Point at, WPARAM buttons) const {

@@ -17,10 +17,12 @@ using testing::IsEmpty;
 class Listener final : public ListModelObserver {
   public:
     std::vector<std::string> told;
+    std::vector<std::size_t> columns;  // of changed cells
 
     void RowChanged(std::size_t position) override {
         told.push_back("row " + std::to_string(position));
     }
+    void CellChanged(std::size_t column) override { columns.push_back(column); }
     void RowAppended() override { told.emplace_back("appended"); }
     void RowsChanged() override { told.emplace_back("rows"); }
     void SelectionChanged() override { told.emplace_back("selection"); }
@@ -148,6 +150,7 @@ TEST_F(ListModelTest, ObserversHearOnlyOfRealChanges) {
     list_.Remove("c");
     list_.Clear();
     list_.Clear();
+    EXPECT_THAT(listener_.columns, ElementsAre(0, 2));
     EXPECT_THAT(listener_.told, ElementsAre("row 1", "row 1", "row 1", "selection", "empty state",
                                             "appended", "rows", "rows", "rows"));
 }

@@ -51,10 +51,11 @@ class MainWindowList : public MainWindowTest {
         return texts;
     }
     // Drags files over a window's registered drop target and drops them there.
-    DWORD Drop(HWND window, const std::vector<std::string>& paths) {
+    DWORD Drop(HWND window, const std::vector<std::string>& paths,
+               DWORD allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE) {
         const auto data = ComPtr<FakeDataObject>::Adopt(new FakeDataObject);
         data->bytes = BuildDropFiles(paths);
-        return DragAndDrop(window, *data.Get(), {}, DROPEFFECT_COPY | DROPEFFECT_MOVE);
+        return DragAndDrop(window, *data.Get(), {}, allowed);
     }
     // Drags the selected rows out; what the drag offers, and the effects that it allows.
     std::int32_t DragOut(FakeDragData& data) {
@@ -143,6 +144,22 @@ TEST_F(MainWindowList, SortingHappensOnceAndLaterRowsAreAppended) {
     EXPECT_EQ(RowTexts().back(), "C:\\first.txt");
 }
 
+TEST_F(MainWindowList, TheSortArrowGoesWhenRowsAreAddedAndTheNextClickTurnsTheOrderRound) {
+    LoadTrees();
+    ClickColumn(0);
+    ASSERT_EQ(SortArrowOf(Main().lvwItems, 0), HDF_SORTUP);
+    Choose("mnuView", "mnuViewRefresh");
+    Finish();
+    EXPECT_EQ(SortArrowOf(Main().lvwItems, 0), HDF_SORTUP) << "the names are as they were";
+    system_.volume.AddFile("C:\\first.txt");
+    List({"C:\\first.txt"});
+    EXPECT_EQ(SortArrowOf(Main().lvwItems, 0), 0);
+    ClickColumn(0);
+    EXPECT_EQ(SortArrowOf(Main().lvwItems, 0), HDF_SORTDOWN);
+    ClickColumn(1);
+    EXPECT_EQ(SortArrowOf(Main().lvwItems, 1), HDF_SORTUP);
+}
+
 TEST_F(MainWindowList, SortingFromInsideACountKeepsThePollGoing) {
     Load();
     AddTree("big", 40);
@@ -200,6 +217,15 @@ TEST_F(MainWindowList, FilesDroppedOnTheListAreAppended) {
     LoadWithFiles(1);
     system_.volume.AddFile("C:\\a.txt");
     EXPECT_EQ(Drop(Main().lvwItems.Handle(), {"C:\\a.txt"}), static_cast<DWORD>(DROPEFFECT_COPY));
+    Finish();
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\data\\file1.txt", "C:\\a.txt"));
+}
+
+TEST_F(MainWindowList, FilesOfASourceThatOnlyMovesAreAddedAndItHearsOfNoMove) {
+    LoadWithFiles(1);
+    system_.volume.AddFile("C:\\a.txt");
+    EXPECT_EQ(Drop(Main().lvwItems.Handle(), {"C:\\a.txt"}, DROPEFFECT_MOVE),
+              static_cast<DWORD>(DROPEFFECT_NONE));
     Finish();
     EXPECT_THAT(RowTexts(), ElementsAre("C:\\data\\file1.txt", "C:\\a.txt"));
 }

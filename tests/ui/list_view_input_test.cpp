@@ -5,6 +5,7 @@
 #include "platform/program_error.h"
 #include "support/held_keys.h"
 #include "support/last_resort_recorder.h"
+#include "ui/button.h"
 #include "ui/list_view_fixture.h"
 
 namespace tidemark {
@@ -30,6 +31,26 @@ TEST_F(ListViewTest, ArrowKeysSelectAndMoveTheCurrentRow) {
     EXPECT_EQ(model_.CurrentPosition(), 3U);
     Key(VK_HOME);
     EXPECT_THAT(Selected(), ElementsAre("row 0"));
+}
+
+TEST_F(ListViewTest, TheFirstRowIsTheKeyboardsWhenNoneWasTouchedAndIsNotSelected) {
+    Button elsewhere;
+    elsewhere.Create(form_, {});
+    elsewhere.Focus();
+    list_->Focus();
+    EXPECT_EQ(model_.CurrentPosition(), ListModel::kNoPosition) << "there is no row yet";
+    elsewhere.Focus();
+    Fill(5);
+    EXPECT_EQ(ShownFocus(), -1);
+    list_->Focus();
+    EXPECT_EQ(ShownFocus(), 0);
+    EXPECT_EQ(model_.CurrentPosition(), 0U);
+    EXPECT_THAT(Selected(), IsEmpty());
+    Key(VK_DOWN);
+    EXPECT_THAT(Selected(), ElementsAre("row 1"));
+    elsewhere.Focus();
+    list_->Focus();
+    EXPECT_EQ(ShownFocus(), 1) << "a row that was touched stays";
 }
 
 TEST_F(ListViewTest, ClicksSelectOneRowOrARangeOrAddRows) {

@@ -228,11 +228,34 @@ TEST_F(ListViewTest, OneHeaderShowsTheSortArrow) {
     EXPECT_EQ(SortArrowOf(*list_, 2), HDF_SORTDOWN);
 }
 
+TEST_F(ListViewTest, TheSortArrowGoesOnceTheRowsMayBeInAnotherOrder) {
+    Fill(5);
+    const auto arrow = [this] {
+        PumpPending();
+        return SortArrowOf(*list_, 0);
+    };
+    list_->ShowSortArrow(0, /*descending=*/true);
+    EXPECT_EQ(arrow(), HDF_SORTDOWN) << "what was added before is sorted";
+    model_.SetSubItem(model_.At(1), 0, "of another column");
+    model_.Remove(Name(4));
+    EXPECT_EQ(arrow(), HDF_SORTDOWN);
+    model_.SetText(model_.At(1), "zzz");
+    EXPECT_EQ(arrow(), 0);
+    list_->ShowSortArrow(0, /*descending=*/true);
+    Fill(6);
+    EXPECT_EQ(arrow(), 0);
+}
+
 TEST_F(ListViewTest, ColumnWidthsAreReadAndWritten) {
     EXPECT_EQ(list_->ColumnWidth(0), 200);
     EXPECT_EQ(list_->ColumnWidth(2), 120);
     list_->SetColumnWidth(2, 333);
     EXPECT_EQ(list_->ColumnWidth(2), 333);
+    for (const int too_wide : {32768, 40000, 65535, 65536, 0x7FFFFFFF}) {
+        list_->SetColumnWidth(2, too_wide);
+        EXPECT_EQ(list_->ColumnWidth(2), 32767) << too_wide;
+        list_->SetColumnWidth(2, 333);
+    }
 }
 
 TEST_F(ListViewTest, IconsShowOnceTheImageListIsAttached) {
