@@ -24,6 +24,8 @@ void AnswerBench(const BenchArguments& arguments);
 void ListBench(const BenchArguments& arguments);
 // The errors window with a record for each file of each tree.
 void ErrorsBench(const BenchArguments& arguments);
+// The popup of all files of each tree, which are in one folder, beside the shell calls it takes.
+void PopupBench(const BenchArguments& arguments);
 // Memory that items and error records of the first tree take, and that a stamp of the last one
 // does.
 void MemoryBench(const BenchArguments& arguments);

@@ -83,6 +83,19 @@ class NoColumns final : public ListColumns {
     void SetColumnWidth(int /*column*/, std::int32_t /*width*/) override {}
 };
 
+// Popups that close as soon as they would come up.
+class UnshownMenus final : public PopupMenuSystem {
+  public:
+    UINT Track(HMENU /*menu*/, UINT /*flags*/, POINT /*point*/, HWND /*owner*/) override {
+        ++opened_;
+        return 0;
+    }
+    [[nodiscard]] int Opened() const { return opened_; }
+
+  private:
+    int opened_ = 0;
+};
+
 // What the windows with lists ask of the rest of the program. Settings are kept in memory.
 class RealServices {
   public:
@@ -94,10 +107,12 @@ class RealServices {
                 .popup_menus = popup_menus_};
     }
 
+    [[nodiscard]] const UnshownMenus& Menus() const { return popup_menus_; }
+
   private:
     MemorySettingsStore settings_;
     Win32CommandRunner command_runner_;
-    PopupMenuSystem popup_menus_;
+    UnshownMenus popup_menus_;
 };
 
 // The program's own main window, shown, on the real system. Message boxes are answered at once.
@@ -110,6 +125,7 @@ class RealWindow {
     RealWindow& operator=(const RealWindow&) = delete;
 
     [[nodiscard]] frmMain& Main() { return *main_; }
+    [[nodiscard]] const UnshownMenus& Menus() const { return services_.Menus(); }
 
     // Lists the paths and waits until they are counted and the window is at rest.
     void List(const std::vector<std::string>& paths);

@@ -2,9 +2,9 @@
 # each target is met. A figure that is missing is said to be.
 #
 # awk -f benchmarks/report.awk -f benchmarks/tables.awk -v kind=full|quick -v room=FOLDER -v small=N
-#     -v large=N -v scaled='N ...' -v machine=TEXT [-v again='NAME ...' -v today=DATE] figures...
+#     -v large=N -v scaled='N ...' -v popups='N ...' -v machine=TEXT [-v again='NAME ...' -v today=DATE] figures...
 #
-# FOLDER holds the versions of the peers; small, large and scaled name the trees measured.
+# FOLDER holds the versions of the peers; small, large, scaled and popups name the trees measured.
 
 {
     key = $1 SUBSEP $2
