@@ -1,5 +1,6 @@
 #include "errors/frm_errors.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "controls/list_popup.h"
@@ -7,6 +8,8 @@
 #include "lists/list_helpers.h"
 #include "lists/shell_services.h"
 #include "platform/input_bits.h"
+#include "platform/win32/win32_screen.h"
+#include "settings/mod_monitor_info.h"
 #include "settings/mod_options.h"
 #include "ui/window_end.h"
 
@@ -84,6 +87,31 @@ void frmErrors::WireList() {
     lvwErrors.on_mouse_move = [this](const MouseEvent& event) { lvwErrors_MouseMove(event); };
     lvwErrors.on_mouse_up = [this](const MouseEvent& event) { lvwErrors_MouseUp(event); };
     lvwErrors.on_context_key = [this](Point at) { ShowPopup(at); };
+}
+
+LRESULT frmErrors::OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    const bool shown_by_program = wparam != FALSE && lparam == 0;
+    if (message == WM_SHOWWINDOW && shown_by_program) {
+        KeepOnMonitor();
+    }
+    return Form::OnMessage(window, message, wparam, lparam);
+}
+
+void frmErrors::KeepOnMonitor() {
+    if (::IsIconic(Handle()) || ::IsZoomed(Handle())) {
+        return;  // the system places these
+    }
+    const Win32Screen screen;
+    const Bounds before = Position();
+    Bounds place = before;
+    KeepRectOnMonitor(screen, place);
+    // What is larger than the monitor would end at its bottom right corner.
+    const Rect monitor = MonitorRectAtPoint(screen, before.left, before.top);
+    place.left = std::max(place.left, monitor.left);
+    place.top = std::max(place.top, monitor.top);
+    if (place != before) {
+        Move(place);
+    }
 }
 
 void frmErrors::OnResize(Size client) {

@@ -22,7 +22,8 @@
 namespace tidemark {
 
 // The window that lists the errors of the last stamp: what failed, the system's code and its text.
-// The user closing it only hides it, and the next collection is shown in the same window.
+// The user closing it only hides it, and the next collection is shown in the same window. Wherever
+// it was placed, it comes up with its title bar on a monitor.
 //
 // The object stays until nothing of it is on the stack; Unload ends the window itself.
 class frmErrors final : public Form,
@@ -56,6 +57,8 @@ class frmErrors final : public Form,
     StatusBar StatusBar1;
     MinMax MinMax1;
 
+    LRESULT OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) override;
+
   private:
     void OnResize(Size client) override;
     void OnClose() override;
@@ -72,6 +75,7 @@ class frmErrors final : public Form,
     // OleDragDropSink
     void StartDrag(DragSourceData& data, std::int32_t& allowed_effects) override;
 
+    void KeepOnMonitor();
     void CreateControls();
     void WireList();
     void lvwErrors_ColumnClick(std::size_t column);

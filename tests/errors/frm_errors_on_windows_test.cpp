@@ -12,13 +12,20 @@
 #include "platform/win32/win32_platform.h"
 #include "support/fake_command_runner.h"
 #include "support/last_resort_recorder.h"
+#include "support/menu_captions.h"
 #include "support/pump.h"
 #include "support/real_tree.h"
+#include "support/shown_list.h"
 #include "support/shown_status.h"
+#include "ui/message_font.h"
 #include "ui/message_loop.h"
 
 namespace tidemark {
 namespace {
+
+using testing::ElementsAre;
+using testing::Gt;
+using testing::SizeIs;
 
 constexpr const char* kProgram = "C:\\windows\\notepad.exe";
 
@@ -43,6 +50,12 @@ class FrmErrorsOnWindowsTest : public testing::Test {
                    std::string::npos;
         });
     }
+    void RightClickFirstRow() const {
+        const RECT label = PlaceOfRow(window_.lvwErrors, 0, LVIR_LABEL);
+        const LPARAM at = MAKELPARAM(label.left + 5, (label.top + label.bottom) / 2);
+        window_.lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+        window_.lvwErrors.Send(WM_RBUTTONUP, 0, at);
+    }
     LRESULT RowCount() const { return window_.lvwErrors.Send(LVM_GETITEMCOUNT); }
 
     Win32Platform system_{
@@ -64,6 +77,74 @@ TEST_F(FrmErrorsOnWindowsTest, RowsComeFromATimerTickWithTheShellsIcons) {
     EXPECT_EQ(RowCount(), 3);
     EXPECT_EQ(::ImageList_GetImageCount(window_.ImageList1.Handle()), 2);
     EXPECT_EQ(window_.rows->List().At(2).small_icon, 1);
+}
+
+TEST_F(FrmErrorsOnWindowsTest, ItComesUpWithItsTitleBarOnTheMonitorWhereverItWasPlaced) {
+    const int width = ::GetSystemMetrics(SM_CXSCREEN);
+    const int height = ::GetSystemMetrics(SM_CYSCREEN);
+    const auto placed_at = [this](const Bounds& place) {
+        window_.SetVisible(false);
+        window_.Move(place);
+        EXPECT_EQ(window_.Position(), place) << "its place while it is hidden";
+        window_.SetVisible(true);
+        return window_.Position();
+    };
+    EXPECT_EQ(placed_at({-124, -90, 400, 300}), (Bounds{0, 0, 400, 300}));
+    EXPECT_EQ(placed_at({width - 100, height - 50, 400, 300}),
+              (Bounds{width - 400, height - 300, 400, 300}));
+    EXPECT_EQ(placed_at({50, 60, 400, 300}), (Bounds{50, 60, 400, 300}));
+    const Bounds large = placed_at({-60, -40, width + 8, height + 8});
+    EXPECT_EQ(large.left, 0);
+    EXPECT_EQ(large.top, 0);
+}
+
+TEST_F(FrmErrorsOnWindowsTest, ItMayBeMadeNoSmallerThanItsLimitSays) {
+    window_.MinMax1.minimum = {320, 240};
+    MINMAXINFO info{};
+    window_.Send(WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(info.ptMinTrackSize.x, 320);
+    EXPECT_EQ(info.ptMinTrackSize.y, 240);
+}
+
+LOGFONTW DescriptionOf(HFONT font) {
+    LOGFONTW description{};
+    ::GetObjectW(font, sizeof description, &description);
+    return description;
+}
+
+TEST_F(FrmErrorsOnWindowsTest, ItsControlsHaveTheMessageFontInTheSizeOfTheForm) {
+    const LOGFONTW form = DescriptionOf(window_.Font());
+    EXPECT_STREQ(form.lfFaceName, L"Tahoma");
+    EXPECT_EQ(form.lfHeight, -11) << "8.25 points";
+    for (const Window* control : std::initializer_list<const Window*>{
+             &window_.Label1, &window_.lvwErrors, &window_.StatusBar1}) {
+        const LOGFONTW font = DescriptionOf(control->Font());
+        EXPECT_EQ(Utf8FromWide(font.lfFaceName), MessageFontName());
+        EXPECT_EQ(font.lfHeight, -11);
+        EXPECT_EQ(font.lfWeight, FW_NORMAL);
+    }
+}
+
+TEST_F(FrmErrorsOnWindowsTest, FilesOfTwoFoldersAreNeverGivenToTheShell) {
+    RealTree tree;
+    // What the shell would take for the second one lies beside the first.
+    tree.MakeFile("a\\x one.txt");
+    Show({tree.MakeFile("a\\f1.txt"), tree.MakeFile("b\\x one.txt")});
+    ASSERT_TRUE(Filled());
+    window_.rows->List().SelectAll();
+    const auto press_key = [this] {
+        window_.lvwErrors.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window_.lvwErrors.Handle()),
+                               -1);
+    };
+    EXPECT_THAT(CaptionsOfPopup([this] { RightClickFirstRow(); }),
+                ElementsAre("Open Containing Folder"));
+    EXPECT_EQ(window_.rows->List().SelectedCount(), 2U);
+    EXPECT_THAT(CaptionsOfPopup(press_key), ElementsAre("Open Containing Folder"));
+
+    window_.rows->List().ClearSelection();
+    window_.rows->List().NoteSelected(0, 0, true);
+    EXPECT_THAT(CaptionsOfPopup(press_key), SizeIs(Gt(2)))
+        << "of one folder the shell has entries of its own";
 }
 
 // Records of real files, from a stamp of theirs.

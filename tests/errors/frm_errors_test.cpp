@@ -190,6 +190,16 @@ TEST_F(FrmErrorsTest, ClosingHidesTheWindowAndStopsTheFillWhichAnswersMessagesMe
     EXPECT_EQ(Cell(0, 0), kOther);
 }
 
+TEST_F(FrmErrorsTest, ClosingLetsPendingMessagesRun) {
+    Show({kProgram});
+    const std::size_t calls = system_.pump.CallCount();
+    bool hidden = false;
+    system_.pump.AtCall(1, [&] { hidden = !window_->Visible(); });
+    window_->Close();
+    EXPECT_EQ(system_.pump.CallCount(), calls + 1);
+    EXPECT_TRUE(hidden) << "after the window has gone from sight";
+}
+
 TEST_F(FrmErrorsTest, UnloadingDuringAFillEndsIt) {
     system_.pump.AtCall(4, [this] { window_->Unload(); });
     Show({kProgram, kOther, "C:\\3.txt", "C:\\4.txt"});
@@ -247,6 +257,19 @@ TEST_F(FrmErrorsTest, AHeaderClickSortsAndShowsTheArrow) {
     EXPECT_EQ(SortArrowOf(window_->lvwErrors, 0), HDF_SORTDOWN);
 }
 
+TEST_F(FrmErrorsTest, TheArrowGoesWithTheNextErrorsAndTheNextClickTurnsTheOrderRound) {
+    Show({kProgram, "C:\\a.txt"});
+    window_->lvwErrors.on_column_click(0);
+    ASSERT_EQ(SortArrowOf(window_->lvwErrors, 0), HDF_SORTUP);
+    Show({"C:\\a.txt", kProgram});
+    EXPECT_EQ(SortArrowOf(window_->lvwErrors, 0), 0);
+    window_->lvwErrors.on_column_click(0);
+    EXPECT_EQ(SortArrowOf(window_->lvwErrors, 0), HDF_SORTDOWN);
+    EXPECT_EQ(Cell(0, 0), kProgram);
+    window_->lvwErrors.on_column_click(1);
+    EXPECT_EQ(SortArrowOf(window_->lvwErrors, 1), HDF_SORTUP) << "numbers are sorted by value";
+}
+
 TEST_F(FrmErrorsTest, ARightClickWithoutASelectionOffersOnlyTheInertEntry) {
     Show({kProgram});
     std::vector<std::string> entries;
@@ -278,6 +301,13 @@ TEST_F(FrmErrorsTest, ARightClickOnRowsThatAreGoneShowsNoMenu) {
     EXPECT_THAT(popups_.shell.trackings, IsEmpty());
 }
 
+TEST_F(FrmErrorsTest, ARightClickLeavesOutSelectedRowsThatAreGone) {
+    Show({"C:\\gone.txt", kProgram});
+    Rows().SelectAll();
+    RightClick(InRow(0));
+    EXPECT_THAT(popups_.shell.children, ElementsAre(L"notepad.exe"));
+}
+
 TEST_F(FrmErrorsTest, TheOwnEntryOpensTheContainingFolderOfTheSelectedRow) {
     Show({kProgram, kOther});
     popups_.shell.choice = 1;
@@ -293,12 +323,31 @@ TEST_F(FrmErrorsTest, ReleasingTheButtonWithoutAPressInTheListShowsNothing) {
     EXPECT_THAT(popups_.shell.trackings, IsEmpty());
 }
 
-TEST_F(FrmErrorsTest, TheContextKeyShowsTheSameMenu) {
+TEST_F(FrmErrorsTest, TheContextKeyShowsTheSameMenuAtTheRowAndGivesTheListTheFocus) {
     Show({kProgram});
     Rows().SelectAll();
+    popups_.shell.cursor = {321, 123};
+    ::SetFocus(nullptr);
     window_->lvwErrors.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window_->lvwErrors.Handle()),
                             -1);
-    EXPECT_THAT(popups_.shell.trackings, SizeIs(1));
+    EXPECT_TRUE(window_->lvwErrors.HasFocus());
+    ASSERT_THAT(popups_.shell.trackings, SizeIs(1));
+    RECT list{};
+    ::GetWindowRect(window_->lvwErrors.Handle(), &list);
+    EXPECT_TRUE(::PtInRect(&list, popups_.shell.trackings[0].point));
+    EXPECT_EQ(popups_.shell.cursor_questions, 0);
+}
+
+TEST_F(FrmErrorsTest, TheMenuOfARightClickIsTheListsAndOpensAtThePointer) {
+    Show({kProgram});
+    popups_.shell.cursor = {321, 123};
+    RightClick(InRow(0));
+    ASSERT_THAT(popups_.shell.trackings, SizeIs(1));
+    const FakeShell::Tracking& menu = popups_.shell.trackings[0];
+    EXPECT_EQ(menu.owner, window_->lvwErrors.Handle());
+    EXPECT_EQ(menu.flags, static_cast<UINT>(TPM_RETURNCMD));
+    EXPECT_EQ(menu.point.x, 321);
+    EXPECT_EQ(menu.point.y, 123);
 }
 
 TEST_F(FrmErrorsTest, TheLabelRightBeforeTheListNamesIt) {
@@ -348,6 +397,25 @@ TEST_F(FrmErrorsTest, ADragGivenUpWithTheButtonHeldLeavesTheReleaseToTheList) {
     ASSERT_EQ(drags_, 1);
     window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
     EXPECT_THAT(popups_.shell.trackings, SizeIs(1));
+}
+
+TEST_F(FrmErrorsTest, ADragGivenUpWithTheButtonHeldIsNotFollowedByAnother) {
+    Show({kProgram});
+    const LPARAM at = InRow(0);
+    const auto press = [&] { window_->lvwErrors.Send(WM_RBUTTONDOWN, MK_RBUTTON, at); };
+    const auto move = [&](int by) {
+        const HeldKeys button({VK_RBUTTON});
+        window_->lvwErrors.Send(WM_MOUSEMOVE, MK_RBUTTON, at + MAKELPARAM(by, 0));
+    };
+    press();
+    move(30);
+    move(60);
+    move(90);
+    EXPECT_EQ(drags_, 1);
+    window_->lvwErrors.Send(WM_RBUTTONUP, 0, at);
+    press();
+    move(30);
+    EXPECT_EQ(drags_, 2) << "pressed anew";
 }
 
 TEST_F(FrmErrorsTest, ARightButtonThatWasNotPressedInTheListDragsNothing) {
