@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <set>
+#include <vector>
 
 #include "controls/item_id_list.h"
 #include "controls/ole_session.h"
 #include "platform/memory/memory_screen.h"
+#include "platform/win32/com_object.h"
+#include "platform/win32/com_ptr.h"
 #include "platform/win32/wide_text.h"
 #include "support/pump.h"
 #include "support/real_tree.h"
@@ -142,6 +146,79 @@ TEST_F(FakeDialogTest, InitializingSendsSelectionTitleAndOkText) {
     EXPECT_EQ(selected_, first_);
     EXPECT_EQ(ok_text_, "Take \u6f6e");
     EXPECT_EQ(dialog_.Text(), "Title");
+}
+
+// Notes what is given back to the shell's allocator.
+class FreedMemory final : public ComObject<IMallocSpy> {
+  public:
+    FreedMemory() { EXPECT_EQ(::CoRegisterMallocSpy(this), S_OK); }
+    void Forget() { freed_.clear(); }
+    [[nodiscard]] bool Has(const void* memory) const { return freed_.contains(memory); }
+
+    void* STDMETHODCALLTYPE PreFree(void* memory, BOOL) override {
+        freed_.insert(memory);
+        return memory;
+    }
+    void* STDMETHODCALLTYPE PostAlloc(void* memory) override { return memory; }
+    SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T size) override { return size; }
+    void STDMETHODCALLTYPE PostFree(BOOL) override {}
+    SIZE_T STDMETHODCALLTYPE PreRealloc(void* memory, SIZE_T size, void** changed, BOOL) override {
+        *changed = memory;
+        return size;
+    }
+    void* STDMETHODCALLTYPE PostRealloc(void* memory, BOOL) override { return memory; }
+    void* STDMETHODCALLTYPE PreGetSize(void* memory, BOOL) override { return memory; }
+    SIZE_T STDMETHODCALLTYPE PostGetSize(SIZE_T size, BOOL) override { return size; }
+    void* STDMETHODCALLTYPE PreDidAlloc(void* memory, BOOL) override { return memory; }
+    int STDMETHODCALLTYPE PostDidAlloc(void*, BOOL, int did) override { return did; }
+    void STDMETHODCALLTYPE PreHeapMinimize() override {}
+    void STDMETHODCALLTYPE PostHeapMinimize() override {}
+
+  private:
+    ~FreedMemory() override = default;
+    std::set<const void*> freed_;
+};
+
+TEST_F(FakeDialogTest, EveryIdentifierListIsFreedAfterTheDialog) {
+    fake_.RootFolder = tree_.Root();
+    fake_.SelectedFolder = first_;
+    const auto freed = ComPtr<FreedMemory>::Adopt(new FreedMemory);
+    std::vector<const void*> lists;
+    run_ = [&] {
+        Tell(BFFM_INITIALIZED);
+        const PIDLIST_ABSOLUTE chosen = ItemIdListFromPath(nullptr, second_).Release();
+        lists = {info_.pidlRoot, reinterpret_cast<const void*>(sent_.at(0).lparam), chosen};
+        freed->Forget();
+        return chosen;
+    };
+    EXPECT_TRUE(fake_.Browse());
+    ::CoRevokeMallocSpy();
+    ASSERT_EQ(lists.size(), 3U);
+    EXPECT_TRUE(freed->Has(lists[0])) << "the root's";
+    EXPECT_TRUE(freed->Has(lists[1])) << "that of the first selection";
+    EXPECT_TRUE(freed->Has(lists[2])) << "that of the choice";
+}
+
+TEST_F(FakeDialogTest, TheDialogIsMovedOverItsOwnerWithoutBeingPainted) {
+    fake_.hWndOwner = form_.Handle();
+    form_.Move({200, 150, 600, 500});
+    dialog_.Move({10, 20, 300, 200});
+    const auto note_message = dialog_.on_message;
+    std::vector<UINT> moves;
+    dialog_.on_message = [&](UINT message, WPARAM wparam, LPARAM lparam) {
+        if (message == WM_WINDOWPOSCHANGING) {
+            moves.push_back(reinterpret_cast<const WINDOWPOS*>(lparam)->flags);
+        }
+        return note_message(message, wparam, lparam);
+    };
+    run_ = [&]() -> PIDLIST_ABSOLUTE {
+        Tell(BFFM_INITIALIZED);
+        return nullptr;
+    };
+    fake_.Browse();
+    EXPECT_EQ(dialog_.Position(), (Bounds{350, 300, 300, 200}));
+    ASSERT_EQ(moves.size(), 1U);
+    EXPECT_NE(moves[0] & SWP_NOREDRAW, 0U);
 }
 
 TEST_F(FakeDialogTest, InitializingWithEmptyFieldsSendsNothing) {

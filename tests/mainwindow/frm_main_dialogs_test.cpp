@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cwchar>
 
 #include "controls/ole_session.h"
 #include "mainwindow/main_window_fixture.h"
@@ -18,12 +19,14 @@
 #include "support/park_pointer.h"
 #include "support/real_tree.h"
 #include "support/refused_windows.h"
+#include "support/replaced_import.h"
 #include "support/shell_link.h"
 
 // Need the system's main header before them.
 #include <commctrl.h>
 #include <commdlg.h>
 #include <dlgs.h>
+#include <shlobj.h>
 
 namespace tidemark {
 namespace {
@@ -100,6 +103,48 @@ TEST_F(MainWindowDialogs, NamesTypedIntoTheFileDialogAreListed) {
     AddFiles({tree_.Root(), "\"a.txt\" \"b c.txt\""});
     EXPECT_THAT(RowTexts(), ElementsAre(a, b));
     EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
+// What a dialog of the system was asked for.
+struct AskedDialog {
+    HWND owner = nullptr;
+    DWORD flags = 0;
+    std::string text;  // a filter's parts are parted by "|"
+} asked_dialog;
+
+BOOL WINAPI NoteFileDialog(OPENFILENAMEW* dialog) {
+    asked_dialog = {dialog->hwndOwner, dialog->Flags, ""};
+    for (const wchar_t* part = dialog->lpstrFilter; *part != L'\0'; part += std::wcslen(part) + 1) {
+        asked_dialog.text += Utf8FromWide(part) + "|";
+    }
+    ::lstrcpyW(dialog->lpstrFile, L"C:\\chosen.txt");
+    return TRUE;
+}
+
+PIDLIST_ABSOLUTE WINAPI NoteFolderChooser(BROWSEINFOW* dialog) {
+    asked_dialog = {dialog->hwndOwner, dialog->ulFlags, Utf8FromWide(dialog->lpszTitle)};
+    return nullptr;
+}
+
+TEST_F(MainWindowDialogs, TheFileDialogAsksForExistingFilesOfAnyKind) {
+    const ReplacedImport file_dialog("GetOpenFileNameW", NoteFileDialog);
+    Load();
+    system_.volume.AddFile("C:\\chosen.txt");
+    Choose("mnuFile", "mnuFileAddFiles");
+    Finish();
+    EXPECT_EQ(asked_dialog.owner, Main().Handle());
+    EXPECT_EQ(asked_dialog.flags, 0x89A04U);
+    EXPECT_EQ(asked_dialog.text, "All Files (*.*)|*.*|");
+    EXPECT_THAT(RowTexts(), ElementsAre("C:\\chosen.txt"));
+}
+
+TEST_F(MainWindowDialogs, TheFolderChooserSaysWhatItsFolderIsFor) {
+    const ReplacedImport folder_chooser("SHBrowseForFolderW", NoteFolderChooser);
+    Load();
+    Choose("mnuFile", "mnuFileAddFolder");
+    EXPECT_EQ(asked_dialog.owner, Main().Handle());
+    EXPECT_EQ(asked_dialog.flags, 329U);
+    EXPECT_EQ(asked_dialog.text, "Select a folder to be stamped.");
 }
 
 TEST_F(MainWindowDialogs, TheFileDialogLeavesTheCurrentFolderAsItWas) {
