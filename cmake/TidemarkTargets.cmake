@@ -14,7 +14,8 @@ function(tidemark_flags target)
     if(TIDEMARK_SANITIZE)
         target_compile_options(${target} PUBLIC
             -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-        target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+        # CTest starts a program once for each test, and a program at a fixed address starts sooner.
+        target_link_options(${target} PUBLIC -fsanitize=address,undefined -no-pie)
     endif()
     if(WIN32)
         target_compile_definitions(${target} PUBLIC

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Checks what ./package makes, as a user meets it: the zip, and the installer from a silent
-# installation to an uninstallation that leaves nothing. ./test runs it as the suite `packages`,
-# inside the Wine prefix and on the display that it has started.
+# installation to an uninstallation that leaves nothing. CTest knows each check as a test of preset
+# `windows`; `./test packages` runs them in the Wine prefix and on the display that it has started.
 #
-# usage: tools/check_packages.sh [CHECK...]    (all checks when none is named)
+# usage: tools/check_packages.sh CHECK...    `setup` makes the packages and comes first
+#        tools/check_packages.sh list        names the checks
 . "$(dirname "$0")/common.sh"
 . "$top/tools/wine.sh"
 
@@ -11,7 +12,18 @@ packages=$build/windows/packages
 program=$build/windows/tidemark.exe
 driver=$build/windows/tests/drive_tidemark.exe
 work=$build/test/packages
-[[ -n ${WINEPREFIX:-} && -n ${DISPLAY:-} ]] || die "run me with ./test packages"
+
+# Each check goes on from where the one before it has left the prefix, so one named alone may lack
+# what those before it make.
+all_checks=(zip_holds_the_program programs_tell_version_and_icon installs_silently_for_one_user
+    program_started_from_the_start_menu_stamps running_program_is_not_replaced
+    uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused
+    uninstall_leaves_nothing program_from_the_zip_stamps)
+if [ "${1:-}" = list ]; then
+    printf '%s\n' "${all_checks[@]}"
+    exit 0
+fi
+[ "${TIDEMARK_WINE_IS_READY:-}" = yes ] || die "run me with ./test packages"
 
 drive=$WINEPREFIX/drive_c
 roaming=$(echo "$drive"/users/*/AppData/Roaming/Microsoft/Windows)
@@ -24,9 +36,6 @@ send_to="$roaming/SendTo/Tidemark Clock.lnk"
 uninstall_key='HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Uninstall\tidemark clock'
 settings_key='HKEY_CURRENT_USER\Software\Tidemark'
 app_paths_key='HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tidemark.exe'
-
-rm -rf "$work"
-mkdir -p "$work"
 
 there() { [ -e "$1" ] || echo "missing: $1"; }
 gone() { [ ! -e "$1" ] || echo "still there: $1"; }
@@ -92,8 +101,17 @@ expect_stamp() {
     [ "$(stat -c %Y "$work/stamped.txt")" != "$unstamped" ] || echo "the file has kept its time"
 }
 
-# Each check prints what it finds wrong; printing nothing is passing. Each goes on from where the
-# one before it has left the prefix, so one named alone may lack what those before it make.
+# Each check prints what it finds wrong; printing nothing is passing.
+
+# A run that was broken off may have left something, and other suites start the program too.
+check_setup() {
+    rm -rf "$work" "$installed" "$elsewhere" "$start_menu" "$send_to"
+    mkdir -p "$work"
+    (make_packages >"$work/packages.log" 2>&1) || cat "$work/packages.log"
+    clean_registry
+    registry >"$work/registry.before"
+    files >"$work/files.before"
+}
 
 check_zip_holds_the_program() {
     (cd "$work" && cmake -E tar xf "$packages"/*.zip)
@@ -173,7 +191,7 @@ check_send_to_entry_is_an_option() {
 
 check_unknown_switches_are_refused() {
     expect_exit 1 "$packages"/*-setup.exe /S /SENDTO=perhaps
-    expect_exit_of_line 1 '"C:\another folder\uninstall.exe" /S /SETTINGS=all _?=C:\another folder'
+    expect_exit_of_line 1 "\"C:\\another folder\\uninstall.exe\" /S /SETTINGS=all _?=C:\\another folder"
     there "$elsewhere/tidemark.exe"
 }
 
@@ -210,16 +228,4 @@ check_program_from_the_zip_stamps() {
     clean_registry
 }
 
-# A run that was broken off may have left something, and other suites start the program too.
-rm -rf "$installed" "$elsewhere" "$start_menu" "$send_to"
-clean_registry
-registry >"$work/registry.before"
-files >"$work/files.before"
-
-all_checks=(zip_holds_the_program programs_tell_version_and_icon installs_silently_for_one_user
-    program_started_from_the_start_menu_stamps running_program_is_not_replaced
-    uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused
-    uninstall_leaves_nothing program_from_the_zip_stamps)
-(($#)) && all_checks=("$@")
-
-run_checks packages "${all_checks[@]}"
+run_checks "$@"

@@ -75,28 +75,19 @@ make_packages() {
     done
 }
 
-# run_checks SUITE CHECK...: runs each function check_CHECK, which prints what it finds; printing
-# nothing is passing. Tells of them in the lines that the test programs print, so that one reader
-# counts both.
+# run_checks CHECK...: runs each function check_CHECK, which prints what it finds; printing nothing is
+# passing. Tells which failed, and fails with them.
 run_checks() {
-    local suite=$1 check found started took failed=0
-    shift
+    local check found failed=0
     for check in "$@"; do
         declare -F "check_$check" >/dev/null || die "no check $check; there are:" \
             "$(declare -F | sed -n 's/^declare -f check_//p' | tr '\n' ' ')"
     done
     for check in "$@"; do
-        printf '[ RUN      ] %s.%s\n' "$suite" "$check"
-        started=$(date +%s%N)
         found=$("check_$check")
-        took=$((($(date +%s%N) - started) / 1000000))
-        if [ -n "$found" ]; then
-            printf '%s\n[  FAILED  ] %s.%s (%s ms)\n' "$found" "$suite" "$check" "$took"
-            failed=$((failed + 1))
-        else
-            printf '[       OK ] %s.%s (%s ms)\n' "$suite" "$check" "$took"
-        fi
+        [ -n "$found" ] || continue
+        printf '%s:\n%s\n' "$check" "$found"
+        failed=1
     done
-    printf '[==========] %s checks ran.\n' "$#"
-    ((failed == 0))
+    return "$failed"
 }

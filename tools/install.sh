@@ -28,6 +28,7 @@ packages_to_test=(
     g++ g++-mingw-w64-i686-posix
     binutils-mingw-w64-x86-64 # which DLLs the program imports, and its resources
     clang-format clang-tidy cppcheck shellcheck
+    xsltproc # reading the reports of the tests
     diffutils libc-bin # comparing what the installer leaves with what was there
     e2fsprogs # a file that nobody may write, not even root
 )
@@ -42,7 +43,7 @@ packages_for_other_releases=(debootstrap git util-linux mount e2fsprogs)
 # nothing for what has none of its own, like fonts and plain tools that every system has.
 sign_of() {
     case $1 in
-    cmake | openbox | clang-format | clang-tidy | cppcheck | shellcheck | wine) echo "$1" ;;
+    cmake | openbox | xsltproc | clang-format | clang-tidy | cppcheck | shellcheck | wine) echo "$1" ;;
     ninja-build) echo ninja ;;
     g++) echo g++ ;;
     g++-mingw-w64-x86-64-posix) echo x86_64-w64-mingw32-g++-posix ;;

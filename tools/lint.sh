@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Checks of the source as it stands; ./test runs them and counts each as a test. They read the
+# Checks of the source as it stands. CTest knows each as a test of preset `host`. They read the
 # compile commands of the presets, so all three have to be configured and `windows` built.
 #
 # usage: tools/lint.sh [CHECK...]     (all checks when none is named)
+#        tools/lint.sh list           names them
 . "$(dirname "$0")/common.sh"
 cd "$top" || exit 1
 
@@ -272,10 +273,62 @@ check_cppcheck() {
             --enable=warning,performance 2>&1
 }
 
+# Whatever way a test ends, ./test counts it right and tells why.
+check_results_are_counted_right() {
+    local folder=$work/results
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    cat >"$folder/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(results NONE)
+enable_testing()
+add_test(NAME passes COMMAND true)
+add_test(NAME skips COMMAND printf "a.cpp:3: Skipped\nnot here\n\n[  SKIPPED ] skips (0 ms)\n")
+set_tests_properties(skips PROPERTIES SKIP_REGULAR_EXPRESSION SKIPPED)
+add_test(NAME fails COMMAND sh -c "echo why; exit 1")
+add_test(NAME hangs COMMAND sleep 60)
+set_tests_properties(hangs PROPERTIES TIMEOUT 1)
+add_test(NAME crashes COMMAND sh -c "kill -SEGV $$")
+add_test(NAME is_missing COMMAND "${CMAKE_BINARY_DIR}/nothing")
+END
+    (cd "$folder" && cmake . && ctest --output-junit ctest.xml) >"$folder/log" 2>&1
+    cat >"$folder/googletest.xml" <<'END'
+<testsuites><testsuite>
+<testcase name="Passes" status="run" result="completed" classname="Suite"/>
+<testcase name="Skips" status="run" result="skipped" classname="Suite">
+<skipped message="a.cpp:3&#x0A;not here"/></testcase>
+<testcase name="Fails" status="run" result="completed" classname="Suite">
+<failure message="a.cpp:4&#x0A;why"/></testcase>
+</testsuite></testsuites>
+END
+    {
+        xsltproc tools/results.xsl "$folder/ctest.xml"
+        xsltproc tools/results.xsl "$folder/googletest.xml"
+    } 2>&1 | sed "/^$/d; s,$folder/nothing,NOTHING," >"$folder/found"
+    diff "$folder/found" - <<'END'
+   skipped: skips: not here
+   FAILED: fails
+why
+   FAILED: hangs
+   FAILED: crashes
+   FAILED: is_missing
+Unable to find executable
+Unable to find executable: NOTHING
+1 4 1
+   skipped: Suite.Skips: not here
+   FAILED: Suite.Fails
+a.cpp:4
+why
+1 1 1
+END
+}
+
 all_checks=(format layers include_cycles window_free_folders every_source_is_built file_length
     window_procedures headers_stand_alone nothing_is_switched_off no_iostreams
-    every_resource_is_used windows_manners links_of_docs shell_scripts shipped_program clang_tidy
-    cppcheck)
-(($#)) && all_checks=("$@")
-
-run_checks lint "${all_checks[@]}"
+    every_resource_is_used windows_manners links_of_docs shell_scripts results_are_counted_right
+    shipped_program clang_tidy cppcheck)
+case ${1:-} in
+'') run_checks "${all_checks[@]}" ;;
+list) printf '%s\n' "${all_checks[@]}" ;;
+*) run_checks "$@" ;;
+esac
