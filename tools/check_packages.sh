@@ -18,7 +18,8 @@ work=$build/test/packages
 all_checks=(zip_holds_the_program programs_tell_version_and_icon installs_silently_for_one_user
     program_started_from_the_start_menu_stamps running_program_is_not_replaced
     uninstall_keeps_the_settings send_to_entry_is_an_option unknown_switches_are_refused
-    uninstall_leaves_nothing program_from_the_zip_stamps)
+    uninstall_leaves_nothing a_folder_with_other_files_is_left_as_it_is
+    removing_one_copy_leaves_the_other program_from_the_zip_stamps)
 if [ "${1:-}" = list ]; then
     printf '%s\n' "${all_checks[@]}"
     exit 0
@@ -30,6 +31,8 @@ roaming=$(echo "$drive"/users/*/AppData/Roaming/Microsoft/Windows)
 home=${roaming%/AppData/*}
 installed="$home/AppData/Local/Programs/tidemark clock"
 elsewhere="$drive/another folder"
+readme=tidemark-readme.txt
+uninstaller=tidemark-uninstall.exe
 installed_on_windows="C:\\users\\${home##*/}\\AppData\\Local\\Programs\\tidemark clock"
 start_menu="$roaming/Start Menu/Programs/tidemark clock.lnk"
 send_to="$roaming/SendTo/Tidemark Clock.lnk"
@@ -86,7 +89,7 @@ files() {
 uninstall() {
     local folder=$1
     shift
-    expect_exit 0 "$folder/uninstall.exe" /S "$@"
+    expect_exit 0 "$folder/$uninstaller" /S "$@"
     wait_until 20 uninstalled "$folder" "$uninstall_key" || echo "$folder is still there: $(ls "$folder")"
 }
 
@@ -105,7 +108,8 @@ expect_stamp() {
 
 # A run that was broken off may have left something, and other suites start the program too.
 check_setup() {
-    rm -rf "$work" "$installed" "$elsewhere" "$start_menu" "$send_to"
+    rm -rf "$work" "$installed" "$elsewhere" "$drive/tools" "$drive"/*' copy' \
+        "$start_menu" "$send_to"
     mkdir -p "$work"
     (make_packages >"$work/packages.log" 2>&1) || cat "$work/packages.log"
     clean_registry
@@ -143,8 +147,8 @@ check_programs_tell_version_and_icon() {
 check_installs_silently_for_one_user() {
     expect_exit 0 "$packages"/*-setup.exe /S
     cmp "$program" "$installed/tidemark.exe" 2>&1
-    there "$installed/README.txt"
-    there "$installed/uninstall.exe"
+    there "$installed/$readme"
+    there "$installed/$uninstaller"
     there "$start_menu"
     there "$send_to"
     cp "$send_to" "$work/other.lnk"
@@ -163,7 +167,7 @@ check_program_started_from_the_start_menu_stamps() {
 
 check_running_program_is_not_replaced() {
     expect_exit 2 "$packages"/*-setup.exe /S
-    expect_exit_of_line 2 "\"$installed_on_windows\\uninstall.exe\" /S _?=$installed_on_windows"
+    expect_exit_of_line 2 "\"$installed_on_windows\\$uninstaller\" /S _?=$installed_on_windows"
     cmp "$program" "$installed/tidemark.exe" 2>&1
     expect_exit 0 "$driver" close
 }
@@ -183,33 +187,80 @@ check_send_to_entry_is_an_option() {
     there "$elsewhere/tidemark.exe"
     gone "$send_to"
     # Neither does the next version bring the entry back, and it goes to the same folder.
-    rm "$elsewhere/README.txt"
+    rm "$elsewhere/$readme"
     expect_exit 0 "$packages"/*-setup.exe /S
-    there "$elsewhere/README.txt"
+    there "$elsewhere/$readme"
     gone "$send_to"
 }
 
 check_unknown_switches_are_refused() {
     expect_exit 1 "$packages"/*-setup.exe /S /SENDTO=perhaps
-    expect_exit_of_line 1 "\"C:\\another folder\\uninstall.exe\" /S /SETTINGS=all _?=C:\\another folder"
+    expect_exit_of_line 1 "\"C:\\another folder\\$uninstaller\" /S /SETTINGS=all _?=C:\\another folder"
     there "$elsewhere/tidemark.exe"
 }
 
 check_uninstall_leaves_nothing() {
     # What is not the installer's stays, and the folder with it.
-    echo mine >"$elsewhere/mine.txt"
+    echo mine | tee "$elsewhere/mine.txt" >"$elsewhere/README.txt"
     # Another copy's Send To entry is not this one's to delete.
     cp "$work/other.lnk" "$send_to"
-    expect_exit 0 "$elsewhere/uninstall.exe" /S /SETTINGS=remove
-    wait_until 20 uninstalled "$elsewhere/uninstall.exe" "$uninstall_key" "$settings_key" ||
+    expect_exit 0 "$elsewhere/$uninstaller" /S /SETTINGS=remove
+    wait_until 20 uninstalled "$elsewhere/$uninstaller" "$uninstall_key" "$settings_key" ||
         ls "$elsewhere"
     there "$elsewhere/mine.txt"
+    there "$elsewhere/README.txt"
     there "$send_to"
     rm -rf "$elsewhere" "$send_to"
     registry >"$work/registry.after"
     comm -13 "$work/registry.before" "$work/registry.after"
     files >"$work/files.after"
     comm -13 "$work/files.before" "$work/files.after"
+}
+
+# The user's own files may have any names, those of an earlier version's and of the zip's among them.
+check_a_folder_with_other_files_is_left_as_it_is() {
+    local own="$drive/tools/tidemark clock" setup
+    setup=$(windows_path "$packages"/*-setup.exe)
+    mkdir "$drive/tools"
+    echo mine | tee "$drive/tools"/{README.txt,uninstall.exe,tidemark.exe} >"$work/mine"
+    files_there() { (cd "$drive/tools" && sha256sum ./*.*); }
+    files_there >"$work/tools.before"
+    expect_exit_of_line 0 "$setup /S /D=C:\\tools"
+    files_there | diff "$work/tools.before" -
+    cmp "$program" "$own/tidemark.exe" 2>&1
+    # The same again finds its own folder, and does not go below it.
+    expect_exit_of_line 0 "$setup /S /D=C:\\tools"
+    expect_exit 0 "$packages"/*-setup.exe /S
+    gone "$own/tidemark clock"
+    uninstall "$own"
+    files_there | diff "$work/tools.before" -
+    # An own folder that holds something else is the user's, too.
+    mkdir "$own"
+    echo mine >"$own/mine.txt"
+    expect_exit_of_line 0 "$setup /S /D=C:\\tools"
+    gone "$own/tidemark.exe"
+    uninstall "$own/tidemark clock"
+    there "$own/mine.txt"
+    rm -rf "$drive/tools"
+}
+
+check_removing_one_copy_leaves_the_other() {
+    local setup
+    setup=$(windows_path "$packages"/*-setup.exe)
+    expect_exit_of_line 0 "$setup /S /SENDTO=yes /D=C:\\first copy"
+    expect_exit_of_line 0 "$setup /S /SENDTO=yes /D=C:\\second copy"
+    run_wine 20 "$work/output" reg add "$app_paths_key" /ve /d 'C:\second copy\tidemark.exe' /f ||
+        cat "$work/output"
+    registry >"$work/registry.two"
+    # Told where it is, the uninstaller ends when all is done, and leaves its own file.
+    expect_exit_of_line 0 "\"C:\\first copy\\$uninstaller\" /S _?=C:\\first copy"
+    rm -rf "$drive/first copy"
+    registry | diff "$work/registry.two" -
+    there "$start_menu"
+    there "$send_to"
+    uninstall "$drive/second copy"
+    gone "$send_to"
+    clean_registry
 }
 
 clean_registry() {
