@@ -15,8 +15,15 @@ class MessagePump {
     // nothing while no message can have waited long, and lets none wait longer than about 10 ms.
     virtual void LetPendingMessagesRun() = 0;
 
-    // Runs whatever is pending now, however short the wait was. For single commands.
+    // Runs whatever is pending now, however short the wait was. For single commands and for the
+    // display: no long tick begins in this call, so it returns soon. A modal loop that a message
+    // opens runs every tick.
     virtual void RunPendingMessagesNow() = 0;
+
+    // For work in slices that lets no messages run by itself: starts a slice, and tells whether it
+    // has lasted about 10 ms. The work then returns to the message loop. Slices do not nest.
+    virtual void StartSlice() = 0;
+    [[nodiscard]] virtual bool SliceIsOver() = 0;
 };
 
 }  // namespace tidemark

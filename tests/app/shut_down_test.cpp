@@ -46,6 +46,8 @@ class ShutDownTest : public testing::Test, public LoadedWindows, public MessageP
     }
 
     void LetPendingMessagesRun() override { FAIL() << "one command asks for all of them"; }
+    void StartSlice() override { FAIL() << "shutting down is no work in slices"; }
+    bool SliceIsOver() override { return true; }
     void RunPendingMessagesNow() override {
         log_.push_back("pump");
         if (while_pumping_) {

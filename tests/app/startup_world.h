@@ -209,6 +209,8 @@ class LoggedPump : public MessagePump {
   public:
     LoggedPump(CallLog& log, LoggedSplash& splash) : log_(log), splash_(splash) {}
     void LetPendingMessagesRun() override { FAIL() << "waits ask for all that is pending"; }
+    void StartSlice() override { FAIL() << "starting up is no work in slices"; }
+    bool SliceIsOver() override { return true; }
     void RunPendingMessagesNow() override {
         --splash_.pumps_left;
         log_.Note("pump");

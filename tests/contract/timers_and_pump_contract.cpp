@@ -187,6 +187,43 @@ TEST_P(PumpContract, DueTicksRunInsideTheWorkThatAsks) {
     EXPECT_GT(ticks, 0);
 }
 
+TEST_P(PumpContract, ACommandThatLetsMessagesRunStartsNoLongTick) {
+    int longs = 0;
+    int briefs = 0;
+    FunctionSink long_sink([&] { ++longs; });
+    FunctionSink brief_sink([&] { ++briefs; });
+    const auto armed = [&](TickKind kind, ITimerObjectSink& sink) {
+        auto timer = platform_.timers.NewTimer(kind);
+        timer->SetSink(&sink);
+        timer->SetInterval(20);
+        timer->SetEnabled(true);
+        return timer;
+    };
+    const auto long_timer = armed(TickKind::kLong, long_sink);
+    const auto brief_timer = armed(TickKind::kBrief, brief_sink);
+    for (int i = 0; i < 200 && briefs < 3; ++i) {
+        system_->PassTime();
+        pump_.RunPendingMessagesNow();
+    }
+    EXPECT_GE(briefs, 3);
+    EXPECT_EQ(longs, 0);
+    // It is still due: the message loop runs it.
+    EXPECT_TRUE(system_->RunUntil([&] { return longs > 0; }));
+}
+
+TEST_P(PumpContract, AModalLoopThatACommandsMessageOpensRunsLongTicks) {
+    int ticks = 0;
+    FunctionSink sink([&] { ++ticks; });
+    const auto timer = platform_.timers.NewTimer(TickKind::kLong);
+    timer->SetSink(&sink);
+    timer->SetInterval(20);
+    timer->SetEnabled(true);
+    bool ran = false;
+    system_->Post([&] { ran = system_->RunUntil([&] { return ticks > 0; }); });
+    pump_.RunPendingMessagesNow();
+    EXPECT_TRUE(ran);
+}
+
 TEST_P(PumpContract, NothingRunsAfterAQuit) {
     system_->PostQuit();
     pump_.RunPendingMessagesNow();

@@ -10,7 +10,7 @@ void MemoryMessagePump::AtCall(std::size_t nth, std::function<void()> action) {
     actions_[calls_ + nth].push_back(std::move(action));
 }
 
-void MemoryMessagePump::LetPendingMessagesRun() {
+void MemoryMessagePump::Run(TimerQueue::Allowed ticks) {
     ++calls_;
     if (quit_) {
         return;
@@ -25,7 +25,7 @@ void MemoryMessagePump::LetPendingMessagesRun() {
     if (at_every_call_) {
         RunGuarded(at_every_call_);
     }
-    RunDueTicks();
+    RunDueTicks(ticks);
     --depth_;
 }
 
@@ -33,7 +33,7 @@ void MemoryMessagePump::RunFor(std::uint64_t milliseconds) {
     const std::uint64_t end = now_ + milliseconds;
     while (wake_ && *wake_ <= end) {
         now_ = std::max(now_, *wake_);
-        RunDueTicks();
+        RunDueTicks(TimerQueue::Allowed::kAll);
     }
     now_ = std::max(now_, end);
 }
@@ -41,7 +41,7 @@ void MemoryMessagePump::RunFor(std::uint64_t milliseconds) {
 void MemoryMessagePump::RunUntilIdle() {
     while (wake_) {
         now_ = std::max(now_, *wake_);
-        RunDueTicks();
+        RunDueTicks(TimerQueue::Allowed::kAll);
     }
 }
 
@@ -54,10 +54,10 @@ void MemoryMessagePump::RunGuarded(const std::function<void()>& work) {
 }
 
 // Only when the queue asked to be woken, as the real system does.
-void MemoryMessagePump::RunDueTicks() {
+void MemoryMessagePump::RunDueTicks(TimerQueue::Allowed ticks) {
     if (wake_ && *wake_ <= now_) {
         wake_.reset();
-        RunGuarded([this] { timers_.RunDue(); });
+        RunGuarded([this, ticks] { timers_.RunDue(ticks); });
     }
 }
 

@@ -31,6 +31,8 @@ class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
     void AtEveryCall(std::function<void()> action) { at_every_call_ = std::move(action); }
     // Milliseconds that pass before each pump call (none at first).
     void SetMillisecondsPerCall(std::uint64_t milliseconds) { per_call_ = milliseconds; }
+    // How often SliceIsOver answers no before it answers yes (always no at first).
+    void SetAsksPerSlice(std::size_t asks) { asks_per_slice_ = asks; }
     // A quit message was met: from now on pump calls do nothing.
     void Quit() { quit_ = true; }
 
@@ -47,14 +49,17 @@ class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
     // Descriptions of the exceptions that ticks and actions ended in.
     [[nodiscard]] const std::vector<std::string>& Failures() const { return failures_; }
 
-    void LetPendingMessagesRun() override;
-    void RunPendingMessagesNow() override { LetPendingMessagesRun(); }
+    void LetPendingMessagesRun() override { Run(TimerQueue::Allowed::kAll); }
+    void RunPendingMessagesNow() override { Run(TimerQueue::Allowed::kBriefOnly); }
+    void StartSlice() override { asks_ = 0; }
+    [[nodiscard]] bool SliceIsOver() override { return ++asks_ > asks_per_slice_; }
 
   private:
     std::uint64_t Now() override { return now_; }
     void WakeAt(std::uint64_t time) noexcept override { wake_ = time; }
     void RunGuarded(const std::function<void()>& work);
-    void RunDueTicks();
+    void Run(TimerQueue::Allowed ticks);
+    void RunDueTicks(TimerQueue::Allowed ticks);
 
     TimerQueue timers_;
     std::uint64_t now_ = 0;
@@ -63,6 +68,8 @@ class MemoryMessagePump final : public MessagePump, private TimerQueueHost {
     std::function<void()> at_every_call_;
     std::uint64_t per_call_ = 0;
     std::size_t calls_ = 0;
+    std::size_t asks_ = 0;
+    std::size_t asks_per_slice_ = static_cast<std::size_t>(-1);
     int depth_ = 0;
     int deepest_ = 0;
     bool quit_ = false;

@@ -24,8 +24,8 @@ constexpr std::int64_t kLongestCommandRunMs = 1000;
 }  // namespace
 
 Win32MessagePump::Win32MessagePump(std::function<void(MSG&)> dispatch,
-                                   std::function<void()> on_quit)
-    : dispatch_(std::move(dispatch)), on_quit_(std::move(on_quit)) {
+                                   std::function<void()> on_quit, Win32TimerSource& timers)
+    : dispatch_(std::move(dispatch)), on_quit_(std::move(on_quit)), timers_(timers) {
     LARGE_INTEGER frequency;
     ::QueryPerformanceFrequency(&frequency);
     ticks_per_second_ = frequency.QuadPart;
@@ -40,14 +40,18 @@ void Win32MessagePump::LetPendingMessagesRun() {
     asks_ = 0;
     last_clock_ = clock;
     if (Ticks() - last_run_ >= kLongestWaitMs * ticks_per_second_ / 1000) {
-        Run(kLongestRunMs * ticks_per_second_ / 1000);
+        Run(kLongestRunMs * ticks_per_second_ / 1000, TimerQueue::Allowed::kAll);
     }
 }
 
 void Win32MessagePump::RunPendingMessagesNow() {
     if (!quit_) {
-        Run(kLongestCommandRunMs * ticks_per_second_ / 1000);
+        Run(kLongestCommandRunMs * ticks_per_second_ / 1000, TimerQueue::Allowed::kBriefOnly);
     }
+}
+
+bool Win32MessagePump::SliceIsOver() {
+    return Ticks() - slice_start_ >= kLongestWaitMs * ticks_per_second_ / 1000;
 }
 
 std::int64_t Win32MessagePump::Ticks() {
@@ -56,7 +60,7 @@ std::int64_t Win32MessagePump::Ticks() {
     return now.QuadPart;
 }
 
-void Win32MessagePump::Run(std::int64_t longest) {
+void Win32MessagePump::Run(std::int64_t longest, TimerQueue::Allowed ticks) {
     const std::int64_t start = Ticks();
     if (InSystemLoop()) {
         last_run_ = start;  // that loop takes the messages, and soon
@@ -72,7 +76,13 @@ void Win32MessagePump::Run(std::int64_t longest) {
             }
             return;
         }
-        dispatch_(message);
+        // Only the timers' message that is taken here is restricted, not one that a modal loop
+        // takes inside `dispatch_`: work goes on while a box stands.
+        if (timers_.Receives(message)) {
+            timers_.Wake(ticks);
+        } else {
+            dispatch_(message);
+        }
         last_run_ = Ticks();
         // A message that ran this pump inside itself may have met the quit message there.
         if (quit_ || last_run_ - start >= longest) {

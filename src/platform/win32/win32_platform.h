@@ -28,7 +28,7 @@ class Win32Platform {
   public:
     // Throws ProgramError when the system gives no timer.
     explicit Win32Platform(const Win32PlatformHooks& hooks)
-        : timers_(hooks.report_exception), pump_(hooks.dispatch, hooks.on_quit) {}
+        : timers_(hooks.report_exception), pump_(hooks.dispatch, hooks.on_quit, timers_) {}
 
     // The parts live as long as this object.
     [[nodiscard]] Platform Parts() { return {files_, file_system_, timers_, pump_, locale_}; }

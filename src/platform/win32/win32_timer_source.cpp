@@ -53,7 +53,7 @@ LRESULT CALLBACK Win32TimerSource::WindowProcedure(HWND window, UINT message, WP
         auto* const source =
             reinterpret_cast<Win32TimerSource*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
         if (source != nullptr) {
-            source->Wake();
+            source->Wake(TimerQueue::Allowed::kAll);
         }
         return 0;
     }
@@ -69,13 +69,18 @@ void Win32TimerSource::WakeAt(std::uint64_t time) noexcept {
                /*lpTimerFunc=*/nullptr);
 }
 
-void Win32TimerSource::Wake() {
+bool Win32TimerSource::Receives(const MSG& message) const {
+    return message.message == WM_TIMER && message.hwnd == window_.Get() &&
+           message.wParam == kTimerId;
+}
+
+void Win32TimerSource::Wake(TimerQueue::Allowed allowed) {
     wake_up_set_ = false;
     try {
         // Long work would keep an open menu from its keys until the end of the work. It waits for
         // the menu's end, as for that of any such loop; the wake-up that it goes on asking for
         // meanwhile costs nothing.
-        queue_.RunDue(InSystemLoop() ? TimerQueue::Allowed::kBriefOnly : TimerQueue::Allowed::kAll);
+        queue_.RunDue(InSystemLoop() ? TimerQueue::Allowed::kBriefOnly : allowed);
     } catch (...) {
         report_exception_();
     }

@@ -32,13 +32,17 @@ class Win32TimerSource final : public TimerSource, private TimerQueueHost {
     void HoldLongTicks() override { queue_.HoldLongTicks(); }
     void ReleaseLongTicks() noexcept override { queue_.ReleaseLongTicks(); }
 
+    // Whether the message is the one by which the system wakes this source.
+    [[nodiscard]] bool Receives(const MSG& message) const;
+    // Answers that message: runs the ticks that are due and allowed. No exception leaves.
+    void Wake(TimerQueue::Allowed allowed);
+
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w_param,
                                             LPARAM l_param);
 
     [[nodiscard]] std::uint64_t Now() override { return ::GetTickCount64(); }
     void WakeAt(std::uint64_t time) noexcept override;
-    void Wake();
 
     std::function<void()> report_exception_;
     // Whether the queue asked for a wake-up since the last one began.

@@ -27,6 +27,7 @@ class Win32MessagePumpTest : public testing::Test {
     }
     static void Post(WPARAM mark) { ::PostThreadMessageW(::GetCurrentThreadId(), kMark, mark, 0); }
 
+    Win32TimerSource timers_{[] { ADD_FAILURE() << "a tick let an exception out"; }};
     std::vector<WPARAM> seen_;
     int quits_ = 0;
     Win32MessagePump pump_{[this](MSG& message) {
@@ -34,7 +35,7 @@ class Win32MessagePumpTest : public testing::Test {
                                    seen_.push_back(message.wParam);
                                }
                            },
-                           [this] { ++quits_; }};
+                           [this] { ++quits_; }, timers_};
 };
 
 TEST_F(Win32MessagePumpTest, MessagesReachTheGivenDispatchInTheirOrder) {
@@ -80,7 +81,7 @@ TEST_F(Win32MessagePumpTest, AQuitIsPutBackAndToldOnce) {
 
 TEST_F(Win32MessagePumpTest, AFloodOfMessagesDoesNotStopTheWork) {
     std::size_t count = 0;
-    Win32MessagePump flooded([&](MSG&) { Post(++count); }, [] {});
+    Win32MessagePump flooded([&](MSG&) { Post(++count); }, [] {}, timers_);
     Post(0);
     AskForAWhile(flooded);
     EXPECT_GT(count, 0U);
@@ -96,7 +97,7 @@ TEST_F(Win32MessagePumpTest, WorkInsideAMessageMayPumpAgain) {
             }
             order.push_back(message.wParam);
         },
-        [] {});
+        [] {}, timers_);
     nested = &pump;
     Post(1);
     Post(2);
