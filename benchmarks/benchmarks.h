@@ -13,6 +13,8 @@ struct BenchArguments {
 
 // Counting and stamping one tree, engine and floor in turns.
 void WalkBench(const BenchArguments& arguments);
+// Stamping the first 5,000 files of the tree, each listed by itself, and the bare calls in turns.
+void FilesBench(const BenchArguments& arguments);
 // Time per entry in each tree but the first, which they are compared with; in microseconds.
 void ScaleBench(const BenchArguments& arguments);
 // The same for the folders of the first tree, listed together and one of them alone.

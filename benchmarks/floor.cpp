@@ -6,6 +6,21 @@
 namespace tidemark {
 namespace {
 
+constexpr FILETIME kStamp{static_cast<DWORD>(kFloorStampTime & 0xFFFFFFFF),
+                          static_cast<DWORD>(kFloorStampTime >> 32)};
+
+void Stamp(const std::wstring& path, const FILETIME& time) {
+    const HANDLE file =
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                      FILE_FLAG_BACKUP_SEMANTICS | FILE_ATTRIBUTE_NORMAL, nullptr);
+    const bool stamped =
+        file != INVALID_HANDLE_VALUE && ::SetFileTime(file, nullptr, nullptr, &time) != FALSE &&
+        ::SetFileTime(file, &time, nullptr, nullptr) != FALSE && ::CloseHandle(file) != FALSE;
+    if (!stamped) {
+        GiveUp("the floor could not stamp an entry");
+    }
+}
+
 class FloorWalk {
   public:
     FloorWalk(const std::wstring& folder, const FILETIME* time) : path_(folder), time_(time) {
@@ -42,7 +57,7 @@ class FloorWalk {
                 path_ += L'\\';
             }
             if (time_ != nullptr) {
-                Stamp();
+                Stamp(path_, *time_);
             }
             if (folder) {
                 Folder();
@@ -50,18 +65,6 @@ class FloorWalk {
             path_.resize(length);
         } while (::FindNextFileW(search, &found) != FALSE);
         ::FindClose(search);
-    }
-
-    void Stamp() {
-        const HANDLE file =
-            ::CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                          FILE_FLAG_BACKUP_SEMANTICS | FILE_ATTRIBUTE_NORMAL, nullptr);
-        const bool stamped =
-            file != INVALID_HANDLE_VALUE && ::SetFileTime(file, nullptr, nullptr, time_) != FALSE &&
-            ::SetFileTime(file, time_, nullptr, nullptr) != FALSE && ::CloseHandle(file) != FALSE;
-        if (!stamped) {
-            GiveUp("the floor could not stamp an entry");
-        }
     }
 
     std::wstring path_;
@@ -76,9 +79,13 @@ std::int64_t FloorCount(const std::wstring& folder) {
 }
 
 std::int64_t FloorStamp(const std::wstring& folder) {
-    constexpr FILETIME stamp{static_cast<DWORD>(kFloorStampTime & 0xFFFFFFFF),
-                             static_cast<DWORD>(kFloorStampTime >> 32)};
-    return FloorWalk(folder, &stamp).Run();
+    return FloorWalk(folder, &kStamp).Run();
+}
+
+void FloorStampFiles(const std::vector<std::wstring>& paths) {
+    for (const std::wstring& path : paths) {
+        Stamp(path, kStamp);
+    }
 }
 
 }  // namespace tidemark

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tidemark {
 
@@ -17,5 +18,8 @@ inline constexpr std::int64_t kFloorStampTime = 132'000'000'000'000'000;
 
 // Opens each of them, sets Last-Modified and then Created, and closes it.
 [[nodiscard]] std::int64_t FloorStamp(const std::wstring& folder);
+
+// The same for each of these files.
+void FloorStampFiles(const std::vector<std::wstring>& paths);
 
 }  // namespace tidemark

@@ -13,7 +13,12 @@ class ListRound {
         : window_(window), main_(window.Main()), size_(std::move(size)) {}
 
     void Run(const std::vector<std::string>& paths) {
-        Time("add", [&] { main_.AddItems(paths); });
+        Time("add", [&] {
+            std::vector<std::string> dropped = paths;
+            PrintFigure("list." + size_ + ".drop",
+                        TimeOf([&] { main_.AddItems(std::move(dropped)); }));
+            RunMessagesUntil([this] { return !main_.Busy(); });
+        });
         window_.WaitForRest();
         if (main_.rows.Count() != paths.size()) {
             GiveUp("not every file is in the list");

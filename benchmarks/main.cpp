@@ -19,8 +19,9 @@ struct Benchmark {
 };
 
 constexpr Benchmark kBenchmarks[] = {
-    {"walk", WalkBench}, {"scale", ScaleBench},   {"small", SmallBench}, {"answer", AnswerBench},
-    {"list", ListBench}, {"errors", ErrorsBench}, {"popup", PopupBench}, {"memory", MemoryBench},
+    {"walk", WalkBench},     {"files", FilesBench},   {"scale", ScaleBench},
+    {"small", SmallBench},   {"answer", AnswerBench}, {"list", ListBench},
+    {"errors", ErrorsBench}, {"popup", PopupBench},   {"memory", MemoryBench},
 };
 
 int Run(int count, char** values) {

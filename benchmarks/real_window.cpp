@@ -122,9 +122,8 @@ void RealWindow::Choose(const std::string& item) {
 
 void RealWindow::WaitForRest() {
     // The end of a stamp is handled by the poll after it.
-    RunMessagesUntil([this] {
-        return !main_->Items().Busy() && main_->cmdStamp.Text() == std::string("Stamp");
-    });
+    RunMessagesUntil(
+        [this] { return !main_->Busy() && main_->cmdStamp.Text() == std::string("Stamp"); });
     RunPendingMessages();
 }
 

@@ -1,11 +1,14 @@
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/floor.h"
 #include "benchmarks/measure.h"
 #include "benchmarks/real_window.h"
+#include "benchmarks/tree_files.h"
 #include "engine/tidemark_item.h"
 #include "platform/win32/wide_text.h"
 
@@ -83,6 +86,28 @@ void WalkBench(const BenchArguments& arguments) {
         engine.TimeStamp("stamp-clearing", kStampDate, /*clear_read_only=*/true, /*sync=*/false);
         TimeFloor("stamp-syncing.floor", entries, [&] { return FloorStamp(wide_tree); });
         engine.TimeStamp("stamp-syncing", 0, /*clear_read_only=*/false, /*sync=*/true);
+    }
+}
+
+void FilesBench(const BenchArguments& arguments) {
+    constexpr std::size_t kFiles = 5000;
+    std::vector<std::string> paths = FilesIn(arguments.trees.at(0));
+    paths.resize(std::min(paths.size(), kFiles));
+    std::vector<std::wstring> wide_paths;
+    for (const std::string& path : paths) {
+        wide_paths.push_back(WideFromUtf8(path));
+    }
+    RealSystem system;
+    RealWindow window(system.Plain());
+    window.List(paths);
+    for (int round = 0; round < arguments.rounds; ++round) {
+        PrintFigure("files.floor", TimeOf([&] { FloorStampFiles(wide_paths); }));
+        // Listed files are stamped inside the press of the button.
+        PrintFigure("files.ours", TimeOf([&] { window.Main().cmdStamp_Click(); }));
+        if (!window.Main().Items().StampComplete() || window.Main().Items().ErrorsExist()) {
+            GiveUp("the stamp met errors");
+        }
+        window.WaitForRest();
     }
 }
 

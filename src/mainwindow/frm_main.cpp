@@ -25,9 +25,10 @@ constexpr int kPickerHeight = 21;
 constexpr int kStampLeft = kTimeColumn + kTimeWidth + 15;
 constexpr int kStampWidth = 80;
 constexpr int kStampHeight = 25;
-constexpr int kStampMargin = 12;    // right of the button in the narrowest window
-constexpr int kSmallestList = 100;  // height of the list in the lowest window
-constexpr int kCheckBoxGap = 4;     // between the box and its text
+// The smallest client area, which a first run opens with: the list shows some rows.
+constexpr int kSmallestWidth = 480;
+constexpr int kSmallestHeight = 320;
+constexpr int kCheckBoxGap = 4;  // between the box and its text
 
 }  // namespace
 
@@ -36,7 +37,9 @@ frmMain::frmMain(const MainWindowServices& services)
       rows(services.common.platform.locale),
       lvwItems(rows, ImageList1),
       services_(services),
-      oItems(services.common.platform) {}
+      oItems(services.common.platform),
+      adding_(services.common.platform, oItems, rows, ImageList1.Keyed(),
+              [this](bool stamp_due) { OnBatchAdded(stamp_due); }) {}
 
 frmMain::~frmMain() {
     Destroy();
@@ -109,6 +112,20 @@ void frmMain::CreateControls() {
     // It must not paint over the progress bar.
     StatusBar1.Create(*this, {.text = "  Ready", .style = kKeepsApart});
 
+    tipTimes.Create(*this);
+    tipTimes.text = [this](bool shown) {
+        if (!shown) {
+            TakeOverTypedDigits();
+        }
+        return TimesInWords();
+    };
+    tipTimes.AddTool(cmdStamp);
+    for (DateTimePicker* const picker :
+         {&dtDateLastModified, &dtTimeLastModified, &dtDateCreated, &dtTimeCreated}) {
+        picker->on_change = [this] { tipTimes.Update(); };
+        tipTimes.AddTool(*picker);
+    }
+
     message_font_.Adopt(*this);
     const auto fit = [](Control& control, int beside_text) {
         const Size text = control.TextSize(control.Text());
@@ -157,13 +174,7 @@ void frmMain::OnExitSizeMove() {
 }
 
 Size frmMain::SmallestSize() const {
-    // Wide enough for the panel's controls, high enough for both rows, the status bar and a few
-    // lines of the list.
-    const PanelPlaces two_rows = PlacesInPanel(
-        true, true,
-        {.date_last_modified_height = kPickerHeight, .date_created_height = kPickerHeight});
-    RECT outer{0, 0, kStampLeft + kStampWidth + kStampMargin,
-               two_rows.panel_height + kSmallestList + StatusBar1.Position().height};
+    RECT outer{0, 0, kSmallestWidth, kSmallestHeight};
     ::AdjustWindowRectEx(&outer, Style(), /*bMenu=*/TRUE, ExtendedStyle());
     return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
 }
@@ -188,6 +199,7 @@ void frmMain::Form_QueryUnload() {
     Attempt([this] { oSubclasser.StopSubclassing(); });
     oTimer.reset();
     stamp_starting_ = false;
+    adding_.Clear();
     Attempt([this] { oItems.Clear(nullptr); });
     Attempt([this] { SaveColumnWidths(services_.common.settings, *this, ColumnSet::kItemList); });
     Attempt([this] { services_.shut_down(/*unload_main=*/false); });

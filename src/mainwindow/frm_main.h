@@ -14,7 +14,9 @@
 #include "engine/tidemark_item_collection.h"
 #include "lists/column_sort.h"
 #include "lists/list_model.h"
+#include "mainwindow/adding_queue.h"
 #include "mainwindow/control_states.h"
+#include "mainwindow/stamp_times.h"
 #include "platform/process.h"
 #include "platform/screen.h"
 #include "settings/options_host.h"
@@ -33,6 +35,7 @@
 #include "ui/status_bar.h"
 #include "ui/subclasser.h"
 #include "ui/taskbar_button.h"
+#include "ui/tool_tip.h"
 
 namespace tidemark {
 
@@ -70,8 +73,12 @@ class frmMain final : public Form,
     void LoadPosition(bool reset);
 
     // Adds each path that exists to the list and starts counting what is new. Other paths are left
-    // out silently.
-    void AddItems(const std::vector<std::string>& paths);
+    // out silently. The first of many paths are listed at once, the others in later ticks; commands
+    // act as if all of them were listed.
+    void AddItems(std::vector<std::string> paths);
+
+    // Whether paths are still to be listed, or any item counts or stamps.
+    [[nodiscard]] bool Busy() const;
 
     // The Stamp button: starts a stamp of every item or, while it reads "Cancel", cancels it.
     void cmdStamp_Click();
@@ -112,6 +119,7 @@ class frmMain final : public Form,
     OLEDropper OLEDropper1;    // stands in the list's place while the list is empty
     ProgressBar ProgressBar1;  // in front of the status bar's second panel
     StatusBar StatusBar1;
+    ToolTip tipTimes;  // what a stamp would write now, over the pickers and the button
 
     [[nodiscard]] TidemarkItemCollection& Items() { return oItems; }
 
@@ -137,12 +145,15 @@ class frmMain final : public Form,
     void ShowListOrLabel(bool list);
 
     // frm_main_work.cpp
-    [[nodiscard]] std::vector<std::shared_ptr<TidemarkItem>> ListItems(
-        const std::vector<std::string>& paths);
-    void CountItems(const std::vector<std::shared_ptr<TidemarkItem>>& items);
+    void OnBatchAdded(bool stamp_due);
+    [[nodiscard]] bool Stamping() const;
     void RefreshRows();
     void ShowControls();
     void ShowStatus();
+    [[nodiscard]] PickedTimes PickedNow() const;
+    void TakeOverTypedDigits() const;
+    [[nodiscard]] std::string TimesInWords() const;
+    void RequestStamp();
     void StampItems();
     void CancelStamps();
     void chkCreated_Click();
@@ -179,6 +190,7 @@ class frmMain final : public Form,
     UniqueFont font_;
     MessageFont message_font_;
     TidemarkItemCollection oItems;
+    AddingQueue adding_;
     std::unique_ptr<TimerObject> oTimer;
     Subclasser oSubclasser;
     MinMax MinMax1;
@@ -194,7 +206,6 @@ class frmMain final : public Form,
     bool bStampRequested = false;  // the end of this stamp is still to be handled
     unsigned poll_restarts_ = 0;   // UpdateControls so far: a command inside a poll wants another
     bool stamp_starting_ = false;  // between the press of Stamp and the last item's start
-    int adding_ = 0;               // AddItems on the stack
 };
 
 }  // namespace tidemark

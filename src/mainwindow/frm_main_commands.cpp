@@ -16,7 +16,10 @@ void frmMain::WireMenus() {
     menu["mnuFileRemoveAll"].on_click = [this] { mnuFileRemoveAll_Click(); };
     menu["mnuFileExit"].on_click = [this] { services_.shut_down(/*unload_main=*/true); };
     menu["mnuEdit"].on_open = [this] { mnuEdit_Click(); };
-    menu["mnuEditSelectAll"].on_click = [this] { SelectAllRows(rows); };
+    menu["mnuEditSelectAll"].on_click = [this] {
+        SelectAllRows(rows);
+        adding_.SelectWhenListed();
+    };
     menu["mnuEditClearSelections"].on_click = [this] { ClearRowSelection(rows); };
     menu["mnuView"].on_open = [this] { mnuView_Click(); };
     menu["mnuViewRefresh"].on_click = [this] { mnuViewRefresh_Click(); };
@@ -89,6 +92,7 @@ void frmMain::mnuView_Click() {
 }
 
 void frmMain::RemoveItems(const std::vector<std::string>& keys) {
+    adding_.LeaveOut(keys);
     for (const std::string& key : keys) {
         oItems.Remove(key, &rows);
     }
@@ -96,6 +100,10 @@ void frmMain::RemoveItems(const std::vector<std::string>& keys) {
 }
 
 void frmMain::mnuFileRemoveSelected_Click() {
+    if (adding_.SelectsAll()) {
+        SelectAllRows(rows);
+        adding_.Clear();
+    }
     std::vector<std::string> keys;
     for (std::size_t position = 0; position < rows.Count(); ++position) {
         if (rows.At(position).selected) {
@@ -118,6 +126,7 @@ void frmMain::mnuFileRemoveCompleted_Click() {
 }
 
 void frmMain::mnuFileRemoveAll_Click() {
+    adding_.Clear();
     oItems.Clear(&rows);
     UpdateControls();
 }

@@ -7,55 +7,33 @@
 #include "mainwindow/frm_main.h"
 #include "mainwindow/stamp_times.h"
 #include "mainwindow/status_display.h"
+#include "platform/program_error.h"
 
 namespace tidemark {
 
-void frmMain::AddItems(const std::vector<std::string>& paths) {
-    struct Adding {
-        int& depth;
-        explicit Adding(int& count) : depth(++count) {}
-        Adding(const Adding&) = delete;
-        Adding& operator=(const Adding&) = delete;
-        ~Adding() { --depth; }
-    };
-    {
-        // Both loops let messages run. A count that began inside one would keep the rest from the
-        // list until its whole tree is walked; the poll runs on meanwhile.
-        const Adding adding(adding_);
-        const LongTicksHeld held(services_.common.platform.timers);
-        CountItems(ListItems(paths));
+void frmMain::AddItems(std::vector<std::string> paths) {
+    if (!oTimer) {
+        return;  // the window has closed
+    }
+    adding_.Append(std::move(paths));
+    if (!adding_.Empty()) {
+        UpdateControls();  // the rows listed so far can be worked with
+    }
+}
+
+void frmMain::OnBatchAdded(bool stamp_due) {
+    if (stamp_due && oItems.Count() > 0) {
+        StampItems();
     }
     UpdateControls();
 }
 
-std::vector<std::shared_ptr<TidemarkItem>> frmMain::ListItems(
-    const std::vector<std::string>& paths) {
-    UpdateControls();
-    std::vector<std::shared_ptr<TidemarkItem>> added;
-    for (const std::string& path : paths) {
-        if (!oTimer) {
-            return {};  // the window closed meanwhile
-        }
-        if (std::shared_ptr<TidemarkItem> item = oItems.Add(path, &rows, &ImageList1.Keyed())) {
-            added.push_back(std::move(item));
-        }
-        // Icons and type names come from the shell, one path at a time: thousands of paths dropped
-        // at once must not hold up the window.
-        services_.common.platform.pump.LetPendingMessagesRun();
-    }
-    return added;
+bool frmMain::Busy() const {
+    return !adding_.Empty() || stamp_starting_ || oItems.Busy();
 }
 
-void frmMain::CountItems(const std::vector<std::shared_ptr<TidemarkItem>>& items) {
-    UpdateControls();
-    for (const std::shared_ptr<TidemarkItem>& item : items) {
-        // Removed meanwhile, by the user or with the window?
-        const bool listed = oItems.Item(item->RootItem()) == item;
-        if (listed && !item->CountInProgress() && !item->CountComplete()) {
-            item->Count();
-        }
-        services_.common.platform.pump.LetPendingMessagesRun();
-    }
+bool frmMain::Stamping() const {
+    return oItems.BusyStamping() || stamp_starting_ || adding_.StampWaits();
 }
 
 void frmMain::cmdStamp_Click() {
@@ -63,21 +41,49 @@ void frmMain::cmdStamp_Click() {
         return;
     }
     if (cmdStamp.Text() == kStampCaption) {
-        StampItems();
+        RequestStamp();
     } else {
         CancelStamps();
     }
     UpdateControls();
 }
 
+void frmMain::RequestStamp() {
+    TakeOverTypedDigits();
+    StampTimes(services_.common.platform.locale).Combine(PickedNow());  // throws before any change
+    if (adding_.Empty()) {
+        StampItems();
+    } else {
+        adding_.StampWhenListed();
+    }
+}
+
+PickedTimes frmMain::PickedNow() const {
+    return {.last_modified_date = dtDateLastModified.Value(),
+            .last_modified_time = dtTimeLastModified.Value(),
+            .created_date = dtDateCreated.Value(),
+            .created_time = dtTimeCreated.Value()};
+}
+
+void frmMain::TakeOverTypedDigits() const {
+    for (const DateTimePicker* const picker :
+         {&dtDateLastModified, &dtTimeLastModified, &dtDateCreated, &dtTimeCreated}) {
+        picker->TakeOverTypedDigits();
+    }
+}
+
+std::string frmMain::TimesInWords() const {
+    try {
+        StampTimes times(services_.common.platform.locale);
+        times.Combine(PickedNow());
+        return DescribeTimes(times, services_.common.platform.locale);
+    } catch (const ProgramError& error) {
+        return error.Description();  // what a press of Stamp would say
+    }
+}
+
 void frmMain::StampItems() {
-    const auto times = [this] {
-        return std::pair(CombineDateAndTime(services_.common.platform.locale,
-                                            dtDateLastModified.Value(), dtTimeLastModified.Value()),
-                         CombineDateAndTime(services_.common.platform.locale, dtDateCreated.Value(),
-                                            dtTimeCreated.Value()));
-    };
-    times();  // throws, if at all, before anything is forgotten
+    StampTimes times(services_.common.platform.locale);
     // Listed files are stamped inside the loop, so it lets messages run between items, and while
     // it runs the button already reads "Cancel". Folders begin when it is through.
     const LongTicksHeld held(services_.common.platform.timers);
@@ -88,12 +94,13 @@ void frmMain::StampItems() {
     UpdateControls();
     try {
         for (const std::shared_ptr<TidemarkItem>& item : oItems.ItemsNow()) {
-            const auto [last_modified, created] = times();
-            // Pressed while paths are being added: the count to come would wipe the stamp away.
+            times.Combine(PickedNow());
+            // Its path was gone when it was counted: a later count would wipe the stamp away.
             if (!item->CountInProgress() && !item->CountComplete()) {
                 item->Count();
             }
-            item->Stamp(last_modified, created, menu["mnuOptionsClearReadOnly"].Checked(),
+            item->Stamp(times.LastModified(), times.Created(),
+                        menu["mnuOptionsClearReadOnly"].Checked(),
                         menu["mnuOptionsSyncFolders"].Checked());
             services_.common.platform.pump.LetPendingMessagesRun();
             if (!stamp_starting_) {
@@ -110,6 +117,7 @@ void frmMain::StampItems() {
 
 void frmMain::CancelStamps() {
     stamp_starting_ = false;
+    adding_.CancelStamp();
     bStampRequested = false;
     for (const std::shared_ptr<TidemarkItem>& item : oItems) {
         item->CancelStamp();
@@ -127,21 +135,22 @@ void frmMain::oTimer_Timer() {
         return;
     }
     oTimer->SetEnabled(false);
-    const bool busy = oItems.Busy() || stamp_starting_ || adding_ > 0;
+    const bool busy = Busy();
     // A command that the user gives while messages run in here starts the poll anew.
     const unsigned restarts = poll_restarts_;
     RefreshRows();
+    // The timer is on while messages run: a box that one of them opens may stand for minutes, and
+    // work goes on inside its loop.
+    oTimer->SetEnabled(busy);
     services_.common.platform.pump.RunPendingMessagesNow();
     ShowControls();
     if (!oTimer) {
-        return;  // closed meanwhile
+        return;  // a message closed the window
     }
     oTimer->SetEnabled(false);
     ShowStatus();
+    oTimer->SetEnabled(busy || poll_restarts_ != restarts);
     services_.common.platform.pump.RunPendingMessagesNow();
-    if (oTimer) {
-        oTimer->SetEnabled(busy || poll_restarts_ != restarts);
-    }
 }
 
 void frmMain::RefreshRows() {
@@ -157,6 +166,7 @@ void frmMain::RefreshRows() {
 void frmMain::ShowStatus() {
     TidemarkItemCollection::Totals totals = oItems.TotalsOfWork();
     totals.stamping = totals.stamping || stamp_starting_;
+    totals.counting = totals.counting || !adding_.Empty();
     const StatusDisplay display = DisplayOf(totals, services_.common.platform.locale);
     taskbar_button_.Show(TaskbarProgressOf(display));
     if (!display.shows_progress) {
@@ -183,7 +193,7 @@ void frmMain::ShowControls() {
     if (!oTimer) {
         return;  // the window is closing
     }
-    ControlSituation situation = {.stamping = oItems.BusyStamping() || stamp_starting_,
+    ControlSituation situation = {.stamping = Stamping(),
                                   .created_checked = chkCreated.Checked(),
                                   .date_created_shown = menu["mnuViewDateCreated"].Checked(),
                                   .list_has_rows = rows.Count() > 0};

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engine/local_date_time.h"
 #include "platform/program_error.h"
 #include "platform/text.h"
 
@@ -33,6 +34,27 @@ double CombineDateAndTime(UserLocale& locale, const PickedDateTime& date,
                 R"(choose a short date with "/" or "-" between its parts)") +
            Read(locale, time_text, "time of day",
                 R"(choose a time with ":" between hours and minutes)");
+}
+
+void StampTimes::Combine(const PickedTimes& picked) {
+    if (picked_ == picked) {
+        return;
+    }
+    const double last_modified =
+        CombineDateAndTime(locale_, picked.last_modified_date, picked.last_modified_time);
+    created_ = CombineDateAndTime(locale_, picked.created_date, picked.created_time);
+    last_modified_ = last_modified;
+    picked_ = picked;
+}
+
+std::string DescribeTimes(const StampTimes& times, UserLocale& locale) {
+    const auto in_words = [&locale](double day_number) {
+        const std::optional<FileTime> local = LocalFileTimeFromDayNumber(day_number);
+        const std::string text = local ? locale.DateTimeText(*local) : std::string();
+        return text.empty() ? "a time that no file can have" : text;
+    };
+    return "Last-Modified: " + in_words(times.LastModified()) +
+           "\r\nCreated: " + in_words(times.Created());
 }
 
 }  // namespace tidemark

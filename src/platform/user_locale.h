@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/kernel_files.h"
+
 namespace tidemark {
 
 // Rules of the user's locale that the program's texts and keys follow. Texts are UTF-8.
@@ -27,6 +29,10 @@ class UserLocale {
     // local day number (see engine/local_date_time.h). Throws ProgramError (type mismatch) for a
     // text that is neither.
     [[nodiscard]] virtual double ReadDateTime(const std::string& text) = 0;
+    // Writes a local time so that it cannot be misread: day, month by its name in the user's
+    // language and year, then the time of day in the user's form without seconds ("4 March 2026,
+    // 1:00 AM"). Empty if the system cannot write it.
+    [[nodiscard]] virtual std::string DateTimeText(FileTime local) = 0;
 };
 
 }  // namespace tidemark

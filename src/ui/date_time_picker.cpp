@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "platform/program_error.h"
+#include "platform/raise.h"
 
 namespace tidemark {
 namespace {
@@ -40,7 +41,6 @@ void DateTimePicker::Create(ControlSite& site, Kind kind, const ControlSpec& spe
 }
 
 void DateTimePicker::TakeOverTypedDigits() const {
-    // The picker does so when it loses the focus; a key or a menu command can come without that.
     if (!dropped_down_ && HasFocus()) {
         Send(WM_KILLFOCUS);
         Send(WM_SETFOCUS);
@@ -48,7 +48,6 @@ void DateTimePicker::TakeOverTypedDigits() const {
 }
 
 PickedDateTime DateTimePicker::Value() const {
-    TakeOverTypedDigits();
     SYSTEMTIME time{};
     Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
     return FromSystem(time);
@@ -77,6 +76,9 @@ std::optional<LRESULT> DateTimePicker::OnNotify(NMHDR& header) {
             return 0;
         case DTN_CLOSEUP:
             dropped_down_ = false;
+            return 0;
+        case DTN_DATETIMECHANGE:
+            Raise(on_change);
             return 0;
         default:
             return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "ui/control.h"
@@ -15,11 +16,16 @@ class DateTimePicker : public Control {
   public:
     enum class Kind { kDate, kTime };
 
+    // The user changed the value.
+    std::function<void()> on_change;
+
     void Create(ControlSite& site, Kind kind, const ControlSpec& spec);
 
-    // What the user sees: digits typed into the picker and not taken over by it yet are taken over
-    // first.
+    // What the picker holds. Digits being typed are not part of it until they are taken over.
     [[nodiscard]] PickedDateTime Value() const;
+    // Makes the value what the user sees while digits are being typed. A picker does so by itself
+    // when it loses the focus; a key or a menu command can come without that.
+    void TakeOverTypedDigits() const;
     // Throws ProgramError (invalid argument) for a date or time that does not exist or that the
     // picker refuses; the value then stays as it was.
     void SetValue(const PickedDateTime& value);
@@ -29,8 +35,6 @@ class DateTimePicker : public Control {
     [[nodiscard]] bool KeepsKeys() const override { return dropped_down_; }
 
   private:
-    void TakeOverTypedDigits() const;
-
     bool dropped_down_ = false;
 };
 

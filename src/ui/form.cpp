@@ -246,7 +246,17 @@ bool Form::PreTranslate(MSG& message) {
     }
     // A search for the next control that begins where none can be reached may never come round to
     // its beginning.
-    return TakesKeys(message.hwnd, Handle()) && ::IsDialogMessageW(Handle(), &message) != FALSE;
+    if (!TakesKeys(message.hwnd, Handle()) || ::IsDialogMessageW(Handle(), &message) == FALSE) {
+        return false;
+    }
+    // The key may have moved the focus, and the system takes the heavy border off with it. The
+    // border marks the button that Enter presses.
+    if (default_button_ != nullptr && default_button_->Exists()) {
+        default_button_->ShowAsDefault(dynamic_cast<Button*>(controls_.Find(::GetFocus())) ==
+                                           nullptr ||
+                                       default_button_->HasFocus());
+    }
+    return true;
 }
 
 bool Form::PressForKey(const MSG& message, Control* focused) {

@@ -87,6 +87,19 @@ TEST_P(UserLocaleContract, WhatIsNeitherDateNorTimeIsATypeMismatch) {
     }
 }
 
+TEST_P(UserLocaleContract, ATimeInWordsNamesItsMonth) {
+    constexpr std::int64_t kMinute = 600'000'000;
+    constexpr std::int64_t kDay = 24 * 60 * kMinute;
+    constexpr FileTime kFourthOfMarch2026{155'290 * kDay + 61 * kMinute};  // 1:01
+    const std::string text = locale_.DateTimeText(kFourthOfMarch2026);
+    EXPECT_EQ(text.substr(0, 2), "4 ");
+    EXPECT_NE(text.find(" 2026, "), std::string::npos) << text;
+    EXPECT_NE(text.find("01"), std::string::npos) << text;
+    EXPECT_EQ(text.find("03"), std::string::npos) << "the month is no number: " << text;
+    EXPECT_NE(text, locale_.DateTimeText({kFourthOfMarch2026.ticks + 30 * kDay}));
+    EXPECT_EQ(text, locale_.DateTimeText({kFourthOfMarch2026.ticks + kMinute / 2}));
+}
+
 TIDEMARK_ON_EVERY_PLATFORM(UserLocaleContract);
 
 }  // namespace

@@ -12,11 +12,12 @@
 
 namespace tidemark {
 
-// Counts how often texts are lower-cased and sort keys asked for.
+// Counts how often texts are lower-cased, sort keys asked for, and dates and times read.
 class CountingLocale final : public UserLocale {
   public:
     std::size_t lower_cased = 0;
     std::size_t sort_keys = 0;
+    std::size_t dates_read = 0;
 
     std::string LowerCase(const std::string& text) override {
         ++lower_cased;
@@ -29,7 +30,11 @@ class CountingLocale final : public UserLocale {
     std::string ThousandsSeparator() override { return locale_.ThousandsSeparator(); }
     std::string DateSeparator() override { return locale_.DateSeparator(); }
     std::string TimeSeparator() override { return locale_.TimeSeparator(); }
-    double ReadDateTime(const std::string& text) override { return locale_.ReadDateTime(text); }
+    double ReadDateTime(const std::string& text) override {
+        ++dates_read;
+        return locale_.ReadDateTime(text);
+    }
+    std::string DateTimeText(FileTime local) override { return locale_.DateTimeText(local); }
 
   private:
     MemoryUserLocale locale_;

@@ -1,4 +1,4 @@
-// What the user sees, and what happens, while many paths are added and many items are started.
+// What the user sees, and what happens, while many items are started.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -39,57 +39,6 @@ class MainWindowLoops : public MainWindowTest {
         return texts;
     }
 };
-
-TEST_F(MainWindowLoops, WhilePathsAreAddedTheDisplayIsTrueAndStampIsEnabled) {
-    LoadWithFiles(1);
-    KeepTheListAndSayNothing();
-    Main().cmdStamp.Click();
-    Finish();
-    ASSERT_EQ(ShownSimpleText(Main().StatusBar1), "  Stamp Complete");
-    Choose("mnuFile", "mnuFileRemoveAll");
-    Finish();
-    ASSERT_FALSE(Main().cmdStamp.Enabled());
-
-    const std::vector<std::string> paths = ManyTrees();
-    system_.pump.SetMillisecondsPerCall(10);
-    std::string while_listing;
-    bool enabled_while_listing = false;
-    std::string while_counting;
-    std::vector<std::string> statuses;
-    system_.pump.AtEveryCall([&] {
-        if (Main().rows.Count() == kFolders / 2) {
-            while_listing = ShownSimpleText(Main().StatusBar1);
-            enabled_while_listing = Main().cmdStamp.Enabled();
-        }
-        if (Main().Items().BusyCounting()) {
-            while_counting = ShownSimpleText(Main().StatusBar1);
-            statuses = Statuses();
-        }
-    });
-    Main().AddItems(paths);
-    system_.pump.AtEveryCall({});
-    EXPECT_EQ(while_listing, "  Ready");
-    EXPECT_TRUE(enabled_while_listing);
-    EXPECT_EQ(while_counting, "  Counting");
-    EXPECT_EQ(statuses.at(0), "Counting");
-    Finish();
-    EXPECT_EQ(ShownSimpleText(Main().StatusBar1), "  Ready");
-}
-
-TEST_F(MainWindowLoops, NoFolderIsWalkedBeforeTheLastPathIsListedAndAskedToCount) {
-    Load();
-    const std::vector<std::string> paths = ManyTrees();
-    system_.pump.SetMillisecondsPerCall(10);
-    Main().AddItems(paths);
-    EXPECT_THAT(RowTexts(), SizeIs(kFolders));
-    for (const auto& item : Main().Items()) {
-        EXPECT_TRUE(item->CountInProgress()) << item->RootItem();
-    }
-    Finish();
-    for (const auto& item : Main().Items()) {
-        EXPECT_EQ(item->CountString(), "3 files; 1 folder") << item->RootItem();
-    }
-}
 
 TEST_F(MainWindowLoops, NoFolderIsWalkedBeforeTheLastItemIsStarted) {
     Load();

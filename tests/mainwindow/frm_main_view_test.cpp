@@ -2,16 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 
 #include "engine/engine_fixture.h"
 #include "mainwindow/main_window_fixture.h"
 #include "platform/program_error.h"
+#include "platform/win32/wide_text.h"
 #include "support/refused_windows.h"
+// After the system's main header.
+#include <commctrl.h>
 
 namespace tidemark {
 namespace {
 
+using ::testing::Contains;
 using ::testing::IsEmpty;
 
 class MainWindowView : public MainWindowTest {
@@ -307,6 +312,81 @@ TEST_F(MainWindowView, ALayoutThatCannotBeSavedIsAppliedAllTheSame) {
     EXPECT_TRUE(Item("mnuViewControlsOnBottom").Checked());
     ExpectNoGap(false);
     settings_.AllowWrites();
+}
+
+TEST_F(MainWindowView, TheSmallestWindowShowsSomeRowsOfTheList) {
+    Load();
+    Main().Move({.left = 0, .top = 0, .width = 10, .height = 10});
+    EXPECT_EQ(Main().ClientSize().width, 480);
+    EXPECT_EQ(Main().ClientSize().height, 320);
+}
+
+class MainWindowTimes : public MainWindowTest {
+  protected:
+    MainWindowTimes() {
+        Load();
+        Main().dtDateLastModified.SetValue({.year = 2026, .month = 3, .day = 4});
+        Main().dtDateCreated.SetValue({.year = 2026, .month = 11, .day = 22});
+    }
+    // What the tip over a control says, asked for as the system does when the tip appears.
+    [[nodiscard]] std::string TipOver(const Window& control) {
+        std::array<wchar_t, 200> text{};
+        TTTOOLINFOW tool{};
+        tool.cbSize = sizeof(tool);
+        tool.hwnd = Main().Handle();
+        tool.uId = reinterpret_cast<UINT_PTR>(control.Handle());
+        tool.lpszText = text.data();
+        Main().tipTimes.Send(TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+        return Utf8FromWide(text.data());
+    }
+};
+
+TEST_F(MainWindowTimes, TheTipOverStampAndThePickersSaysWhatWouldBeWritten) {
+    for (const Window* control : std::initializer_list<const Window*>{
+             &Main().cmdStamp, &Main().dtDateLastModified, &Main().dtTimeLastModified,
+             &Main().dtDateCreated, &Main().dtTimeCreated}) {
+        EXPECT_EQ(TipOver(*control),
+                  "Last-Modified: 4 March 2026, 1:00 AM\r\nCreated: 22 November 2026, 1:00 AM");
+    }
+    system_.locale.SetDateOrder(MemoryUserLocale::DateOrder::kDayFirst);
+    EXPECT_EQ(TipOver(Main().cmdStamp),
+              "Last-Modified: 3 April 2026, 1:00 AM\r\nCreated: 22 November 2026, 1:00 AM");
+}
+
+TEST_F(MainWindowTimes, AShownTipFollowsThePickers) {
+    std::vector<bool> asked;
+    const auto answer = Main().tipTimes.text;
+    Main().tipTimes.text = [&](bool shown) {
+        asked.push_back(shown);
+        return answer(shown);
+    };
+    Press(VK_UP);  // in a picker: another value
+    EXPECT_THAT(asked, IsEmpty()) << "no tip is shown";
+    RECT picker{};
+    ::GetWindowRect(Main().dtTimeLastModified.Handle(), &picker);
+    ::SetCursorPos((picker.left + picker.right) / 2, (picker.top + picker.bottom) / 2);
+    ASSERT_TRUE(PumpUntil([this] { return Main().tipTimes.Visible(); }));
+    asked.clear();
+    Press(VK_UP);
+    EXPECT_THAT(asked, Contains(true));
+    EXPECT_EQ(TipOver(Main().cmdStamp), answer(true));
+}
+
+TEST_F(MainWindowTimes, ATipOverDatesThatTheLocaleCannotReadSaysWhatAPressWouldSay) {
+    system_.locale.SetDateSeparator("");
+    EXPECT_EQ(TipOver(Main().cmdStamp), "Type mismatch");
+}
+
+TEST_F(MainWindowTimes, APickerChangedWhileItemsStartCountsForTheItemsAfterIt) {
+    for (const char* path : {"C:\\a", "C:\\b"}) {
+        system_.volume.AddFile(path);
+    }
+    List({"C:\\a", "C:\\b"});
+    system_.pump.AtCall(1,
+                        [this] { Main().dtTimeLastModified.SetValue({.year = 2026, .hour = 2}); });
+    Main().cmdStamp_Click();
+    constexpr std::int64_t kHour = 36'000'000'000;
+    EXPECT_EQ(Written("C:\\b").ticks - Written("C:\\a").ticks, kHour);
 }
 
 }  // namespace

@@ -14,9 +14,10 @@ MainWindowTest::MainWindowTest() {
     MakeWindow(screen_, popup_menus_);
 }
 
-void MainWindowTest::MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus) {
+void MainWindowTest::MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus,
+                                Platform& platform) {
     window_ = std::make_unique<frmMain>(MainWindowServices{
-        .common = {.platform = platform_,
+        .common = {.platform = platform,
                    .settings = settings_,
                    .command_runner = commands_,
                    .popup_menus = popup_menus,

@@ -43,7 +43,10 @@ class MainWindowTest : public ::testing::Test {
     ~MainWindowTest() override;
 
     // Makes the window anew, with these instead of the fixture's own; they outlive it.
-    void MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus);
+    void MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus) {
+        MakeWindow(screen, popup_menus, platform_);
+    }
+    void MakeWindow(const Screen& screen, PopupMenuSystem& popup_menus, Platform& platform);
     // Start-up's steps up to the shown window.
     void Load(bool reset = false);
     // The same, with this many small files "C:\data\fileN.txt" in the list, counted.

@@ -56,5 +56,13 @@ TEST(StampTimesOnWindows, ATimeIsReadThatTheLocaleWritesWithADot) {
     EXPECT_DOUBLE_EQ(Combined(kFinnishFinland, 4, 15), kFifteenthOfApril2024 + kQuarterToTwo);
 }
 
+TEST(StampTimesOnWindows, TheMonthIsNamedInTheLocalesLanguage) {
+    constexpr FileTime kFourthOfMarch2026{155'290 * 864'000'000'000 + 36'000'000'000};
+    EXPECT_EQ(Win32UserLocale(kEnglishUnitedStates).DateTimeText(kFourthOfMarch2026),
+              "4 March 2026, 1:00 AM");
+    EXPECT_EQ(Win32UserLocale(kGermanGermany).DateTimeText(kFourthOfMarch2026),
+              "4 M\xC3\xA4rz 2026, 01:00");
+}
+
 }  // namespace
 }  // namespace tidemark

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "lists/fakes.h"
 #include "platform/memory/memory_user_locale.h"
 #include "platform/program_error.h"
 
@@ -82,6 +83,50 @@ TEST_F(StampTimesTest, TheTimeIsWrittenWithTheLocalesOwnSeparator) {
     EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1},
                                         {.hour = 13, .minute = 45}),
                      kFirstOfMarch2024 + (13 * 60 + 45) * kMinute);
+}
+
+class CombinedTimesTest : public testing::Test {
+  protected:
+    PickedTimes picked_{.last_modified_date = {.year = 2026, .month = 3, .day = 4},
+                        .last_modified_time = {.hour = 1},
+                        .created_date = {.year = 2026, .month = 11, .day = 22},
+                        .created_time = {.hour = 13, .minute = 5}};
+    CountingLocale locale_;
+    StampTimes times_{locale_};
+};
+
+TEST_F(CombinedTimesTest, EachTimeIsTheDateAndTimeOfItsOwnPickers) {
+    times_.Combine(picked_);
+    EXPECT_DOUBLE_EQ(times_.LastModified(), kFirstOfMarch2024 + 2 * 365 + 3 + 60 * kMinute);
+    EXPECT_DOUBLE_EQ(times_.Created(), kFirstOfMarch2024 + 2 * 365 + 266 + (13 * 60 + 5) * kMinute);
+}
+
+TEST_F(CombinedTimesTest, TheTextsAreReadAgainOnlyWhenAPickerChanged) {
+    for (int file = 0; file < 1000; ++file) {
+        times_.Combine(picked_);
+    }
+    EXPECT_EQ(locale_.dates_read, 4U);
+    const double created = times_.Created();
+    picked_.created_time.minute = 6;
+    times_.Combine(picked_);
+    EXPECT_EQ(locale_.dates_read, 8U);
+    EXPECT_DOUBLE_EQ(times_.Created(), created + kMinute);
+}
+
+TEST_F(CombinedTimesTest, TheDescriptionNamesTheMonthOfBothTimes) {
+    times_.Combine(picked_);
+    EXPECT_EQ(DescribeTimes(times_, locale_),
+              "Last-Modified: 4 March 2026, 1:00 AM\r\nCreated: 22 November 2026, 1:05 PM");
+}
+
+TEST_F(CombinedTimesTest, TheDescriptionTellsADateThatTheLocaleReadsTheOtherWayRound) {
+    MemoryUserLocale day_first;
+    day_first.SetDateOrder(MemoryUserLocale::DateOrder::kDayFirst);
+    StampTimes times(day_first);
+    picked_.last_modified_date = {.year = 2026, .month = 3, .day = 11};
+    times.Combine(picked_);
+    EXPECT_EQ(DescribeTimes(times, day_first),
+              "Last-Modified: 3 November 2026, 1:00 AM\r\nCreated: 22 November 2026, 1:05 PM");
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "ui/button.h"
 #include "ui/date_time_picker.h"
 #include "ui/label.h"
+#include "ui/last_resort.h"
 #include "ui/menu.h"
 #include "ui/message_loop.h"
 #include "ui/panel.h"
@@ -79,6 +80,17 @@ TEST_F(Keyboard, TabGoesThroughThePanelInTheOrderOfCreationAndRound) {
     EXPECT_TRUE(other_.HasFocus());
     Press(VK_TAB);
     EXPECT_TRUE(picker_.HasFocus());
+}
+
+TEST_F(Keyboard, TheHeavyBorderIsAlwaysOnTheButtonThatEnterPresses) {
+    const auto has_border = [](const Button& button) {
+        return (button.Style() & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    };
+    for (int presses = 0; presses < 8; ++presses) {
+        EXPECT_EQ(has_border(stamp_), !other_.HasFocus()) << presses;
+        EXPECT_EQ(has_border(other_), other_.HasFocus()) << presses;
+        Press(VK_TAB);
+    }
 }
 
 TEST_F(Keyboard, ShiftTabGoesBack) {
@@ -234,7 +246,10 @@ TEST_F(Keyboard, EnterReadsWhatWasJustTypedIntoAPicker) {
     picker_.SetValue({2004, 6, 15, 0, 0, 0});
     const PickedDateTime before = picker_.Value();
     PickedDateTime pressed;
-    stamp_.on_click = [&] { pressed = picker_.Value(); };
+    stamp_.on_click = [&] {
+        picker_.TakeOverTypedDigits();
+        pressed = picker_.Value();
+    };
     Press(VK_RIGHT);  // some systems lose the first key after the focus came
     picker_.Send(WM_CHAR, '7');
     Press(VK_RETURN);
@@ -280,7 +295,9 @@ TEST_F(Keyboard, AltAndALetterOpenAMenuFromInsideAControl) {
 }
 
 TEST_F(Keyboard, APumpInsideLongWorkTreatsKeysAsTheLoopDoes) {
-    Win32MessagePump pump(RouteMessage, [] {});
+    Win32TimerSource timers([] { ReportToLastResort(nullptr); });
+    Win32MessagePump pump(
+        RouteMessage, [] {}, timers);
     picker_.Post(WM_KEYDOWN, VK_RETURN, 1);
     pump.RunPendingMessagesNow();
     EXPECT_EQ(stamps_, 1);

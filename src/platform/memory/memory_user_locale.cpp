@@ -9,6 +9,7 @@
 
 #include "platform/memory/fold_case.h"
 #include "platform/program_error.h"
+#include "platform/text.h"
 
 namespace tidemark {
 namespace {
@@ -126,6 +127,22 @@ double MemoryUserLocale::ReadDateTime(const std::string& text) {
         Mismatch();
     }
     return result;
+}
+
+std::string MemoryUserLocale::DateTimeText(FileTime local) {
+    constexpr std::array<const char*, 12> kMonths = {
+        "January", "February", "March",     "April",   "May",      "June",
+        "July",    "August",   "September", "October", "November", "December"};
+    using namespace std::chrono;
+    const auto passed = minutes(local.ticks / 600'000'000);
+    const sys_days day = sys_days{year{1601} / January / 1} + floor<days>(passed);
+    const year_month_day date{day};
+    const hh_mm_ss time(passed - floor<days>(passed));
+    return std::to_string(static_cast<unsigned>(date.day())) + " " +
+           kMonths.at(static_cast<unsigned>(date.month()) - 1) + " " +
+           std::to_string(static_cast<int>(date.year())) + ", " +
+           std::to_string(make12(time.hours()).count()) + ":" +
+           ZeroPadded(time.minutes().count(), 2) + (is_am(time.hours()) ? " AM" : " PM");
 }
 
 }  // namespace tidemark

@@ -27,6 +27,8 @@ class MemoryUserLocale final : public UserLocale {
     // the time separator, with "AM" or "PM" behind if need be), or both with a blank between. A
     // month above twelve makes the two numbers change places, as the system does.
     double ReadDateTime(const std::string& text) override;
+    // In English.
+    std::string DateTimeText(FileTime local) override;
 
   private:
     std::string thousands_ = ",";

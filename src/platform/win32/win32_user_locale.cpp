@@ -105,4 +105,20 @@ double Win32UserLocale::ReadDateTime(const std::string& text) {
     return date;
 }
 
+std::string Win32UserLocale::DateTimeText(FileTime local) {
+    const FILETIME time = {static_cast<DWORD>(local.ticks & 0xFFFFFFFF),
+                           static_cast<DWORD>(local.ticks >> 32)};
+    SYSTEMTIME parts{};
+    std::array<wchar_t, 160> date{};
+    std::array<wchar_t, 80> time_of_day{};
+    if (::FileTimeToSystemTime(&time, &parts) == FALSE ||
+        ::GetDateFormatW(locale_id_, /*dwFlags=*/0, &parts, L"d MMMM yyyy", date.data(),
+                         static_cast<int>(date.size())) == 0 ||
+        ::GetTimeFormatW(locale_id_, TIME_NOSECONDS, &parts, /*lpFormat=*/nullptr,
+                         time_of_day.data(), static_cast<int>(time_of_day.size())) == 0) {
+        return {};
+    }
+    return Utf8FromWide(date.data()) + ", " + Utf8FromWide(time_of_day.data());
+}
+
 }  // namespace tidemark

@@ -17,6 +17,7 @@ class Win32UserLocale final : public UserLocale {
     [[nodiscard]] std::string DateSeparator() override;
     [[nodiscard]] std::string TimeSeparator() override;
     [[nodiscard]] double ReadDateTime(const std::string& text) override;
+    [[nodiscard]] std::string DateTimeText(FileTime local) override;
 
   private:
     static constexpr unsigned long kUsersOwn = 0x0400;
