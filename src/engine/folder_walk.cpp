@@ -18,7 +18,7 @@ namespace {
 constexpr int kMaxFetchFailures = 16;
 
 bool EndsInParent(std::string_view path) {
-    return path.ends_with("\\..") || path.ends_with("/..");
+    return path == ".." || path.ends_with("\\..") || path.ends_with("/..");
 }
 
 std::optional<FileIdentity> IdentityOf(KernelFiles& files, const std::string& path) {
@@ -135,9 +135,9 @@ class FolderWalk {
         return true;
     }
 
-    // Whether `path_` is a link to a folder that it lies in: what that holds would be met again and
-    // again, once for each way through all such links. Only links are asked about, so that other
-    // folders cost nothing. What cannot be told apart is entered.
+    // Whether `path_` is a link to a folder that it lies in: entering it would list the same
+    // entries again, once for each way through all such links. Only links are asked about, so that
+    // other folders cost nothing. A link without a readable identity is entered.
     bool LeadsBack() {
         if (levels_.empty() || (entry_.attributes & file_attribute::kReparsePoint) == 0) {
             return false;
@@ -151,13 +151,32 @@ class FolderWalk {
     bool IsAboveTheWalk(const FileIdentity& folder) {
         if (!above_) {
             above_.emplace();
-            std::string path = RemoveBackslash(path_.substr(0, levels_.front().PathLength()));
-            // What stands before ".." in the path is left by it and holds nothing of the walk.
+            const std::string root = RemoveBackslash(path_.substr(0, levels_.front().PathLength()));
+            std::string path = root;
+            // The component before ".." is not a parent of the walked folder.
             while (!EndsInParent(path) && !(path = ParentPath(path)).empty()) {
                 above_->push_back(IdentityOf(files_, path));
             }
+            if (!path.empty()) {
+                AddAbove(AddBackslash(path) + "..");
+            } else if (AnchorOf(root) == PathAnchor::kRelative) {
+                AddAbove(SplitRelative(root).place);
+            }
         }
         return std::find(above_->begin(), above_->end(), folder) != above_->end();
+    }
+
+    // Adds the folder and those above it, which no path names. A drive's root is its own parent.
+    void AddAbove(std::string folder) {
+        std::optional<FileIdentity> below;
+        for (;; folder = AddBackslash(folder) + "..") {
+            const std::optional<FileIdentity> identity = IdentityOf(files_, folder);
+            if (!identity || identity == below) {
+                return;
+            }
+            above_->push_back(identity);
+            below = identity;
+        }
     }
 
     // True when the entry is a folder to enter; `path_` is then its path.

@@ -164,7 +164,8 @@ std::string ParentPath(std::string_view path) {
     }
     const std::size_t parent_end = entry.substr(0, separator + 1).find_last_not_of(kSeparators) + 1;
     const std::string_view parent = entry.substr(0, parent_end);
-    if (parent_end == 2 && HasDrive(parent)) {
+    const std::size_t prefix = AnchorOf(path) == PathAnchor::kVerbatim ? 4 : 0;
+    if (parent_end == prefix + 2 && HasDrive(parent.substr(prefix))) {
         return std::string(parent) + "\\";
     }
     // A share is the root of what it holds: \\server alone is no folder.

@@ -107,6 +107,21 @@ TEST_F(LinksBackTest, ALinkToAFolderAboveTheListedOneIsNotEntered) {
     EXPECT_FALSE(IsStamped("C:\\up\\other.txt"));
 }
 
+TEST_F(LinksBackTest, TheFoldersAboveARelativePathAreThoseAboveTheCurrentFolder) {
+    system.volume.AddFile("C:\\up\\other\\o.txt");
+    system.volume.AddFile("C:\\up\\listed\\x.txt");
+    system.volume.AddFolderLink("C:\\up\\listed\\back", "C:\\up");
+    system.volume.AddFolderLink("C:\\up\\listed\\root", "C:");
+    system.volume.SetCurrentFolder("C:\\up\\listed");
+    ExpectCountedAndStamped(".", 1, 3);
+    system.volume.SetCurrentFolder("C:\\up");
+    ExpectCountedAndStamped("listed", 1, 3);
+    ExpectCountedAndStamped("C:\\up\\other\\..\\listed", 1, 3);
+    system.volume.SetCurrentFolder("C:\\up\\other");
+    ExpectCountedAndStamped("..\\listed", 1, 3);
+    EXPECT_FALSE(IsStamped("C:\\up\\other\\o.txt"));
+}
+
 TEST_F(LinksBackTest, ALinkToAFolderThatTheListedPathLeavesAgainIsEntered) {
     system.volume.AddFile("C:\\a\\x.txt");
     system.volume.AddFolder("C:\\b");

@@ -1,6 +1,7 @@
 #include "platform/win32/win32_kernel_files.h"
 
 #include <array>
+#include <limits>
 
 #include "platform/text.h"
 #include "platform/win32/system_path.h"
@@ -114,7 +115,8 @@ bool Win32KernelFiles::ReadIdentity(const std::string& path, FileIdentity& ident
         return false;
     }
     const std::uint64_t index = (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow;
-    if (index == 0) {
+    // A file system without numbers answers 0, one whose numbers do not fit all ones.
+    if (index == 0 || index == std::numeric_limits<std::uint64_t>::max()) {
         last_error_ = ERROR_NOT_SUPPORTED;
         return false;
     }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/win32/windows.h"
-#include "support/redirected_import.h"
+#include "support/replaced_import.h"
 
 namespace tidemark {
 namespace {
@@ -46,8 +46,7 @@ struct TimesGiven {
 
 // A disk shows this only where the file system keeps all three times.
 TEST(Win32KernelFiles, EachOfTheTimesIsGivenToTheSystemAlone) {
-    const RedirectedImport<decltype(TimesGiven::SetFileTime)> redirected("SetFileTime",
-                                                                         TimesGiven::SetFileTime);
+    const ReplacedImport replaced("SetFileTime", TimesGiven::SetFileTime);
     Win32KernelFiles files;
     const TimesGiven& given = TimesGiven::Last();
     EXPECT_TRUE(files.SetLastWriteTime(FileHandle{4}, {0x0123456789ABCDEF}));
@@ -85,8 +84,7 @@ struct MessageAsked {
 
 // Without its inserts left alone, a text that has some could not be had at all.
 TEST(Win32KernelFiles, AMessageTextIsAskedForWithItsInsertsLeftAloneAndUpTo255Characters) {
-    const RedirectedImport<decltype(MessageAsked::FormatMessage)> redirected(
-        "FormatMessageW", MessageAsked::FormatMessage);
+    const ReplacedImport replaced("FormatMessageW", MessageAsked::FormatMessage);
     Win32KernelFiles files;
     EXPECT_EQ(files.MessageText(34), std::string(255, 'x'));
     const MessageAsked& asked = MessageAsked::Last();
@@ -104,6 +102,33 @@ TEST(Win32KernelFiles, AnErrorOfAnotherCallOfTheThreadIsNotTakenForItsOwn) {
     EXPECT_EQ(files.ReadAttributes("C:\\tidemark, missing"), file_attribute::kInvalid);
     ::SetLastError(ERROR_GEN_FAILURE);
     EXPECT_EQ(files.LastError(), system_error::kFileNotFound);
+}
+
+// Some file systems have no number for a file, or none that fits 64 bits.
+TEST(Win32KernelFiles, AFileNumberThatIsNoneGivesNoIdentity) {
+    struct Answer {
+        static std::uint64_t& Index() {
+            static std::uint64_t index = 0;
+            return index;
+        }
+        static BOOL WINAPI Information(HANDLE /*file*/, BY_HANDLE_FILE_INFORMATION* info) {
+            *info = {};
+            info->dwVolumeSerialNumber = 7;
+            info->nFileIndexHigh = static_cast<DWORD>(Index() >> 32);
+            info->nFileIndexLow = static_cast<DWORD>(Index() & 0xFFFFFFFF);
+            return TRUE;
+        }
+    };
+    const ReplacedImport replaced("GetFileInformationByHandle", Answer::Information);
+    Win32KernelFiles files;
+    FileIdentity identity;
+    for (const std::uint64_t none : {std::uint64_t{0}, ~std::uint64_t{0}}) {
+        Answer::Index() = none;
+        EXPECT_FALSE(files.ReadIdentity("C:\\", identity));
+        EXPECT_EQ(files.LastError(), static_cast<std::uint32_t>(ERROR_NOT_SUPPORTED));
+    }
+    Answer::Index() = 0x0123456789ABCDEF;
+    EXPECT_TRUE(files.ReadIdentity("C:\\", identity));
 }
 
 }  // namespace
