@@ -1,5 +1,6 @@
 #include "mainwindow/stamp_times.h"
 
+#include <cmath>
 #include <string>
 
 #include "engine/local_date_time.h"
@@ -9,16 +10,25 @@
 namespace tidemark {
 namespace {
 
-// What the locale writes is not always what it reads: the user may choose any separator.
-double Read(UserLocale& locale, const std::string& text, const char* what, const char* remedy) {
+// What the locale writes is not always what it reads: the user may choose any separator, also one
+// by which a time of day is read as a date.
+double Read(UserLocale& locale, const std::string& text, bool time_of_day) {
     try {
-        return locale.ReadDateTime(text);
+        const double value = locale.ReadDateTime(text);
+        if (time_of_day ? value >= 0 && value < 1 : value == std::floor(value)) {
+            return value;
+        }
     } catch (const ProgramError& error) {
-        throw ProgramError(error.Number(), "\"" + text + "\" cannot be read as a " + what +
-                                               ", so nothing was stamped. In the regional settings "
-                                               "of Windows, " +
-                                               remedy + ".");
+        if (error.Number() != error_number::kTypeMismatch) {
+            throw;
+        }
     }
+    throw ProgramError(
+        error_number::kTypeMismatch,
+        "\"" + text + "\" cannot be read as a " + (time_of_day ? "time of day" : "date") +
+            ", so nothing can be stamped. In the regional settings of Windows, choose a " +
+            (time_of_day ? R"(time with ":" between hours and minutes.)"
+                         : R"(short date with "/" or "-" between its parts.)"));
 }
 
 }  // namespace
@@ -30,10 +40,8 @@ double CombineDateAndTime(UserLocale& locale, const PickedDateTime& date,
                                   between + ZeroPadded(date.year, 4);
     const std::string time_text =
         ZeroPadded(time.hour, 2) + locale.TimeSeparator() + ZeroPadded(time.minute, 2);
-    return Read(locale, date_text, "date",
-                R"(choose a short date with "/" or "-" between its parts)") +
-           Read(locale, time_text, "time of day",
-                R"(choose a time with ":" between hours and minutes)");
+    const double day = Read(locale, date_text, /*time_of_day=*/false);
+    return day + Read(locale, time_text, /*time_of_day=*/true);
 }
 
 void StampTimes::Combine(const PickedTimes& picked) {

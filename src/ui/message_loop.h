@@ -10,7 +10,7 @@ namespace tidemark {
 void RouteMessage(MSG& message);
 
 // Takes and routes messages until the thread is asked to quit or the program's main window is gone;
-// returns the exit code asked for, 0 when nobody has. The window alone is enough because a loop of
+// returns the exit code asked for, or 0 if the window was gone first. The window alone is enough because a loop of
 // the system (that of a menu) may have taken the request.
 int RunMessageLoop(const Window& main_window);
 

@@ -13,7 +13,7 @@
 namespace tidemark {
 
 // Counts how often texts are lower-cased, sort keys asked for, and dates and times read.
-class CountingLocale final : public UserLocale {
+class CountingLocale : public UserLocale {
   public:
     std::size_t lower_cased = 0;
     std::size_t sort_keys = 0;

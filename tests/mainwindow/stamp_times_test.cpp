@@ -33,7 +33,7 @@ TEST_F(StampTimesTest, ADateThatTheLocaleCannotReadIsATypeMismatch) {
         EXPECT_EQ(error.Number(), error_number::kTypeMismatch);
         EXPECT_EQ(
             error.Description(),
-            "\"03012024\" cannot be read as a date, so nothing was stamped. In the regional "
+            "\"03012024\" cannot be read as a date, so nothing can be stamped. In the regional "
             "settings of Windows, choose a short date with \"/\" or \"-\" between its parts.");
     }
 }
@@ -48,7 +48,7 @@ TEST_F(StampTimesTest, ATimeThatTheLocaleCannotReadIsATypeMismatch) {
         EXPECT_EQ(error.Number(), error_number::kTypeMismatch);
         EXPECT_EQ(
             error.Description(),
-            "\"1345\" cannot be read as a time of day, so nothing was stamped. In the regional "
+            "\"1345\" cannot be read as a time of day, so nothing can be stamped. In the regional "
             "settings of Windows, choose a time with \":\" between hours and minutes.");
     }
 }
@@ -83,6 +83,19 @@ TEST_F(StampTimesTest, TheTimeIsWrittenWithTheLocalesOwnSeparator) {
     EXPECT_DOUBLE_EQ(CombineDateAndTime(locale_, {.year = 2024, .month = 3, .day = 1},
                                         {.hour = 13, .minute = 45}),
                      kFirstOfMarch2024 + (13 * 60 + 45) * kMinute);
+}
+
+TEST_F(StampTimesTest, ATimeThatTheLocaleReadsAsADateIsATypeMismatch) {
+    class DatesOnly final : public CountingLocale {
+      public:
+        double ReadDateTime(const std::string& text) override {
+            return text.size() < 6 ? 46'000 : CountingLocale::ReadDateTime(text);
+        }
+    };
+    DatesOnly locale;
+    EXPECT_THROW((void)CombineDateAndTime(locale, {.year = 2024, .month = 3, .day = 1},
+                                          {.hour = 10, .minute = 30}),
+                 ProgramError);
 }
 
 class CombinedTimesTest : public testing::Test {

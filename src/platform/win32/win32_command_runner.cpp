@@ -16,7 +16,10 @@ std::wstring ProgramFolders() {
     for (const auto folder_of : {::GetSystemWindowsDirectoryW, ::GetSystemDirectoryW}) {
         std::wstring folder(folder_of(nullptr, 0), L'\0');
         folder.resize(folder_of(folder.data(), static_cast<UINT>(folder.size())));
-        folders.append(folder).append(L";");
+        // An empty element could stand for the current folder.
+        if (!folder.empty()) {
+            folders.append(folders.empty() ? L"" : L";").append(folder);
+        }
     }
     return folders;
 }
