@@ -297,6 +297,7 @@ void ListModel::Select(ListRow& row, bool selected) {
     if (row.selected != selected) {
         row.selected = selected;
         selected_count_ = selected ? selected_count_ + 1 : selected_count_ - 1;
+        ++selection_version_;
     }
 }
 

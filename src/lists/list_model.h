@@ -87,6 +87,8 @@ class ListModel {
     void ClearSelection();
     void NoteSelected(std::size_t first, std::size_t last, bool selected);
     [[nodiscard]] std::size_t SelectedCount() const { return selected_count_; }
+    // Differs from an earlier answer if the selection of any row has changed since.
+    [[nodiscard]] std::uint64_t SelectionVersion() const { return selection_version_; }
 
     // The row that the keyboard acts on; kNoPosition and null when there is none. When it is
     // removed, the row that takes its place becomes current, or the new last row. NoteCurrent is
@@ -140,6 +142,7 @@ class ListModel {
     mutable std::size_t current_slot_ = kNoPosition;
     RowsByKey rows_by_key_;  // views into the rows' own keys
     std::size_t selected_count_ = 0;
+    std::uint64_t selection_version_ = 0;
     KeyedImageList* small_icons_ = nullptr;
     bool holds_items_ = false;
 };

@@ -20,19 +20,22 @@ AddingQueue::AddingQueue(const Platform& platform, TidemarkItemCollection& items
       rows_(rows),
       images_(images),
       on_batch_done_(std::move(on_batch_done)),
-      timer_(platform.timers.NewTimer(TickKind::kBrief)) {
+      timer_(platform.timers.NewTimer(TickKind::kBrief)),
+      stamp_timer_(platform.timers.NewTimer(TickKind::kLong)) {
     timer_->SetSink(this);
+    stamp_timer_->SetSink(&stamp_tick_);
 }
 
 void AddingQueue::Append(std::vector<std::string> paths) {
     batches_.push_back(std::make_shared<Batch>(Batch{.paths = std::move(paths)}));
-    RunSlice(Caller::kAppend);
+    RunSlice(kLeastStepsOfAppend);
 }
 
 void AddingQueue::Clear() {
     batches_.clear();
-    selected_rows_ = 0;
+    last_selected_ = nullptr;
     timer_->SetEnabled(false);
+    stamp_timer_->SetEnabled(false);
 }
 
 void AddingQueue::StampWhenListed() {
@@ -59,16 +62,27 @@ void AddingQueue::LeaveOut(const std::vector<std::string>& keys) {
 }
 
 void AddingQueue::SelectWhenListed() {
-    selected_rows_ = batches_.empty() ? 0 : rows_.Count();
+    last_selected_ = batches_.empty() ? nullptr : batches_.back();
+    selection_version_ = rows_.SelectionVersion();
 }
 
 bool AddingQueue::SelectsAll() const {
-    return selected_rows_ != 0 && rows_.SelectedCount() == selected_rows_;
+    return last_selected_ != nullptr && rows_.SelectionVersion() == selection_version_;
 }
 
-void AddingQueue::RunSlice(Caller caller) {
+void AddingQueue::ForgetSelected() {
+    const auto last = std::find(batches_.begin(), batches_.end(), last_selected_);
+    if (last != batches_.end()) {
+        batches_.erase(batches_.begin(), last + 1);
+        stamp_timer_->SetEnabled(false);
+        timer_->SetEnabled(!batches_.empty());
+    }
+    last_selected_ = nullptr;
+}
+
+void AddingQueue::RunSlice(std::size_t least_steps) {
     // Asking the shell for an icon can let messages run, and a tick or a drop come in here.
-    if (in_slice_) {
+    if (in_slice_ || stamp_timer_->Enabled()) {
         return;
     }
     struct InSlice {
@@ -77,52 +91,53 @@ void AddingQueue::RunSlice(Caller caller) {
         InSlice& operator=(const InSlice&) = delete;
         ~InSlice() {
             queue_.in_slice_ = false;
-            queue_.timer_->SetEnabled(!queue_.batches_.empty());
+            queue_.timer_->SetEnabled(!queue_.batches_.empty() && !queue_.stamp_timer_->Enabled());
         }
 
       private:
         AddingQueue& queue_;
     };
-    const std::size_t least = caller == Caller::kAppend ? kLeastStepsOfAppend : 1;
-    bool stamp_due = false;
     bool batch_done = false;
     {
         const InSlice in_slice(*this);
         platform_.pump.StartSlice();
-        for (std::size_t steps = 0; !batches_.empty() && !stamp_due; ++steps) {
-            if (steps >= least && platform_.pump.SliceIsOver()) {
+        for (std::size_t steps = 0; !batches_.empty(); ++steps) {
+            if (steps >= least_steps && platform_.pump.SliceIsOver()) {
                 break;
             }
             // Held here: a message can clear the queue.
             const std::shared_ptr<Batch> batch = batches_.front();
-            bool more = false;
-            try {
-                more = Step(*batch);
-            } catch (...) {
-                // What goes wrong with one path goes wrong with the next: one report is enough. The
-                // rows there are get counted.
-                if (batch->listed == batch->paths.size()) {
-                    std::erase(batches_, batch);
+            if (Step(*batch) || batches_.empty() || batches_.front() != batch) {
+                continue;
+            }
+            if (batch == last_selected_) {
+                if (SelectsAll()) {
+                    rows_.SelectAll();
                 }
-                batch->paths.resize(batch->listed);
-                throw;
+                last_selected_ = nullptr;
             }
-            if (!more && batch->stamp && caller == Caller::kAppend) {
-                break;  // a stamp takes long, and who called Append waits
+            if (batch->stamp) {
+                stamp_timer_->SetEnabled(true);
+                break;
             }
-            if (!more && std::erase(batches_, batch) != 0) {
-                batch_done = true;
-                stamp_due = batch->stamp;
-            }
+            batches_.pop_front();
+            batch_done = true;
         }
-        if (batches_.empty() && SelectsAll()) {
-            rows_.SelectAll();
-        }
-        selected_rows_ = batches_.empty() ? 0 : selected_rows_;
     }
     if (batch_done) {
-        on_batch_done_(stamp_due);
+        on_batch_done_(/*stamp_due=*/false);
     }
+}
+
+void AddingQueue::StartStamp() {
+    stamp_timer_->SetEnabled(false);
+    if (batches_.empty()) {
+        return;
+    }
+    const bool stamp = batches_.front()->stamp;  // unless it was cancelled since
+    batches_.pop_front();
+    timer_->SetEnabled(!batches_.empty());
+    on_batch_done_(stamp);
 }
 
 bool AddingQueue::Step(Batch& batch) {
@@ -144,7 +159,15 @@ bool AddingQueue::Step(Batch& batch) {
 
 void AddingQueue::List(Batch& batch) {
     const std::string path = std::move(batch.paths[batch.listed++]);
-    std::shared_ptr<TidemarkItem> item = items_.Add(path, &rows_, &images_);
+    std::shared_ptr<TidemarkItem> item;
+    try {
+        item = items_.Add(path, &rows_, &images_);
+    } catch (...) {
+        // What goes wrong with one path goes wrong with the next: one report is enough. The rows
+        // there are get counted.
+        batch.paths.resize(batch.listed);
+        throw;
+    }
     if (item == nullptr) {
         return;
     }

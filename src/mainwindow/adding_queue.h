@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -23,8 +24,8 @@ class KeyedImageList;
 class AddingQueue final : private ITimerObjectSink {
   public:
     // Nothing is owned; all of it must outlive the queue. `on_batch_done` is called when every path
-    // of one Append is listed and counting; `stamp_due`, in ticks only, says that StampWhenListed
-    // was called for it.
+    // of one Append is listed and counting. `stamp_due` says that StampWhenListed was called for the
+    // batch; the call then comes from a long tick.
     AddingQueue(const Platform& platform, TidemarkItemCollection& items, ListModel& rows,
                 KeyedImageList& images, std::function<void(bool stamp_due)> on_batch_done);
     AddingQueue(const AddingQueue&) = delete;
@@ -32,7 +33,7 @@ class AddingQueue final : private ITimerObjectSink {
     ~AddingQueue() = default;
 
     // Queues the paths and works on the queue for one slice. A batch of up to ten paths is done
-    // when this returns, unless others wait before it.
+    // when this returns, unless other batches are queued before it.
     void Append(std::vector<std::string> paths);
     [[nodiscard]] bool Empty() const { return batches_.empty(); }
     // Forgets every path, and the commands that wait for them.
@@ -50,6 +51,8 @@ class AddingQueue final : private ITimerObjectSink {
     // selection changes before they are listed.
     void SelectWhenListed();
     [[nodiscard]] bool SelectsAll() const;
+    // Forgets the paths that would become selected.
+    void ForgetSelected();
 
   private:
     // What one Append queued.
@@ -62,9 +65,16 @@ class AddingQueue final : private ITimerObjectSink {
         bool stamp = false;
     };
 
-    enum class Caller { kAppend, kTick };
-    void ITimerObjectSink_Timer() override { RunSlice(Caller::kTick); }
-    void RunSlice(Caller caller);
+    // Stamping takes long, so it has a tick of that kind.
+    struct StampTick final : ITimerObjectSink {
+        explicit StampTick(AddingQueue& owner) : queue(owner) {}
+        void ITimerObjectSink_Timer() override { queue.StartStamp(); }
+        AddingQueue& queue;
+    };
+
+    void ITimerObjectSink_Timer() override { RunSlice(/*least_steps=*/1); }
+    void RunSlice(std::size_t least_steps);
+    void StartStamp();
     // Lists or counts one path of the batch; false when all is done.
     bool Step(Batch& batch);
     void List(Batch& batch);
@@ -75,9 +85,13 @@ class AddingQueue final : private ITimerObjectSink {
     KeyedImageList& images_;
     std::function<void(bool stamp_due)> on_batch_done_;
     std::unique_ptr<TimerObject> timer_;
+    StampTick stamp_tick_{*this};
+    std::unique_ptr<TimerObject> stamp_timer_;  // enabled once the first batch waits for its stamp
     std::deque<std::shared_ptr<Batch>> batches_;
     bool in_slice_ = false;
-    std::size_t selected_rows_ = 0;  // when SelectWhenListed was called; 0 if it was not
+    // The last batch that SelectWhenListed covers, and the selection that it found.
+    std::shared_ptr<const Batch> last_selected_;
+    std::uint64_t selection_version_ = 0;
 };
 
 }  // namespace tidemark

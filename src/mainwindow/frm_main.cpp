@@ -113,13 +113,9 @@ void frmMain::CreateControls() {
     StatusBar1.Create(*this, {.text = "  Ready", .style = kKeepsApart});
 
     tipTimes.Create(*this);
-    tipTimes.text = [this](bool shown) {
-        if (!shown) {
-            TakeOverTypedDigits();
-        }
-        return TimesInWords();
-    };
+    tipTimes.text = [this] { return TimesInWords(); };
     tipTimes.AddTool(cmdStamp);
+    tipTimes.AddTool(picControls);  // gets the mouse over a picker that is disabled
     for (DateTimePicker* const picker :
          {&dtDateLastModified, &dtTimeLastModified, &dtDateCreated, &dtTimeCreated}) {
         picker->on_change = [this] { tipTimes.Update(); };

@@ -162,6 +162,7 @@ class frmMain final : public Form,
     // frm_main_list.cpp
     void WireList();
     void lvwItems_ColumnClick(std::size_t column);
+    void SortRows();  // by the column clicked last
     void PopUpForSelection(Point at);  // on the screen, or kAtPointer
     void oContextMenu_MenuItemInvoked();
 
@@ -200,6 +201,7 @@ class frmMain final : public Form,
     OleDragDropForwarder list_drag_{list_drag_events_};
     std::unique_ptr<DropTarget> list_target_;
     ColumnSort sort_;
+    bool sort_when_listed_ = false;    // a column was clicked while paths are being listed
     bool loaded_ = false;              // Form_Load has done all of its work
     bool bRestoringPlacement = false;  // what moves the window now is not the user
     bool bRightButtonDown = false;

@@ -14,7 +14,10 @@ void frmMain::WireMenus() {
     menu["mnuFileRemoveSelected"].on_click = [this] { mnuFileRemoveSelected_Click(); };
     menu["mnuFileRemoveCompleted"].on_click = [this] { mnuFileRemoveCompleted_Click(); };
     menu["mnuFileRemoveAll"].on_click = [this] { mnuFileRemoveAll_Click(); };
-    menu["mnuFileExit"].on_click = [this] { services_.shut_down(/*unload_main=*/true); };
+    menu["mnuFileExit"].on_click = [this] {
+        adding_.Clear();  // shutting down lets messages run before this window goes
+        services_.shut_down(/*unload_main=*/true);
+    };
     menu["mnuEdit"].on_open = [this] { mnuEdit_Click(); };
     menu["mnuEditSelectAll"].on_click = [this] {
         SelectAllRows(rows);
@@ -102,7 +105,7 @@ void frmMain::RemoveItems(const std::vector<std::string>& keys) {
 void frmMain::mnuFileRemoveSelected_Click() {
     if (adding_.SelectsAll()) {
         SelectAllRows(rows);
-        adding_.Clear();
+        adding_.ForgetSelected();
     }
     std::vector<std::string> keys;
     for (std::size_t position = 0; position < rows.Count(); ++position) {

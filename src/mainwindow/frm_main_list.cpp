@@ -66,10 +66,16 @@ void frmMain::lvwItems_ColumnClick(std::size_t column) {
     if (!oTimer) {
         return;  // the window is closing, and its items are gone
     }
+    sort_.Click(column);
+    sort_when_listed_ = !adding_.Empty();
+    SortRows();
+}
+
+void frmMain::SortRows() {
+    const std::size_t column = sort_.Column();
     const bool polling = oTimer->Enabled();
     oTimer->SetEnabled(false);
     const RedrawPause pause(lvwItems);
-    sort_.Click(column);
     const auto write_contains = [this](auto text_of) {
         for (std::size_t position = 0; position < rows.Count(); ++position) {
             const ListRow& row = rows.At(position);

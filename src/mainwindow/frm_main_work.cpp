@@ -15,6 +15,7 @@ void frmMain::AddItems(std::vector<std::string> paths) {
     if (!oTimer) {
         return;  // the window has closed
     }
+    sort_when_listed_ = sort_when_listed_ && !adding_.Empty();
     adding_.Append(std::move(paths));
     if (!adding_.Empty()) {
         UpdateControls();  // the rows listed so far can be worked with
@@ -22,6 +23,10 @@ void frmMain::AddItems(std::vector<std::string> paths) {
 }
 
 void frmMain::OnBatchAdded(bool stamp_due) {
+    if (sort_when_listed_ && adding_.Empty()) {
+        sort_when_listed_ = false;
+        SortRows();
+    }
     if (stamp_due && oItems.Count() > 0) {
         StampItems();
     }
@@ -73,6 +78,12 @@ void frmMain::TakeOverTypedDigits() const {
 }
 
 std::string frmMain::TimesInWords() const {
+    for (const DateTimePicker* const picker :
+         {&dtDateLastModified, &dtTimeLastModified, &dtDateCreated, &dtTimeCreated}) {
+        if (picker->Typing()) {
+            return {};  // a press would take over the digits, and a tip must not
+        }
+    }
     try {
         StampTimes times(services_.common.platform.locale);
         times.Combine(PickedNow());

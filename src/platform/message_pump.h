@@ -16,8 +16,7 @@ class MessagePump {
     virtual void LetPendingMessagesRun() = 0;
 
     // Runs whatever is pending now, however short the wait was. For single commands and for the
-    // display: no long tick begins in this call, so it returns soon. A modal loop that a message
-    // opens runs every tick.
+    // display: no long tick begins in this call. A modal loop that a message opens runs every tick.
     virtual void RunPendingMessagesNow() = 0;
 
     // For work in slices that lets no messages run by itself: starts a slice, and tells whether it

@@ -78,11 +78,21 @@ std::optional<LRESULT> DateTimePicker::OnNotify(NMHDR& header) {
             dropped_down_ = false;
             return 0;
         case DTN_DATETIMECHANGE:
+            typing_ = false;
             Raise(on_change);
             return 0;
         default:
             return std::nullopt;
     }
+}
+
+LRESULT DateTimePicker::OnOwnMessage(const WatchedMessage& message) {
+    if (message.message == WM_CHAR && message.wparam >= '0' && message.wparam <= '9') {
+        typing_ = true;
+    } else if (message.message == WM_KILLFOCUS) {
+        typing_ = false;
+    }
+    return message.PassOn();
 }
 
 }  // namespace tidemark

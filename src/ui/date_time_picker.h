@@ -26,6 +26,8 @@ class DateTimePicker : public Control {
     // Makes the value what the user sees while digits are being typed. A picker does so by itself
     // when it loses the focus; a key or a menu command can come without that.
     void TakeOverTypedDigits() const;
+    // Whether digits are being typed that may be no part of the value yet.
+    [[nodiscard]] bool Typing() const { return typing_; }
     // Throws ProgramError (invalid argument) for a date or time that does not exist or that the
     // picker refuses; the value then stays as it was.
     void SetValue(const PickedDateTime& value);
@@ -34,8 +36,12 @@ class DateTimePicker : public Control {
     // They belong to the calendar while it is dropped down.
     [[nodiscard]] bool KeepsKeys() const override { return dropped_down_; }
 
+  protected:
+    LRESULT OnOwnMessage(const WatchedMessage& message) override;
+
   private:
     bool dropped_down_ = false;
+    bool typing_ = false;
 };
 
 }  // namespace tidemark

@@ -47,16 +47,14 @@ void ToolTip::Update() {
     }
     // A new text is shown at once; a tip that is only redrawn keeps the old one.
     tool.lpszText = LPSTR_TEXTCALLBACKW;
-    updating_ = true;
     Send(TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
-    updating_ = false;
 }
 
 std::optional<LRESULT> ToolTip::OnNotify(NMHDR& header) {
     if (header.code != TTN_GETDISPINFOW || !text) {
         return std::nullopt;
     }
-    shown_text_ = WideFromUtf8(text(updating_));
+    shown_text_ = WideFromUtf8(text());
     reinterpret_cast<NMTTDISPINFOW&>(header).lpszText = shown_text_.data();
     return 0;
 }

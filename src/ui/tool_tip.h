@@ -12,9 +12,9 @@ class Form;
 // The tip that appears while the mouse pointer rests over one of the form's controls.
 class ToolTip final : public Control {
   public:
-    // The tip's text, UTF-8, with CR LF between its lines. It is asked for each time the tip
-    // appears, and by Update; `shown` says that the tip is on the screen already.
-    std::function<std::string(bool shown)> text;
+    // The tip's text, UTF-8, with CR LF between its lines; none shows no tip. It is asked for each
+    // time the tip appears, and by Update.
+    std::function<std::string()> text;
 
     void Create(Form& form);
     // Shows the tip over this control of the form.
@@ -27,7 +27,6 @@ class ToolTip final : public Control {
   private:
     HWND form_ = nullptr;
     std::wstring shown_text_;  // the system keeps a pointer to it
-    bool updating_ = false;
 };
 
 }  // namespace tidemark

@@ -57,11 +57,15 @@ class AddingQueueTest : public testing::Test {
     AddingQueue queue_{platform_, items_, rows_, images_, [this](bool) { ++batches_done_; }};
 };
 
-TEST_F(AddingQueueTest, AFailureIsReportedOnceAndEndsOnlyItsBatch) {
+class AddingQueueFailure : public AddingQueueTest, public testing::WithParamInterface<int> {};
+
+// The path that fails is in the middle of its batch, and its last one.
+TEST_P(AddingQueueFailure, IsReportedOnceAndTheRowsThereAreCounted) {
     system_.pump.SetAsksPerSlice(0);
     const std::vector<std::string> later = Files("later", 3);
-    pictures_.on_ask = [](const std::string& path) {
-        if (path == "C:\\data\\50.exe") {
+    const std::string failing = "C:\\data\\" + std::to_string(GetParam()) + ".exe";
+    pictures_.on_ask = [&](const std::string& path) {
+        if (path == failing) {
             throw ProgramError(error_number::kInvalidArgument, "no icon");
         }
     };
@@ -69,14 +73,17 @@ TEST_F(AddingQueueTest, AFailureIsReportedOnceAndEndsOnlyItsBatch) {
     queue_.Append(later);
     system_.pump.RunUntilIdle();
     EXPECT_THAT(system_.pump.Failures(), ElementsAre("no icon"));
-    EXPECT_EQ(rows_.Count(), 53U);
+    EXPECT_EQ(rows_.Count(), static_cast<std::size_t>(GetParam()) + 3);
     EXPECT_EQ(Rows().back(), later.back());
     int counted = 0;
     for (const auto& item : items_) {
         counted += item->CountComplete() ? 1 : 0;
     }
-    EXPECT_EQ(counted, 52) << "all but the one that failed";
+    EXPECT_EQ(counted, GetParam() + 2) << "all but the one that failed";
+    EXPECT_EQ(batches_done_, 2);
 }
+
+INSTANTIATE_TEST_SUITE_P(At, AddingQueueFailure, testing::Values(50, 60));
 
 TEST_F(AddingQueueTest, EverythingRemovedInsideASliceStaysAway) {
     pictures_.on_ask = [this](const std::string& path) {

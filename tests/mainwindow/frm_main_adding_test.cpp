@@ -240,6 +240,63 @@ TEST_F(MainWindowAdding, SelectAllAndRemoveMeanwhileRemoveEveryDroppedPath) {
     EXPECT_THAT(RowTexts(), IsEmpty());
 }
 
+TEST_F(MainWindowAdding, ADropAfterSelectAllIsNeitherSelectedNorRemoved) {
+    for (const bool remove : {false, true}) {
+        LoadWithShortSlices();
+        const std::vector<std::string> later = Files(Numbered("later", remove ? 1 : 0), 5);
+        Main().AddItems(Files(Numbered("data", remove ? 1 : 0)));
+        Choose("mnuEdit", "mnuEditSelectAll");
+        Main().AddItems(later);
+        if (remove) {
+            Choose("mnuFile", "mnuFileRemoveSelected");
+        }
+        Finish();
+        EXPECT_EQ(Main().rows.SelectedCount(), remove ? 0U : kPaths);
+        EXPECT_THAT(RowTexts(), SizeIs((remove ? 0 : kPaths) + later.size()));
+        EXPECT_EQ(RowTexts().back(), later.back());
+        MakeWindow(screen_, popup_menus_);
+    }
+}
+
+TEST_F(MainWindowAdding, ASelectionOfAsManyOtherRowsIsNotTakenForAll) {
+    LoadWithShortSlices();
+    Main().AddItems(Files("data"));
+    Choose("mnuEdit", "mnuEditSelectAll");
+    RunTicks(1);
+    SelectRow("c:\\data\\file0.txt", false);
+    SelectRow("c:\\data\\file20.txt");
+    Finish();
+    EXPECT_EQ(Main().rows.SelectedCount(), kRowsOfFirstSlice);
+    Choose("mnuFile", "mnuFileRemoveSelected");
+    EXPECT_THAT(RowTexts(), SizeIs(kPaths - kRowsOfFirstSlice));
+}
+
+TEST_F(MainWindowAdding, AColumnClickedMeanwhileSortsEveryDroppedPath) {
+    LoadWithShortSlices();
+    std::vector<std::string> paths = Files("data");
+    std::reverse(paths.begin(), paths.end());
+    Main().AddItems(paths);
+    Main().lvwItems.on_column_click(0);
+    Finish();
+    std::sort(paths.begin(), paths.end());
+    EXPECT_EQ(RowTexts(), paths);
+    List(Files("another", 1));
+    EXPECT_EQ(RowTexts().back(), "C:\\another\\file0.txt") << "a later drop is not sorted in";
+}
+
+TEST_F(MainWindowAdding, ExitStampsNothingThatWaits) {
+    LoadWithShortSlices();
+    const std::vector<std::string> paths = Files("data");
+    const FileTime before = Written(paths[0]);
+    Main().AddItems(paths);
+    Main().cmdStamp.Click();
+    on_shut_down_ = [this] { system_.pump.RunFor(5000); };
+    Choose("mnuFile", "mnuFileExit");
+    Finish();
+    EXPECT_FALSE(AnyWritten(paths, before));
+    EXPECT_THAT(boxes_.shown, IsEmpty());
+}
+
 TEST_F(MainWindowAdding, ASelectionChangedAfterSelectAllStays) {
     LoadWithShortSlices();
     const std::vector<std::string> paths = Files("data");
@@ -278,7 +335,7 @@ TEST_F(MainWindowAdding, CommandsAtEverySliceLoseNothingAndTouchNothingElse) {
         system_.pump.SetAsksPerSlice(below(4));
         std::vector<std::string> wanted;  // rows in their order
         std::set<std::string> may_be_stamped;
-        bool stamp_waits = false;
+        std::set<std::string> to_be_stamped;  // unless removed
         const FileTime before = Written(Files(Numbered("seed", static_cast<int>(seed)), 1)[0]);
         std::vector<std::string> all;
         for (int round = 0; round < 30; ++round) {
@@ -293,7 +350,9 @@ TEST_F(MainWindowAdding, CommandsAtEverySliceLoseNothingAndTouchNothingElse) {
                     break;
                 }
                 case 1:
-                    if (!stamp_waits && Main().cmdStamp.Text() == "Stamp" && !wanted.empty()) {
+                    to_be_stamped.clear();
+                    if (Main().cmdStamp.Text() == "Stamp" && !wanted.empty()) {
+                        to_be_stamped.insert(wanted.begin(), wanted.end());
                         may_be_stamped.insert(wanted.begin(), wanted.end());
                     }
                     Main().cmdStamp.Click();
@@ -327,6 +386,9 @@ TEST_F(MainWindowAdding, CommandsAtEverySliceLoseNothingAndTouchNothingElse) {
         EXPECT_EQ(Main().Items().Count(), wanted.size());
         for (const auto& item : Main().Items()) {
             EXPECT_TRUE(item->CountComplete()) << item->RootItem();
+        }
+        for (const std::string& path : wanted) {
+            EXPECT_TRUE(!to_be_stamped.contains(path) || !(Written(path) == before)) << path;
         }
         for (const std::string& path : all) {
             EXPECT_TRUE(Written(path) == before || may_be_stamped.contains(path)) << path;

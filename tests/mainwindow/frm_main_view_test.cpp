@@ -18,6 +18,8 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::IsEmpty;
+using ::testing::Ne;
+using ::testing::StartsWith;
 
 class MainWindowView : public MainWindowTest {
   protected:
@@ -353,28 +355,33 @@ TEST_F(MainWindowTimes, TheTipOverStampAndThePickersSaysWhatWouldBeWritten) {
               "Last-Modified: 3 April 2026, 1:00 AM\r\nCreated: 22 November 2026, 1:00 AM");
 }
 
-TEST_F(MainWindowTimes, AShownTipFollowsThePickers) {
-    std::vector<bool> asked;
+TEST_F(MainWindowTimes, AShownTipFollowsThePickersAlsoOverADisabledOne) {
+    Main().dtTimeLastModified.SetEnabled(false);
     const auto answer = Main().tipTimes.text;
-    Main().tipTimes.text = [&](bool shown) {
-        asked.push_back(shown);
-        return answer(shown);
-    };
+    std::vector<std::string> answers;
+    Main().tipTimes.text = [&] { return answers.emplace_back(answer()); };
     Press(VK_UP);  // in a picker: another value
-    EXPECT_THAT(asked, IsEmpty()) << "no tip is shown";
+    EXPECT_THAT(answers, IsEmpty()) << "no tip is shown";
     RECT picker{};
     ::GetWindowRect(Main().dtTimeLastModified.Handle(), &picker);
     ::SetCursorPos((picker.left + picker.right) / 2, (picker.top + picker.bottom) / 2);
     ASSERT_TRUE(PumpUntil([this] { return Main().tipTimes.Visible(); }));
-    asked.clear();
+    const std::string before = answers.back();
+    answers.clear();
     Press(VK_UP);
-    EXPECT_THAT(asked, Contains(true));
-    EXPECT_EQ(TipOver(Main().cmdStamp), answer(true));
+    EXPECT_THAT(answers, Contains(Ne(before)));
+}
+
+TEST_F(MainWindowTimes, NoTipTellsATimeWhileDigitsAreTyped) {
+    Main().dtDateLastModified.Send(WM_CHAR, '1');
+    EXPECT_EQ(TipOver(Main().cmdStamp), "");
+    Main().dtDateLastModified.Send(WM_KILLFOCUS);
+    EXPECT_NE(TipOver(Main().cmdStamp), "");
 }
 
 TEST_F(MainWindowTimes, ATipOverDatesThatTheLocaleCannotReadSaysWhatAPressWouldSay) {
     system_.locale.SetDateSeparator("");
-    EXPECT_EQ(TipOver(Main().cmdStamp), "Type mismatch");
+    EXPECT_THAT(TipOver(Main().cmdStamp), StartsWith("\"03042026\" cannot be read as a date"));
 }
 
 TEST_F(MainWindowTimes, APickerChangedWhileItemsStartCountsForTheItemsAfterIt) {
