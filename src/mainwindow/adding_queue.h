@@ -24,8 +24,8 @@ class KeyedImageList;
 class AddingQueue final : private ITimerObjectSink {
   public:
     // Nothing is owned; all of it must outlive the queue. `on_batch_done` is called when every path
-    // of one Append is listed and counting. `stamp_due` says that StampWhenListed was called for the
-    // batch; the call then comes from a long tick.
+    // of one Append is listed and counting. `stamp_due` says that StampWhenListed was called for
+    // the batch; the call then comes from a long tick.
     AddingQueue(const Platform& platform, TidemarkItemCollection& items, ListModel& rows,
                 KeyedImageList& images, std::function<void(bool stamp_due)> on_batch_done);
     AddingQueue(const AddingQueue&) = delete;

@@ -162,7 +162,7 @@ class frmMain final : public Form,
     // frm_main_list.cpp
     void WireList();
     void lvwItems_ColumnClick(std::size_t column);
-    void SortRows();  // by the column clicked last
+    void SortRows();                   // by the column clicked last
     void PopUpForSelection(Point at);  // on the screen, or kAtPointer
     void oContextMenu_MenuItemInvoked();
 

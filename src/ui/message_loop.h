@@ -10,8 +10,8 @@ namespace tidemark {
 void RouteMessage(MSG& message);
 
 // Takes and routes messages until the thread is asked to quit or the program's main window is gone;
-// returns the exit code asked for, or 0 if the window was gone first. The window alone is enough because a loop of
-// the system (that of a menu) may have taken the request.
+// returns the exit code asked for, or 0 if the window was gone first. The window alone is enough
+// because a loop of the system (that of a menu) may have taken the request.
 int RunMessageLoop(const Window& main_window);
 
 // The same until the window is gone or hidden. A request to quit ends it too, and is passed on.
